@@ -1,0 +1,26 @@
+# haldend_dbus_interface(TARGET NAME CLASS)
+# Makes the adaptor CLASS from dbus/NAME.xml and adds it to TARGET; the header is CLASS.h.
+#
+# Never with a parent class (-l, and so not by qt5_add_dbus_adaptor): only without one does the
+# generator forward the calls by name, which two methods need that no service object has a slot for.
+find_program(QDBUSXML2CPP_EXECUTABLE qdbusxml2cpp HINTS /usr/lib/qt5/bin REQUIRED)
+
+function(haldend_dbus_interface target name class)
+    set(xml "${CMAKE_CURRENT_SOURCE_DIR}/${name}.xml")
+    set(base "${CMAKE_CURRENT_BINARY_DIR}/${class}")
+    add_custom_command(
+        OUTPUT "${base}.h" "${base}.cpp"
+        COMMAND "${QDBUSXML2CPP_EXECUTABLE}" -m -c ${class} -a ${class} "${xml}"
+        WORKING_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}"
+        DEPENDS "${xml}"
+        COMMENT "Generating ${class} from ${name}.xml"
+        VERBATIM)
+    add_custom_command(
+        OUTPUT "${base}.moc"
+        COMMAND Qt5::moc "${base}.h" -o "${base}.moc"
+        DEPENDS "${base}.h"
+        VERBATIM)
+    set_source_files_properties("${base}.h" "${base}.cpp" PROPERTIES SKIP_AUTOMOC ON)
+    target_sources(${target} PRIVATE "${base}.cpp" "${base}.h" "${base}.moc")
+    target_include_directories(${target} SYSTEM PUBLIC "${CMAKE_CURRENT_BINARY_DIR}")
+endfunction()

@@ -1,0 +1,60 @@
+# How every target of the project is made: one static library a folder, the same warnings and
+# language level for all, one CTest entry a test program.
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_C_STANDARD 11)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_C_FLAGS_DEBUG "-O1 -g")
+set(CMAKE_CXX_FLAGS_DEBUG "-O1 -g")
+set(CMAKE_C_FLAGS_RELEASE "-O2")
+set(CMAKE_CXX_FLAGS_RELEASE "-O2")
+
+add_library(haldend_options INTERFACE)
+target_include_directories(haldend_options INTERFACE "${CMAKE_SOURCE_DIR}")
+target_compile_options(haldend_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+    $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Woverloaded-virtual>)
+# Recordings and images outgrow 31-bit offsets on the 32-bit target.
+target_compile_definitions(haldend_options INTERFACE _FILE_OFFSET_BITS=64 _GNU_SOURCE)
+
+# The sanitizers of the asan preset. Apart from haldend_options because the preloaded board library
+# has to stay free of any run-time library.
+add_library(haldend_sanitize INTERFACE)
+if(HALDEND_SANITIZE)
+    set(flags -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    target_compile_options(haldend_sanitize INTERFACE ${flags})
+    target_link_options(haldend_sanitize INTERFACE ${flags})
+endif()
+
+# haldend_library(NAME SOURCES file... [LINK target...])
+# A folder's static library.
+function(haldend_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    target_link_libraries(${name} PUBLIC haldend_options haldend_sanitize ${ARG_LINK})
+endfunction()
+
+# haldend_program(NAME SOURCES file... [LINK target...])
+function(haldend_program name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    target_link_libraries(${name} PRIVATE haldend_options haldend_sanitize ${ARG_LINK})
+endfunction()
+
+# haldend_test(NAME LABEL unit|system SOURCES file... [LINK target...] [ENVIRONMENT VAR=value...])
+# A QtTest program and its CTest entry. A skipped test counts as failed: a check that did not run
+# has not passed. The sanitizers' order check is off because the board library is preloaded first.
+function(haldend_test name)
+    cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LINK;ENVIRONMENT" ${ARGN})
+    haldend_program(${name} SOURCES ${ARG_SOURCES} LINK Qt5::Test ${ARG_LINK})
+    add_test(NAME ${ARG_LABEL}/${name} COMMAND ${name})
+    set_tests_properties(${ARG_LABEL}/${name} PROPERTIES
+        LABELS ${ARG_LABEL}
+        TIMEOUT 300
+        FAIL_REGULAR_EXPRESSION "SKIP   :"
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC;ASAN_OPTIONS=verify_asan_link_order=0;${ARG_ENVIRONMENT}")
+endfunction()
