@@ -1,0 +1,42 @@
+/* The video decoder (SAA7113) and the video encoder (SAA7129) on the I2C bus, through the kernel's I2C
+ * device interface. One chip at a time: what the functions reach is the slave selected by the last open.
+ */
+#ifndef HALDEND_HW_SAA71XX_DEVICE_H
+#define HALDEND_HW_SAA71XX_DEVICE_H
+
+#include "regdb/reg_types.h"
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* 7-bit slave addresses of the two chips. */
+#define SAA7113_SLAVE 0x25
+#define SAA7129_SLAVE 0x44
+
+/* Descriptor of the I2C device, -1 outside of an open and its close. */
+extern int saafd;
+
+/* Opens the I2C device and selects the slave. Returns 0, or -1 after a line on standard output; then
+ * nothing is open. */
+int open_saa71xx_device(const char* path, int slave);
+void close_saa71xx_device(void);
+
+/* One SMBus byte-data read of sub-address sub. Returns the byte, or -1. */
+int saa71xx_device_read_reg(uint8_t sub);
+
+/* One SMBus byte-data write. Returns 1, whatever the bus said. */
+int saa71xx_device_write_reg(uint8_t sub, uint8_t value);
+
+/* Register table access to the 8-bit view of the value; only the low byte of the address is sent. Returns
+ * 1; a failed read stores 0xff, the write returns -1 if the entry's valid flag is 0. */
+int read_saa71xx_reg(struct reg_bf_group* reg);
+int write_saa71xx_reg(struct reg_bf_group* reg);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,68 @@
+/* The records of the register database: registers, their bit fields, and the descriptor of a chip.
+ *
+ * A header of its own because both sides need it: the tables of regdb/ name the access functions of
+ * hw/, and those take a table's entry.
+ *
+ * Value storage: a register's value lives in 32 bits viewed at the register's width. A 32-bit register
+ * uses all of them, a 16-bit register the most significant half, an 8-bit register the most significant
+ * byte. Only shifts reach the narrow views, so they are the same on every host.
+ */
+#ifndef HALDEND_REGDB_REG_TYPES_H
+#define HALDEND_REGDB_REG_TYPES_H
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+struct config_t;
+
+/* One bit field. An array of them ends with an entry whose name is null. */
+struct reg_bf {
+    const char* name; /* lower case by convention */
+    uint32_t value;   /* right-aligned: a 3-bit field holds 0..7 */
+    uint8_t len;      /* width in bits */
+    const char* help; /* empty for reserved fields */
+};
+
+/* One register. A table of them ends with an entry whose name is null. */
+struct reg_bf_group {
+    char base;         /* register window: Lime 'D' display, 'C' capture, 'H' host, 'P' pio; else 'X' */
+    uint32_t addr;     /* FPGA: device address; Lime: byte offset in its window; SAA: I2C sub-address */
+    const char* name;  /* upper case by convention */
+    int32_t size;      /* width in bits: 8, 16 or 32 */
+    uint32_t value;    /* most significant bits first, see above */
+    struct reg_bf* bf; /* fields, the most significant first */
+    uint8_t valid;     /* 0: the chip's write function refuses the register */
+    const char* help;
+};
+
+/* One chip. The configuration object mirrors the bit-field values of its register file. */
+struct chip_regs {
+    struct config_t* config;
+    struct reg_bf_group* regs;
+    int (*read)(struct reg_bf_group* reg);  /* loads the chip's register into value; returns 1 */
+    int (*write)(struct reg_bf_group* reg); /* returns -1 if valid is 0, else writes value and returns 1 */
+};
+
+/* The value at the register's width, right-aligned. Other widths than 8, 16 and 32 read as 0. */
+static inline uint32_t reg_value(const struct reg_bf_group* reg)
+{
+    switch (reg->size) {
+    case 32:
+        return reg->value;
+    case 16:
+        return reg->value >> 16;
+    case 8:
+        return reg->value >> 24;
+    default:
+        return 0;
+    }
+}
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
