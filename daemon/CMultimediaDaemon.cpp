@@ -1,0 +1,84 @@
+#include "daemon/CMultimediaDaemon.h"
+
+#include "daemon/CEventLogger.h"
+#include "daemon/CSignalHook.h"
+#include "dbus/CHaldenVideoDisplay.h"
+#include "platform/CMultimediaPlatform.h"
+
+#include <QDBusConnection>
+#include <QDBusError>
+
+const char* const CMultimediaDaemon::DBUS_SERVICE = "velmar.haldend";
+
+CMultimediaDaemon* CMultimediaDaemon::m_pcInstance = nullptr;
+
+CMultimediaDaemon::CMultimediaDaemon()
+    : m_pcSignalHook(new CSignalHook), m_pcVideoDisplay(new CHaldenVideoDisplay)
+{
+}
+
+CMultimediaDaemon::~CMultimediaDaemon()
+{
+    // The bus objects first, so that no call reaches what is gone; the signal hook last, so that a second
+    // signal during the shutdown is still caught.
+    delete m_pcVideoDisplay;
+    delete m_pcSignalHook;
+    CMultimediaPlatform::finalize();
+}
+
+CMultimediaDaemon& CMultimediaDaemon::getInstance()
+{
+    if (m_pcInstance == nullptr)
+        m_pcInstance = new CMultimediaDaemon;
+    return *m_pcInstance;
+}
+
+bool CMultimediaDaemon::performStartup(const char* pszI2CPort, const char* pszFPGAFrameBuffer,
+                                       const char* pszLimeFrameBuffer)
+{
+    CMultimediaDaemon& cMultimediaDaemon = getInstance();
+
+    if (!cMultimediaDaemon.m_pcSignalHook->install()) {
+        CEventLogger::logMessage(CEventLogger::eLogLevelError, "cMultimediaDaemon.m_pcSignalHook->install()");
+        return false;
+    }
+    if (!cMultimediaDaemon.initSubsystems(pszI2CPort, pszFPGAFrameBuffer, pszLimeFrameBuffer)) {
+        CEventLogger::logMessage(CEventLogger::eLogLevelError, "cMultimediaDaemon.initSubsystems()");
+        return false;
+    }
+    if (!cMultimediaDaemon.setupDBusConnections()) {
+        CEventLogger::logMessage(CEventLogger::eLogLevelError, "cMultimediaDaemon.setupDBusConnections()");
+        return false;
+    }
+    return registerServiceName();
+}
+
+bool CMultimediaDaemon::registerServiceName()
+{
+    QDBusConnection cConnection = QDBusConnection::systemBus();
+    if (cConnection.registerService(DBUS_SERVICE))
+        return true;
+    // Informational, both: a second instance is an everyday mistake, and its end is logged as the error.
+    CEventLogger::logMessage(CEventLogger::eLogLevelInformational,
+                             "cConnection.registerService(DBUS_SERVICE)");
+    const QString cError = QDBusError::errorString(cConnection.lastError().type());
+    CEventLogger::logMessage(CEventLogger::eLogLevelInformational, cError.toLatin1().constData());
+    return false;
+}
+
+void CMultimediaDaemon::performShutdown()
+{
+    delete m_pcInstance;
+    m_pcInstance = nullptr;
+}
+
+bool CMultimediaDaemon::initSubsystems(const char* pszI2CPort, const char* pszFPGAFrameBuffer,
+                                       const char* pszLimeFrameBuffer)
+{
+    return CMultimediaPlatform::initialize(pszI2CPort, pszFPGAFrameBuffer, pszLimeFrameBuffer) != 0;
+}
+
+bool CMultimediaDaemon::setupDBusConnections()
+{
+    return m_pcVideoDisplay->setupDBusConnection();
+}

@@ -1,0 +1,48 @@
+#ifndef HALDEND_DAEMON_CMULTIMEDIADAEMON_H
+#define HALDEND_DAEMON_CMULTIMEDIADAEMON_H
+
+class CHaldenVideoDisplay;
+class CSignalHook;
+
+/// The daemon: owns every subsystem object, brings the subsystems up in a fixed order and takes them down
+/// in another. One per process, created by the first use, destroyed by performShutdown().
+///
+/// A step that fails is logged under the source text of its call; the steps after it are not tried, and
+/// nothing is undone: the process is about to end.
+class CMultimediaDaemon
+{
+public:
+    /// The name on the system bus.
+    static const char* const DBUS_SERVICE;
+
+    static CMultimediaDaemon& getInstance();
+
+    /// Brings everything up: signal hook, hardware, bus objects, and last the bus name, so that a client
+    /// that sees the name finds all objects. The device names have to live as long as the process.
+    static bool performStartup(const char* pszI2CPort, const char* pszFPGAFrameBuffer,
+                               const char* pszLimeFrameBuffer);
+
+    /// Destroys the daemon if there is one. The bus name goes with the process.
+    static void performShutdown();
+
+    bool initSubsystems(const char* pszI2CPort, const char* pszFPGAFrameBuffer,
+                        const char* pszLimeFrameBuffer);
+    bool setupDBusConnections();
+
+    CMultimediaDaemon(const CMultimediaDaemon&) = delete;
+    CMultimediaDaemon& operator=(const CMultimediaDaemon&) = delete;
+
+private:
+    CMultimediaDaemon();
+    ~CMultimediaDaemon();
+
+    static bool registerServiceName();
+
+    static CMultimediaDaemon* m_pcInstance;
+
+    // In the order of creation
+    CSignalHook* m_pcSignalHook;
+    CHaldenVideoDisplay* m_pcVideoDisplay;
+};
+
+#endif

@@ -1,0 +1,110 @@
+/* haldend, the multimedia daemon of the video board: options, daemonising, start, event loop, end. */
+#include "daemon/CEventLogger.h"
+#include "daemon/CMultimediaDaemon.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+static void PrintCommandLineParameters()
+{
+    puts("Usage: haldend [-i] [-f] [-l] [-d]");
+    puts("       -i <I2C device: device name, e.g. /dev/i2c-1");
+    puts("       -f <FPGA framebuffer device: device name, e.g. /dev/fpgamem");
+    puts("       -l <Lime framebuffer device: device name, e.g. /dev/fb0");
+    puts("       -d: start as daemon");
+}
+
+/* Detaches the process. One fork and open standard descriptors on purpose: the log is echoed on standard
+ * error, and the init system of the board collects it. False only if the fork fails. */
+static bool Daemonize()
+{
+    const pid_t iPid = fork();
+    if (iPid < 0)
+        return false;
+    if (iPid > 0)
+        exit(0);
+    setsid();
+    [[maybe_unused]] const int iChanged = chdir("/");
+    umask(0);
+    return true;
+}
+
+[[noreturn]] static void Terminate()
+{
+    CEventLogger::logMessage(CEventLogger::eLogLevelError, "Error starting haldend.");
+    exit(-1);
+}
+
+static void logError(const char* pszMessage)
+{
+    CEventLogger::logMessage(CEventLogger::eLogLevelError, pszMessage);
+}
+
+int main(int argc, char** argv)
+{
+    CEventLogger::initialize("haldend", CEventLogger::eLogLevelInformational);
+
+    const char* pszI2CPort = nullptr;
+    const char* pszFPGAFrameBuffer = nullptr;
+    const char* pszLimeFrameBuffer = nullptr;
+    bool bDaemonize = false;
+
+    int iOption = 0;
+    while ((iOption = getopt(argc, argv, "di:f:l:-h")) != -1) {
+        switch (iOption) {
+        case 'd':
+            bDaemonize = true;
+            break;
+        case 'i':
+            pszI2CPort = optarg;
+            break;
+        case 'f':
+            pszFPGAFrameBuffer = optarg;
+            break;
+        case 'l':
+            pszLimeFrameBuffer = optarg;
+            break;
+        case 'h':
+            PrintCommandLineParameters();
+            return 0;
+        default:
+            Terminate();
+        }
+    }
+
+    bool bComplete = true;
+    if (pszI2CPort == nullptr) {
+        logError("I2C port not specified.");
+        bComplete = false;
+    }
+    if (pszFPGAFrameBuffer == nullptr) {
+        logError("FPGA framebuffer device not specified.");
+        bComplete = false;
+    }
+    if (pszLimeFrameBuffer == nullptr) {
+        logError("Lime framebuffer device not specified.");
+        bComplete = false;
+    }
+    if (!bComplete)
+        Terminate();
+
+    // A failed fork leaves the daemon in the foreground, where it serves as well.
+    if (bDaemonize)
+        Daemonize();
+
+    CEventLogger::logMessage(CEventLogger::eLogLevelInformational, "Starting haldend...");
+    QCoreApplication cApplication(argc, argv);
+    if (!CMultimediaDaemon::performStartup(pszI2CPort, pszFPGAFrameBuffer, pszLimeFrameBuffer))
+        Terminate();
+
+    const int iResult = QCoreApplication::exec();
+
+    CEventLogger::logMessage(CEventLogger::eLogLevelInformational, "Terminating haldend...");
+    CMultimediaDaemon::performShutdown();
+    return iResult;
+}
