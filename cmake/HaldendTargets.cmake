@@ -45,16 +45,39 @@ function(haldend_program name)
     target_link_libraries(${name} PRIVATE haldend_options haldend_sanitize ${ARG_LINK})
 endfunction()
 
-# haldend_test(NAME LABEL unit|system SOURCES file... [LINK target...] [ENVIRONMENT VAR=value...])
-# A QtTest program and its CTest entry. A skipped test counts as failed: a check that did not run
-# has not passed. The sanitizers' order check is off because the board library is preloaded first.
+# The environment of every test.
+set(HALDEND_TEST_ENVIRONMENT
+    "QT_QPA_PLATFORM=offscreen"
+    "LC_ALL=C.UTF-8"
+    "TZ=UTC"
+    # The board library is preloaded before the sanitizers'.
+    "ASAN_OPTIONS=verify_asan_link_order=0"
+    "LSAN_OPTIONS=print_suppressions=0:suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp"
+    "UBSAN_OPTIONS=print_stacktrace=1")
+
+# haldend_test(NAME LABEL unit|system SOURCES file... [LINK target...])
+# A QtTest program and its CTest entry. A skipped test counts as failed: a check that did not run has
+# not passed.
 function(haldend_test name)
-    cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LINK;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LINK" ${ARGN})
     haldend_program(${name} SOURCES ${ARG_SOURCES} LINK Qt5::Test ${ARG_LINK})
-    add_test(NAME ${ARG_LABEL}/${name} COMMAND ${name})
-    set_tests_properties(${ARG_LABEL}/${name} PROPERTIES
-        LABELS ${ARG_LABEL}
+    haldend_add_test(${name} ${ARG_LABEL} "SKIP   :")
+endfunction()
+
+# haldend_hw_test(NAME SOURCES file... [LINK target...])
+# A GoogleTest program of the hardware layer, free of Qt, and its CTest entry.
+function(haldend_hw_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    haldend_program(${name} SOURCES ${ARG_SOURCES} LINK haldend_gtest ${ARG_LINK})
+    set_target_properties(${name} PROPERTIES AUTOMOC OFF)
+    haldend_add_test(${name} hw "SKIPPED")
+endfunction()
+
+function(haldend_add_test name label skipped)
+    add_test(NAME ${label}/${name} COMMAND ${name})
+    set_tests_properties(${label}/${name} PROPERTIES
+        LABELS ${label}
         TIMEOUT 300
-        FAIL_REGULAR_EXPRESSION "SKIP   :"
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC;ASAN_OPTIONS=verify_asan_link_order=0;${ARG_ENVIRONMENT}")
+        FAIL_REGULAR_EXPRESSION "${skipped}"
+        ENVIRONMENT "${HALDEND_TEST_ENVIRONMENT}")
 endfunction()

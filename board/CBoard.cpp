@@ -1,0 +1,352 @@
+#include "board/CBoard.h"
+
+#include "board/CPictureRenderer.h"
+#include "board/CTestPicture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QtEndian>
+
+#include <cstring>
+
+namespace
+{
+
+struct SOperation {
+    const char* pszName;
+    int iError;
+};
+
+#define OPERATION_ROW(identifier, name, error) {name, error},
+const SOperation OPERATIONS[BOARD_OPERATION_COUNT] = {
+    {"", 0},
+    BOARD_OPERATIONS(OPERATION_ROW)
+};
+#undef OPERATION_ROW
+
+static_assert(static_cast<unsigned>(BOARD_OPERATION_COUNT) <= BOARD_FAULT_SLOTS, "a slot for each operation");
+
+QString join(const QString& rcDirectory, const char* pszFile)
+{
+    return rcDirectory + QLatin1Char('/') + QLatin1String(pszFile);
+}
+
+bool createFile(const QString& rcDirectory, const char* pszFile, qint64 iBytes, QString& rcError)
+{
+    QFile cFile(join(rcDirectory, pszFile));
+    if (cFile.open(QIODevice::WriteOnly | QIODevice::NewOnly) && cFile.resize(iBytes))
+        return true;
+    rcError = QStringLiteral("%1: %2").arg(cFile.fileName(), cFile.errorString());
+    return false;
+}
+
+bool createDirectory(const QString& rcDirectory, QString& rcError)
+{
+    const QDir cDirectory(rcDirectory);
+    if (cDirectory.exists() && !cDirectory.isEmpty()) {
+        rcError = QStringLiteral("%1: exists and isn't empty").arg(rcDirectory);
+        return false;
+    }
+    if (cDirectory.mkpath(QStringLiteral(BOARD_CNFS)))
+        return true;
+    rcError = QStringLiteral("%1: can't be created").arg(rcDirectory);
+    return false;
+}
+
+} // namespace
+
+bool CBoard::create(const QString& rcDirectory, QString& rcError)
+{
+    if (!createDirectory(rcDirectory, rcError) ||
+        !createFile(rcDirectory, BOARD_FPGA, BOARD_FPGA_BYTES, rcError) ||
+        !createFile(rcDirectory, BOARD_LIME, static_cast<qint64>(board_lime_bytes()), rcError) ||
+        !createFile(rcDirectory, BOARD_I2C, BOARD_I2C_BYTES, rcError) ||
+        !createFile(rcDirectory, BOARD_CAMERA, BOARD_CAMERA_BYTES, rcError) ||
+        !createFile(rcDirectory, BOARD_TRACE, 0, rcError) ||
+        !createFile(rcDirectory, BOARD_CONTROL, sizeof(board_control), rcError))
+        return false;
+    CMappedFile cFile;
+    if (!cFile.open(join(rcDirectory, BOARD_CONTROL), sizeof(board_control), rcError))
+        return false;
+    auto* pcControl = reinterpret_cast<board_control*>(cFile.data());
+    board_store(&pcControl->magic, BOARD_MAGIC);
+    board_store(&pcControl->version, BOARD_VERSION);
+    board_store(&pcControl->lime_order, board_own_order());
+    CBoard cBoard;
+    if (!cBoard.open(rcDirectory)) {
+        rcError = cBoard.errorString();
+        return false;
+    }
+    cBoard.seed();
+    cBoard.setCamera(CTestPicture::frame(0));
+    return true;
+}
+
+/// The display controller as the boot loader sets it up: display and live video on, unscaled.
+void CBoard::seed()
+{
+    setLimeRegister(LIME_DISPLAY, 0x100, 1u << 31 | 1u << 17);
+    setLimeRegister(LIME_DISPLAY, 0x124, 0);
+    setLimeRegister(LIME_DISPLAY, 0x128, 573u << 16 | 688u);
+    setLimeRegister(LIME_DISPLAY, 0x180, 0x00543210);
+    setLimeRegister(LIME_DISPLAY, 0x184, 0);
+    setLimeRegister(LIME_CAPTURE, 0x004, 0x08000800);
+}
+
+bool CBoard::map(CMappedFile& rcFile, const char* pszFile, qint64 iBytes)
+{
+    return rcFile.open(path(pszFile), iBytes, m_cError);
+}
+
+bool CBoard::open(const QString& rcDirectory)
+{
+    close();
+    m_cDirectory = QDir(rcDirectory).absolutePath();
+    m_cError.clear();
+    bool bUsable = map(m_cControl, BOARD_CONTROL, sizeof(board_control));
+    if (bUsable &&
+        (board_load(&control()->magic) != BOARD_MAGIC || board_load(&control()->version) != BOARD_VERSION)) {
+        m_cError =
+            QStringLiteral("%1: not the control file of a board of this version").arg(path(BOARD_CONTROL));
+        bUsable = false;
+    }
+    bUsable = bUsable && map(m_cFpga, BOARD_FPGA, BOARD_FPGA_BYTES) &&
+              map(m_cLime, BOARD_LIME, static_cast<qint64>(board_lime_bytes())) &&
+              map(m_cI2c, BOARD_I2C, BOARD_I2C_BYTES) && map(m_cCamera, BOARD_CAMERA, BOARD_CAMERA_BYTES);
+    if (!bUsable)
+        close();
+    return bUsable;
+}
+
+void CBoard::close()
+{
+    for (CMappedFile* pcFile : {&m_cControl, &m_cFpga, &m_cLime, &m_cI2c, &m_cCamera})
+        pcFile->close();
+}
+
+QString CBoard::path(const char* pszFile) const
+{
+    return join(m_cDirectory, pszFile);
+}
+
+board_control* CBoard::control() const
+{
+    return reinterpret_cast<board_control*>(m_cControl.data());
+}
+
+// Display controller
+
+bool CBoard::limeSwapped() const
+{
+    return board_load(&control()->lime_order) != board_own_order();
+}
+
+static bool isLimeRegister(CBoard::ELimeWindow eWindow, quint32 u32Offset)
+{
+    return u32Offset < BOARD_LIME_END - eWindow && u32Offset % 4 == 0;
+}
+
+quint32 CBoard::limeRegister(ELimeWindow eWindow, quint32 u32Offset) const
+{
+    if (!isOpen() || !isLimeRegister(eWindow, u32Offset))
+        return 0;
+    const auto* pu32Word = reinterpret_cast<const quint32*>(m_cLime.data() + eWindow + u32Offset);
+    const quint32 u32Word = __atomic_load_n(pu32Word, __ATOMIC_ACQUIRE);
+    return limeSwapped() ? qbswap(u32Word) : u32Word;
+}
+
+void CBoard::setLimeRegister(ELimeWindow eWindow, quint32 u32Offset, quint32 u32Value)
+{
+    if (!isOpen() || !isLimeRegister(eWindow, u32Offset))
+        return;
+    auto* pu32Word = reinterpret_cast<quint32*>(m_cLime.data() + eWindow + u32Offset);
+    __atomic_store_n(pu32Word, limeSwapped() ? qbswap(u32Value) : u32Value, __ATOMIC_RELEASE);
+}
+
+static bool isLimeMemory(quint32 u32Address)
+{
+    return u32Address < BOARD_LIME_HOST && u32Address % 2 == 0;
+}
+
+quint16 CBoard::limeMemory16(quint32 u32Address) const
+{
+    if (!isOpen() || !isLimeMemory(u32Address))
+        return 0;
+    const quint16 u16Word = *reinterpret_cast<const quint16*>(m_cLime.data() + u32Address);
+    return limeSwapped() ? qbswap(u16Word) : u16Word;
+}
+
+void CBoard::setLimeMemory16(quint32 u32Address, quint16 u16Value)
+{
+    if (!isOpen() || !isLimeMemory(u32Address))
+        return;
+    auto* pu16Word = reinterpret_cast<quint16*>(m_cLime.data() + u32Address);
+    *pu16Word = limeSwapped() ? qbswap(u16Value) : u16Value;
+}
+
+// FPGA
+
+quint32 CBoard::fpgaRegister(quint32 u32Address) const
+{
+    if (!isOpen() || u32Address > BOARD_FPGA_BYTES - 4)
+        return 0;
+    return qFromLittleEndian<quint32>(m_cFpga.data() + u32Address);
+}
+
+void CBoard::setFpgaRegister(quint32 u32Address, quint32 u32Value)
+{
+    if (isOpen() && u32Address <= BOARD_FPGA_BYTES - 4)
+        qToLittleEndian(u32Value, m_cFpga.data() + u32Address);
+}
+
+QByteArray CBoard::fpgaMemory(quint32 u32Address, int iBytes) const
+{
+    if (!isOpen() || iBytes < 0 || u32Address > BOARD_FPGA_BYTES ||
+        static_cast<quint32>(iBytes) > BOARD_FPGA_BYTES - u32Address)
+        return QByteArray();
+    return QByteArray(reinterpret_cast<const char*>(m_cFpga.data() + u32Address), iBytes);
+}
+
+// I2C chips
+
+quint8 CBoard::i2cRegister(quint8 u8Chip, quint8 u8Sub) const
+{
+    return isOpen() && u8Chip < 128 ? m_cI2c.data()[u8Chip * 256 + u8Sub] : quint8(0);
+}
+
+void CBoard::setI2cRegister(quint8 u8Chip, quint8 u8Sub, quint8 u8Value)
+{
+    if (isOpen() && u8Chip < 128)
+        m_cI2c.data()[u8Chip * 256 + u8Sub] = u8Value;
+}
+
+// Camera
+
+void CBoard::setCamera(const QImage& rcImage)
+{
+    if (!isOpen() || rcImage.isNull())
+        return;
+    QImage cImage = rcImage;
+    if (cImage.size() != QSize(BOARD_WIDTH, BOARD_HEIGHT))
+        cImage = cImage.scaled(BOARD_WIDTH, BOARD_HEIGHT, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    cImage = cImage.convertToFormat(QImage::Format_RGB32);
+    for (int y = 0; y < BOARD_HEIGHT; y++)
+        qToLittleEndian<quint32>(cImage.constScanLine(y), BOARD_WIDTH,
+                                 m_cCamera.data() + 4 * BOARD_WIDTH * y);
+}
+
+QImage CBoard::cameraImage() const
+{
+    if (!isOpen())
+        return QImage();
+    QImage cImage(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32);
+    for (int y = 0; y < BOARD_HEIGHT; y++)
+        qFromLittleEndian<quint32>(m_cCamera.data() + 4 * BOARD_WIDTH * y, BOARD_WIDTH, cImage.scanLine(y));
+    return cImage;
+}
+
+void CBoard::setCameraPlugged(bool bPlugged)
+{
+    quint32 u32Status = i2cRegister(BOARD_I2C_DECODER, BOARD_DECODER_STATUS);
+    u32Status = bPlugged ? u32Status & ~BOARD_STATUS_NO_LOCK : u32Status | BOARD_STATUS_NO_LOCK;
+    setI2cRegister(BOARD_I2C_DECODER, BOARD_DECODER_STATUS, static_cast<quint8>(u32Status));
+}
+
+bool CBoard::isCameraPlugged() const
+{
+    return isOpen() && (i2cRegister(BOARD_I2C_DECODER, BOARD_DECODER_STATUS) & BOARD_STATUS_NO_LOCK) == 0;
+}
+
+QImage CBoard::picture() const
+{
+    return isOpen() ? CPictureRenderer(*this).render() : QImage();
+}
+
+// Trace
+
+void CBoard::setTracing(bool bOn)
+{
+    if (isOpen())
+        board_store(&control()->trace, bOn ? 1 : 0);
+}
+
+bool CBoard::isTracing() const
+{
+    return isOpen() && board_load(&control()->trace) != 0;
+}
+
+QStringList CBoard::traceLines() const
+{
+    QFile cFile(path(BOARD_TRACE));
+    if (!cFile.open(QIODevice::ReadOnly))
+        return QStringList();
+    return QString::fromLatin1(cFile.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+bool CBoard::clearTrace()
+{
+    return isOpen() && QFile::resize(path(BOARD_TRACE), 0);
+}
+
+// Faults
+
+void CBoard::setFault(const SFault& rcFault)
+{
+    if (!isOpen() || rcFault.eOperation == BOARD_OPERATION_NONE ||
+        rcFault.eOperation >= BOARD_OPERATION_COUNT)
+        return;
+    board_fault& rcSlot = control()->faults[rcFault.eOperation];
+    const int iError = rcFault.iError != 0 ? rcFault.iError : OPERATIONS[rcFault.eOperation].iError;
+    board_store(&rcSlot.fail, 0);
+    board_store(&rcSlot.pass, rcFault.u32Nth > 0 ? rcFault.u32Nth - 1 : 0);
+    board_store(&rcSlot.error, static_cast<quint32>(iError));
+    board_store(&rcSlot.flags, rcFault.bShort ? BOARD_FAULT_SHORT : 0);
+    board_store(&rcSlot.hits, 0);
+    board_store(&rcSlot.fail, rcFault.u32Count);
+}
+
+void CBoard::clearFault(board_operation eOperation)
+{
+    if (!isOpen() || eOperation >= BOARD_OPERATION_COUNT)
+        return;
+    board_fault& rcSlot = control()->faults[eOperation];
+    for (quint32* pu32Field : {&rcSlot.fail, &rcSlot.pass, &rcSlot.error, &rcSlot.flags, &rcSlot.hits})
+        board_store(pu32Field, 0);
+}
+
+void CBoard::clearFaults()
+{
+    for (int iOperation = 0; iOperation < BOARD_OPERATION_COUNT; iOperation++)
+        clearFault(static_cast<board_operation>(iOperation));
+}
+
+QVector<CBoard::SFault> CBoard::faults() const
+{
+    QVector<SFault> cFaults;
+    for (int iOperation = 1; isOpen() && iOperation < BOARD_OPERATION_COUNT; iOperation++) {
+        const board_fault& rcSlot = control()->faults[iOperation];
+        SFault cFault;
+        cFault.eOperation = static_cast<board_operation>(iOperation);
+        cFault.u32Nth = board_load(&rcSlot.pass) + 1;
+        cFault.u32Count = board_load(&rcSlot.fail);
+        cFault.iError = static_cast<int>(board_load(&rcSlot.error));
+        cFault.bShort = (board_load(&rcSlot.flags) & BOARD_FAULT_SHORT) != 0;
+        cFault.u32Hits = board_load(&rcSlot.hits);
+        if (cFault.iError != 0)
+            cFaults << cFault;
+    }
+    return cFaults;
+}
+
+QString CBoard::operationName(board_operation eOperation)
+{
+    return eOperation < BOARD_OPERATION_COUNT ? QLatin1String(OPERATIONS[eOperation].pszName) : QString();
+}
+
+board_operation CBoard::operationByName(const QString& rcName)
+{
+    for (int iOperation = 1; iOperation < BOARD_OPERATION_COUNT; iOperation++)
+        if (rcName == QLatin1String(OPERATIONS[iOperation].pszName))
+            return static_cast<board_operation>(iOperation);
+    return BOARD_OPERATION_NONE;
+}

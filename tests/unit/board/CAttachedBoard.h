@@ -1,0 +1,36 @@
+#ifndef HALDEND_TESTS_CATTACHEDBOARD_H
+#define HALDEND_TESTS_CATTACHEDBOARD_H
+
+#include "board/CBoard.h"
+
+#include <QTemporaryDir>
+
+/// A fresh board that this process works on, as the daemon would, for the life of the object; and the class to
+/// look at it from outside.
+class CAttachedBoard
+{
+public:
+    CAttachedBoard();
+    ~CAttachedBoard();
+
+    CAttachedBoard(const CAttachedBoard&) = delete;
+    CAttachedBoard& operator=(const CAttachedBoard&) = delete;
+
+    bool isReady() const { return m_bReady; }
+
+    CBoard* operator->() { return &m_cBoard; }
+
+    /// Opens a device, named as in board_layout.h, for reading and writing: a descriptor or -1.
+    int openDevice(const char* pszFile);
+
+    /// What is noted since the last call, by one who must not be noted: descriptors differ from run to run and
+    /// read as "N".
+    QStringList takeTrace();
+
+private:
+    QTemporaryDir m_cDirectory;
+    CBoard m_cBoard;
+    bool m_bReady = false;
+};
+
+#endif

@@ -1,0 +1,311 @@
+/* The tool as a process: what it prints, changes, and ends with. */
+#include "board/CBoard.h"
+#include "board/CTestPicture.h"
+
+#include <QFileInfo>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cerrno>
+
+static const int PROCESS_MS = 60000;
+
+class TestHaldenBoard : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void refuses_bad_lines_data();
+    void refuses_bad_lines();
+    void fails_with_a_message_data();
+    void fails_with_a_message();
+    void helps_data();
+    void helps();
+    void creates_a_board();
+    void takes_the_board_from_option_or_variable();
+    void writes_the_picture();
+    void follows_the_picture();
+    void lists_registers();
+    void lists_named_registers();
+    void switches_and_shows_the_trace();
+    void follows_the_trace();
+    void chooses_the_camera_picture();
+    void plugs_the_camera();
+    void sets_faults();
+    void lists_and_clears_faults();
+
+private:
+    int run(const QStringList& rcArguments);
+    QString file(const char* pszName) const { return m_pcDirectory->filePath(QLatin1String(pszName)); }
+
+    QScopedPointer<QTemporaryDir> m_pcDirectory;
+    QProcessEnvironment m_cEnvironment;
+    CBoard m_cBoard;
+    QString m_cOutput;
+    QString m_cErrors;
+};
+
+void TestHaldenBoard::init()
+{
+    m_pcDirectory.reset(new QTemporaryDir);
+    QString cError;
+    QVERIFY2(CBoard::create(file("board"), cError) && m_cBoard.open(file("board")), qPrintable(cError));
+    m_cEnvironment = QProcessEnvironment::systemEnvironment();
+    m_cEnvironment.insert(QStringLiteral(BOARD_VARIABLE), file("board"));
+    m_cEnvironment.remove(QStringLiteral("DISPLAY"));
+}
+
+/// The exit status, -1 if the tool crashed or hung.
+int TestHaldenBoard::run(const QStringList& rcArguments)
+{
+    QProcess cProcess;
+    cProcess.setProcessEnvironment(m_cEnvironment);
+    cProcess.start(QStringLiteral(HALDEND_BOARD_TOOL), rcArguments);
+    if (!cProcess.waitForFinished(PROCESS_MS) || cProcess.exitStatus() != QProcess::NormalExit)
+        return -1;
+    m_cOutput = QString::fromLocal8Bit(cProcess.readAllStandardOutput());
+    m_cErrors = QString::fromLocal8Bit(cProcess.readAllStandardError());
+    return cProcess.exitCode();
+}
+
+void TestHaldenBoard::refuses_bad_lines_data()
+{
+    QTest::addColumn<QStringList>("line");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("nothing") << QStringList() << "Usage";
+    QTest::newRow("unknown command") << QStringList("dance") << "unknown command 'dance'";
+    QTest::newRow("create what") << QStringList("create") << "an argument is missing";
+    QTest::newRow("create too much") << QStringList({"create", "a", "b"}) << "unexpected argument 'b'";
+    QTest::newRow("unknown option") << QStringList({"picture", "--loud", "a.png"}) << "loud";
+    QTest::newRow("picture where") << QStringList("picture") << "an argument is missing";
+    QTest::newRow("trace how") << QStringList({"trace", "maybe"}) << "'maybe' is none of";
+    QTest::newRow("unknown register") << QStringList({"registers", "NONE"}) << "unknown register 'NONE'";
+    QTest::newRow("frame of a file") << QStringList({"camera", "a.png", "--frame", "1"}) << "--frame";
+    QTest::newRow("frame") << QStringList({"camera", "test", "--frame", "one"}) << "'one' is no number";
+    QTest::newRow("frame large") << QStringList({"camera", "test", "--frame", "3000000000"}) << "too large";
+    QTest::newRow("operation") << QStringList({"fault", "lunch"}) << "unknown operation 'lunch'";
+    QTest::newRow("error") << QStringList({"fault", "fork", "--errno", "EMINE"}) << "unknown error 'EMINE'";
+    QTest::newRow("nth") << QStringList({"fault", "fork", "--nth", "0"}) << "at least 1";
+    QTest::newRow("count") << QStringList({"fault", "fork", "--count", "-1"}) << "at least 1";
+    QTest::newRow("short") << QStringList({"fault", "fork", "--short"}) << "halved";
+}
+
+void TestHaldenBoard::refuses_bad_lines()
+{
+    QFETCH(QStringList, line);
+    QFETCH(QString, message);
+    QCOMPARE(run(line), 2);
+    QVERIFY2(m_cErrors.contains(message), qPrintable(m_cErrors));
+    QCOMPARE(m_cOutput, QString());
+    QVERIFY(m_cBoard.faults().isEmpty());
+}
+
+void TestHaldenBoard::fails_with_a_message_data()
+{
+    QTest::addColumn<QStringList>("line");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("no board") << QStringList({"trace", "show", "--board", "/nowhere"}) << "/nowhere/control";
+    QTest::newRow("create on a board") << QStringList({"create", "/usr"}) << "/usr: exists and isn't empty";
+    QTest::newRow("no picture folder") << QStringList({"picture", "/nowhere/a.png"}) << "/nowhere/a.png";
+    QTest::newRow("no camera file") << QStringList({"camera", "/nowhere/a.png"}) << "/nowhere/a.png";
+}
+
+void TestHaldenBoard::fails_with_a_message()
+{
+    QFETCH(QStringList, line);
+    QFETCH(QString, message);
+    QCOMPARE(run(line), 1);
+    QVERIFY2(m_cErrors.contains(message), qPrintable(m_cErrors));
+    QCOMPARE(m_cOutput, QString());
+}
+
+void TestHaldenBoard::helps_data()
+{
+    QTest::addColumn<QStringList>("line");
+    QTest::addColumn<QString>("part");
+    QTest::newRow("tool") << QStringList("--help") << "registers";
+    QTest::newRow("tool, short") << QStringList("-h") << "HALDEN_BOARD";
+    for (const char* pszCommand : {"create", "picture", "registers", "trace", "camera", "fault"})
+        QTest::newRow(pszCommand) << QStringList({pszCommand, "--help"}) << "--board <DIR>";
+    QTest::newRow("operations") << QStringList({"fault", "-h"}) << "fpga-ioctl-write";
+}
+
+void TestHaldenBoard::helps()
+{
+    QFETCH(QStringList, line);
+    QFETCH(QString, part);
+    QCOMPARE(run(line), 0);
+    QVERIFY2(m_cOutput.contains(part), qPrintable(m_cOutput));
+    QCOMPARE(m_cErrors, QString());
+}
+
+void TestHaldenBoard::creates_a_board()
+{
+    QCOMPARE(run({QStringLiteral("create"), file("new")}), 0);
+    CBoard cNew;
+    QVERIFY2(cNew.open(file("new")), qPrintable(cNew.errorString()));
+    QCOMPARE(cNew.limeRegister(CBoard::LIME_DISPLAY, 0x100), 0x80020000u);
+    QCOMPARE(run({QStringLiteral("create"), file("new")}), 1);
+}
+
+void TestHaldenBoard::takes_the_board_from_option_or_variable()
+{
+    m_cEnvironment.remove(QStringLiteral(BOARD_VARIABLE));
+    QCOMPARE(run({"trace", "on"}), 2);
+    QVERIFY2(m_cErrors.contains(QStringLiteral("which board?")), qPrintable(m_cErrors));
+    const QString cBoard = file("board");
+    const QVector<QStringList> cLines = {
+        {"--board",           cBoard,    "trace", "on"},
+        {"--board=" + cBoard, "trace",   "on"   },
+        {"trace",          "--board",    cBoard,    "on"    },
+        {"trace",               "on", "--board",  cBoard}
+    };
+    for (const QStringList& rcLine : cLines) {
+        m_cBoard.setTracing(false);
+        QCOMPARE(run(rcLine), 0);
+        QVERIFY(m_cBoard.isTracing());
+    }
+    m_cEnvironment.insert(QStringLiteral(BOARD_VARIABLE), QStringLiteral("/nowhere"));
+    QCOMPARE(run(cLines.first()), 0);
+}
+
+void TestHaldenBoard::writes_the_picture()
+{
+    QCOMPARE(run({"picture", file("out.png")}), 0);
+    QImage cImage;
+    QVERIFY(cImage.load(file("out.png"), "PNG"));
+    QCOMPARE(cImage.convertToFormat(QImage::Format_RGB32), m_cBoard.picture());
+}
+
+void TestHaldenBoard::follows_the_picture()
+{
+    QProcess cProcess;
+    cProcess.setProcessEnvironment(m_cEnvironment);
+    cProcess.start(QStringLiteral(HALDEND_BOARD_TOOL), {"picture", file("out.png"), "--follow"});
+    const auto shows = [this](QRgb uColor) {
+        QImage cImage;
+        return cImage.load(file("out.png"), "PNG") && cImage.pixel(719, 575) == uColor;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(shows(0xff000000), PROCESS_MS);
+    m_cBoard.setLimeRegister(CBoard::LIME_DISPLAY, 0x184, 0x112233);
+    QTRY_VERIFY_WITH_TIMEOUT(shows(0xff112233), PROCESS_MS);
+    cProcess.terminate();
+    QVERIFY(cProcess.waitForFinished(PROCESS_MS));
+    QCOMPARE(cProcess.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(cProcess.exitCode(), 0);
+}
+
+void TestHaldenBoard::lists_registers()
+{
+    m_cBoard.setFpgaRegister(0x00ff1a0c, 0x1234);
+    QCOMPARE(run({"registers"}), 0);
+    QCOMPARE(m_cOutput.count(QLatin1Char('\n')), 48);
+    for (const char* pszLine :
+         {"CSC     capture  0x00000004  0x08000800  capture scale                  vsci=1 vscf=0 hsci=1 "
+          "hscf=0\n",
+          "L1WWH   display  0x00000128  0x023d02b0  layer 1 window size            height=573 width=688\n",
+          "TEMO    fpga     0x00ff1a0c  0x00001234  text memory offset             tebo=4660\n"})
+        QVERIFY2(m_cOutput.contains(QLatin1String(pszLine)), qPrintable(m_cOutput));
+}
+
+void TestHaldenBoard::lists_named_registers()
+{
+    m_cBoard.setLimeRegister(CBoard::LIME_DISPLAY, 0x124, 50u << 16 | 100u);
+    QCOMPARE(run({"registers", "L1WXY", "dbgc"}), 0);
+    const QStringList cLines = m_cOutput.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    QCOMPARE(cLines.size(), 2);
+    QVERIFY(cLines[0].startsWith(QLatin1String("DBGC ")));
+    QVERIFY(cLines[1].startsWith(QLatin1String("L1WXY ")) &&
+            cLines[1].endsWith(QLatin1String(" y=50 x=100")));
+}
+
+static bool writeTrace(const CBoard& rcBoard, const char* pszText)
+{
+    QFile cFile(rcBoard.path(BOARD_TRACE));
+    return cFile.open(QIODevice::Append) && cFile.write(pszText) > 0;
+}
+
+void TestHaldenBoard::switches_and_shows_the_trace()
+{
+    QCOMPARE(run({"trace", "on"}), 0);
+    QVERIFY(m_cBoard.isTracing());
+    QVERIFY(writeTrace(m_cBoard, "fpga open = 5\nfpga close\n"));
+    QCOMPARE(run({"trace", "show"}), 0);
+    QCOMPARE(m_cOutput, QStringLiteral("fpga open = 5\nfpga close\n"));
+    QCOMPARE(run({"trace", "clear"}), 0);
+    QCOMPARE(run({"trace", "show"}), 0);
+    QCOMPARE(m_cOutput, QString());
+    QCOMPARE(run({"trace", "off"}), 0);
+    QVERIFY(!m_cBoard.isTracing());
+}
+
+void TestHaldenBoard::follows_the_trace()
+{
+    QVERIFY(writeTrace(m_cBoard, "first line\n"));
+    QProcess cProcess;
+    cProcess.setProcessEnvironment(m_cEnvironment);
+    cProcess.start(QStringLiteral(HALDEND_BOARD_TOOL), {"trace", "follow"});
+    QByteArray cSeen;
+    const auto seen = [&cProcess, &cSeen]() -> const QByteArray& { return cSeen += cProcess.readAll(); };
+    QTRY_COMPARE_WITH_TIMEOUT(seen(), QByteArray("first line\n"), PROCESS_MS);
+    QVERIFY(writeTrace(m_cBoard, "second\n"));
+    QTRY_COMPARE_WITH_TIMEOUT(seen(), QByteArray("first line\nsecond\n"), PROCESS_MS);
+    QVERIFY(m_cBoard.clearTrace());
+    QVERIFY(writeTrace(m_cBoard, "third\n"));
+    QTRY_COMPARE_WITH_TIMEOUT(seen(), QByteArray("first line\nsecond\nthird\n"), PROCESS_MS);
+    cProcess.terminate();
+    QVERIFY(cProcess.waitForFinished(PROCESS_MS));
+    QCOMPARE(cProcess.exitCode(), 0);
+}
+
+void TestHaldenBoard::chooses_the_camera_picture()
+{
+    QImage cImage(20, 10, QImage::Format_RGB32);
+    cImage.fill(0xff336699);
+    QVERIFY(cImage.save(file("blue.png")));
+    QCOMPARE(run({"camera", file("blue.png")}), 0);
+    QCOMPARE(m_cBoard.cameraImage().pixel(300, 300), 0xff336699u);
+    QCOMPARE(run({"camera", "test", "--frame", "25"}), 0);
+    QCOMPARE(m_cBoard.cameraImage(), CTestPicture::frame(25));
+    QCOMPARE(run({"camera", "test"}), 0);
+    QCOMPARE(m_cBoard.cameraImage(), CTestPicture::frame(0));
+}
+
+void TestHaldenBoard::plugs_the_camera()
+{
+    QCOMPARE(run({"camera", "unplug"}), 0);
+    QCOMPARE(m_cBoard.i2cRegister(0x25, 0x1f), quint8(0x40));
+    QCOMPARE(run({"camera", "plug"}), 0);
+    QCOMPARE(m_cBoard.i2cRegister(0x25, 0x1f), quint8(0));
+}
+
+void TestHaldenBoard::sets_faults()
+{
+    QCOMPARE(run({"fault", "fpga-write", "--nth", "3", "--count", "2", "--errno", "ENOSPC", "--short"}), 0);
+    const QVector<CBoard::SFault> cFaults = m_cBoard.faults();
+    QCOMPARE(cFaults.size(), 1);
+    QCOMPARE(cFaults[0].eOperation, BOARD_OPERATION_FPGA_WRITE);
+    QCOMPARE(cFaults[0].u32Nth, 3u);
+    QCOMPARE(cFaults[0].u32Count, 2u);
+    QCOMPARE(cFaults[0].iError, ENOSPC);
+    QVERIFY(cFaults[0].bShort);
+}
+
+void TestHaldenBoard::lists_and_clears_faults()
+{
+    QCOMPARE(run({"fault", "i2c-read"}), 0);
+    QCOMPARE(run({"fault", "fpga-read", "--count", "1", "--nth", "4", "--short"}), 0);
+    QCOMPARE(run({"fault", "list"}), 0);
+    QCOMPARE(m_cOutput, QStringLiteral("fpga-read        3 pass, then 1 do half; so far 0\n"
+                                       "i2c-read         0 pass, then all fail with EIO; so far 0\n"));
+    QCOMPARE(run({"fault", "clear"}), 0);
+    QVERIFY(m_cBoard.faults().isEmpty());
+    QCOMPARE(run({"fault", "list"}), 0);
+    QCOMPARE(m_cOutput, QString());
+}
+
+QTEST_GUILESS_MAIN(TestHaldenBoard)
+#include "tst_halden_board.moc"
