@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -48,6 +49,8 @@ static void logError(const char* pszMessage)
 int main(int argc, char** argv)
 {
     CEventLogger::initialize("haldend", CEventLogger::eLogLevelInformational);
+    // Whoever started the daemon may stop reading its log long before it ends.
+    signal(SIGPIPE, SIG_IGN);
 
     const char* pszI2CPort = nullptr;
     const char* pszFPGAFrameBuffer = nullptr;
