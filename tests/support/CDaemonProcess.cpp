@@ -1,0 +1,190 @@
+#include "tests/support/CDaemonProcess.h"
+
+#include "tests/support/Timeouts.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusServiceWatcher>
+#include <QEventLoop>
+#include <QRegularExpression>
+#include <QTimer>
+#include <QUuid>
+
+#include <csignal>
+
+namespace
+{
+
+const QString SERVICE = QStringLiteral("velmar.haldend");
+
+} // namespace
+
+CDaemonProcess::CDaemonProcess() : m_cClientName(QUuid::createUuid().toString())
+{
+    const QProcessEnvironment cOwn = QProcessEnvironment::systemEnvironment();
+    m_cEnvironment.insert(QStringLiteral("PATH"), cOwn.value(QStringLiteral("PATH")));
+    m_cEnvironment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    m_cEnvironment.insert(QStringLiteral("TZ"), QStringLiteral("UTC"));
+    // The board library has to come before the sanitizers' in the order of loading; whole stacks, because the
+    // suppressions name functions of libraries without frame pointers.
+    m_cEnvironment.insert(QStringLiteral("ASAN_OPTIONS"),
+                          QStringLiteral("verify_asan_link_order=0:fast_unwind_on_malloc=0"));
+    m_cEnvironment.insert(QStringLiteral("LSAN_OPTIONS"),
+                          QStringLiteral("print_suppressions=0:suppressions=" HALDEND_LSAN_SUPPRESSIONS));
+    m_cEnvironment.insert(QStringLiteral("UBSAN_OPTIONS"), QStringLiteral("print_stacktrace=1"));
+}
+
+CDaemonProcess::~CDaemonProcess()
+{
+    QDBusConnection::disconnectFromBus(m_cClientName);
+    if (m_cProcess.state() != QProcess::NotRunning) {
+        m_cProcess.kill();
+        m_cProcess.waitForFinished(TIMEOUT_PROCESS_MS);
+    }
+}
+
+void CDaemonProcess::setVariable(const QString& rcName, const QString& rcValue)
+{
+    m_cEnvironment.insert(rcName, rcValue);
+}
+
+void CDaemonProcess::setBusAddress(const QString& rcAddress)
+{
+    m_cBusAddress = rcAddress;
+    setVariable(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), rcAddress);
+}
+
+void CDaemonProcess::useBoard(const QString& rcDirectory)
+{
+    setVariable(QStringLiteral("HALDEN_BOARD"), rcDirectory);
+    setVariable(QStringLiteral("LD_PRELOAD"), QStringLiteral(HALDEND_BOARD_PRELOAD));
+    setArguments({QStringLiteral("-i"), rcDirectory + QStringLiteral("/i2c-1"), QStringLiteral("-f"),
+                  rcDirectory + QStringLiteral("/fpgamem"), QStringLiteral("-l"),
+                  rcDirectory + QStringLiteral("/fb0")});
+}
+
+void CDaemonProcess::start()
+{
+    m_cProcess.setProcessEnvironment(m_cEnvironment);
+    m_cProcess.start(QStringLiteral(HALDEND_EXECUTABLE), m_cArguments);
+    m_cProcess.waitForStarted(TIMEOUT_PROCESS_MS);
+}
+
+bool CDaemonProcess::startAndWaitForName()
+{
+    QEventLoop cLoop;
+    QDBusServiceWatcher cWatcher(SERVICE, client(), QDBusServiceWatcher::WatchForRegistration);
+    QObject::connect(&cWatcher, &QDBusServiceWatcher::serviceRegistered, &cLoop, [&cLoop] { cLoop.exit(0); });
+    QObject::connect(&m_cProcess, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), &cLoop,
+                     [&cLoop] { cLoop.exit(1); });
+    QTimer::singleShot(TIMEOUT_PROCESS_MS, &cLoop, [&cLoop] { cLoop.exit(2); });
+    start();
+    return cLoop.exec() == 0;
+}
+
+bool CDaemonProcess::waitForEnd()
+{
+    if (m_cProcess.state() == QProcess::NotRunning || m_cProcess.waitForFinished(TIMEOUT_PROCESS_MS))
+        return true;
+    m_cProcess.kill();
+    m_cProcess.waitForFinished(TIMEOUT_PROCESS_MS);
+    return false;
+}
+
+bool CDaemonProcess::endBySignal(int iSignal)
+{
+    ::kill(static_cast<pid_t>(pid()), iSignal);
+    return waitForEnd();
+}
+
+QDBusConnection CDaemonProcess::client()
+{
+    QDBusConnection cConnection(m_cClientName);
+    if (!cConnection.isConnected())
+        cConnection = QDBusConnection::connectToBus(m_cBusAddress, m_cClientName);
+    return cConnection;
+}
+
+static QDBusMessage methodCall(const QString& rcPath, const QString& rcMethod,
+                               const QVariantList& rcArguments)
+{
+    const QString cInterface = SERVICE + QString(rcPath).replace(QLatin1Char('/'), QLatin1Char('.'));
+    QDBusMessage cMessage = QDBusMessage::createMethodCall(SERVICE, rcPath, cInterface, rcMethod);
+    cMessage.setArguments(rcArguments);
+    return cMessage;
+}
+
+void CDaemonProcess::send(const QString& rcPath, const QString& rcMethod, const QVariantList& rcArguments)
+{
+    client().send(methodCall(rcPath, rcMethod, rcArguments));
+}
+
+QDBusMessage CDaemonProcess::call(const QString& rcPath, const QString& rcMethod,
+                                  const QVariantList& rcArguments)
+{
+    return client().call(methodCall(rcPath, rcMethod, rcArguments), QDBus::Block, TIMEOUT_CALL_MS);
+}
+
+bool CDaemonProcess::settle()
+{
+    // Introspection is answered in the daemon's event loop, behind the calls sent before; a ping would be
+    // answered by the bus library at once.
+    const QDBusMessage cMessage = QDBusMessage::createMethodCall(
+        SERVICE, QStringLiteral("/videodisplay"), QStringLiteral("org.freedesktop.DBus.Introspectable"),
+        QStringLiteral("Introspect"));
+    return client().call(cMessage, QDBus::Block, TIMEOUT_CALL_MS).type() == QDBusMessage::ReplyMessage;
+}
+
+void CDaemonProcess::collect()
+{
+    // Closed before the first start and after a read that followed the end.
+    if (!m_cProcess.isOpen())
+        return;
+    m_cStandardOutput += m_cProcess.readAllStandardOutput();
+    m_cStandardError += m_cProcess.readAllStandardError();
+}
+
+QByteArray CDaemonProcess::standardOutput()
+{
+    collect();
+    return m_cStandardOutput;
+}
+
+QByteArray CDaemonProcess::standardError()
+{
+    collect();
+    return m_cStandardError;
+}
+
+static const QRegularExpression& logLine()
+{
+    static const QRegularExpression cExpression(QStringLiteral("^haldend\\[\\d+\\]: (.*)$"));
+    return cExpression;
+}
+
+QStringList CDaemonProcess::log()
+{
+    QStringList cTexts;
+    for (const QString& rcLine : QString::fromUtf8(standardError()).split(QLatin1Char('\n'))) {
+        const QRegularExpressionMatch cMatch = logLine().match(rcLine);
+        if (cMatch.hasMatch())
+            cTexts << cMatch.captured(1);
+    }
+    return cTexts;
+}
+
+QStringList CDaemonProcess::unexpectedOutput()
+{
+    QStringList cLines;
+    for (const QString& rcLine :
+         QString::fromUtf8(standardError()).split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+        if (!logLine().match(rcLine).hasMatch())
+            cLines << rcLine;
+    return cLines;
+}
+
+QByteArray CDaemonProcess::describe()
+{
+    return "\n--- exit code " + QByteArray::number(exitCode()) + (crashed() ? ", crashed" : "") +
+           "\n--- standard output\n" + standardOutput() + "--- standard error\n" + standardError();
+}

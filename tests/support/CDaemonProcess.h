@@ -1,0 +1,84 @@
+#ifndef HALDEND_TESTS_CDAEMONPROCESS_H
+#define HALDEND_TESTS_CDAEMONPROCESS_H
+
+#include <QDBusConnection>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+
+/// The shipped daemon as a process under test: own environment, own bus, the virtual board preloaded.
+///
+/// Everything that the daemon writes to standard error and that isn't one of its log lines counts as a
+/// warning nobody expected: tests compare unexpectedOutput() with what they announced.
+class CDaemonProcess
+{
+public:
+    CDaemonProcess();
+    ~CDaemonProcess();
+
+    /// Options of the next start, the program's name left out.
+    void setArguments(const QStringList& rcArguments) { m_cArguments = rcArguments; }
+    QStringList arguments() const { return m_cArguments; }
+
+    /// Adds a variable to the environment, which otherwise holds only what every start needs.
+    void setVariable(const QString& rcName, const QString& rcValue);
+
+    /// The bus that stands in for the system bus.
+    void setBusAddress(const QString& rcAddress);
+
+    /// Starts on the virtual board in rcDirectory, with the three devices of it as options.
+    void useBoard(const QString& rcDirectory);
+
+    /// Starts the process and returns at once.
+    void start();
+
+    /// Starts the process and waits until it owns its bus name. False if it ended before that, or never
+    /// got there; describe() then says what is known.
+    bool startAndWaitForName();
+
+    /// Waits for the end of the process by itself. False if it doesn't end; then it is killed.
+    bool waitForEnd();
+
+    /// Sends the signal and waits for the end.
+    bool endBySignal(int iSignal);
+
+    /// A connection to the bus of the daemon, of the test's own.
+    QDBusConnection client();
+
+    /// A method call without reply, or one whose reply is waited for.
+    void send(const QString& rcPath, const QString& rcMethod, const QVariantList& rcArguments);
+    QDBusMessage call(const QString& rcPath, const QString& rcMethod, const QVariantList& rcArguments = {});
+
+    /// Waits until everything sent before has been carried out: calls are served in order.
+    bool settle();
+
+    QProcess& process() { return m_cProcess; }
+    qint64 pid() const { return m_cProcess.processId(); }
+    int exitCode() const { return m_cProcess.exitCode(); }
+    bool crashed() const { return m_cProcess.exitStatus() == QProcess::CrashExit; }
+
+    QByteArray standardOutput();
+    QByteArray standardError();
+
+    /// The texts of the log lines on standard error, ident and process number taken off.
+    QStringList log();
+
+    /// The lines on standard error that are no log lines.
+    QStringList unexpectedOutput();
+
+    /// All that is known, for failure messages.
+    QByteArray describe();
+
+private:
+    void collect();
+
+    QProcess m_cProcess;
+    QStringList m_cArguments;
+    QProcessEnvironment m_cEnvironment;
+    QString m_cBusAddress;
+    QString m_cClientName;
+    QByteArray m_cStandardOutput;
+    QByteArray m_cStandardError;
+};
+
+#endif

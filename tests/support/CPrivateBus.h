@@ -1,0 +1,32 @@
+#ifndef HALDEND_TESTS_CPRIVATEBUS_H
+#define HALDEND_TESTS_CPRIVATEBUS_H
+
+#include <QProcess>
+#include <QString>
+#include <QTemporaryDir>
+
+/// A bus daemon of the test's own, in the place of the system bus. Lives from start() to the end of the
+/// object, or to stop().
+class CPrivateBus
+{
+public:
+    CPrivateBus() = default;
+    ~CPrivateBus();
+
+    /// Starts the bus; it accepts connections when this returns true. On false error() says why. Another
+    /// configuration file than the virtual board's can be named.
+    bool start(const QString& rcConfiguration = QStringLiteral(HALDEND_PRIVATE_BUS_CONF));
+    void stop();
+
+    /// What DBUS_SYSTEM_BUS_ADDRESS has to hold for its clients.
+    QString address() const { return m_cAddress; }
+    QString error() const { return m_cError; }
+
+private:
+    QTemporaryDir m_cDirectory;
+    QProcess m_cProcess;
+    QString m_cAddress;
+    QString m_cError;
+};
+
+#endif

@@ -1,0 +1,41 @@
+#include "tests/support/CScene.h"
+
+#include <csignal>
+
+bool CScene::prepare()
+{
+    const QString cDirectory = m_cDirectory.filePath(QStringLiteral("board"));
+    if (!m_cBus.start()) {
+        m_cError = m_cBus.error();
+        return false;
+    }
+    if (!CBoard::create(cDirectory, m_cError))
+        return false;
+    if (!m_cBoard.open(cDirectory)) {
+        m_cError = m_cBoard.errorString();
+        return false;
+    }
+    m_cDaemon.setBusAddress(m_cBus.address());
+    m_cDaemon.useBoard(cDirectory);
+    return true;
+}
+
+bool CScene::start()
+{
+    return (m_cBoard.isOpen() || prepare()) && m_cDaemon.startAndWaitForName();
+}
+
+QString CScene::end()
+{
+    if (!m_cDaemon.endBySignal(SIGTERM))
+        return QStringLiteral("doesn't end on SIGTERM") + QString::fromUtf8(describe());
+    if (m_cDaemon.crashed() || m_cDaemon.exitCode() != 0)
+        return QStringLiteral("ended badly") + QString::fromUtf8(describe());
+    const QStringList cUnexpected = m_cDaemon.unexpectedOutput();
+    return cUnexpected == m_cAnnounced ? QString() : QStringLiteral("said: ") + cUnexpected.join(QLatin1Char('\n'));
+}
+
+QByteArray CScene::describe()
+{
+    return m_cError.toUtf8() + m_cDaemon.describe();
+}

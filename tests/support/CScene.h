@@ -1,0 +1,50 @@
+#ifndef HALDEND_TESTS_CSCENE_H
+#define HALDEND_TESTS_CSCENE_H
+
+#include "board/CBoard.h"
+#include "tests/support/CDaemonProcess.h"
+#include "tests/support/CPrivateBus.h"
+
+#include <QTemporaryDir>
+
+/// What a system test is played on: a private bus, a virtual board and the daemon, all its own.
+///
+///     CScene cScene;
+///     QVERIFY2(cScene.start(), cScene.describe());
+///     cScene.daemon().send("/videodisplay", "set_video_size", {360, 288});
+///     QVERIFY(cScene.daemon().settle());
+///     QCOMPARE(cScene.board().limeRegister(CBoard::LIME_CAPTURE, 4), 0x0fd50eb1U);
+///     QCOMPARE(cScene.end(), QString());
+class CScene
+{
+public:
+    /// Bus up, board made; the daemon knows both but isn't started.
+    bool prepare();
+
+    /// prepare() if that hasn't been done, and the daemon up to its bus name.
+    bool start();
+
+    /// Ends the daemon by SIGTERM. Returns what is wrong with the way it lived and ended: an exit status
+    /// other than 0, or output on standard error that the test didn't announce; empty if nothing is.
+    QString end();
+
+    /// Announces lines on standard error that end() would complain about otherwise.
+    void announce(const QString& rcLine) { m_cAnnounced << rcLine; }
+
+    CPrivateBus& bus() { return m_cBus; }
+    CBoard& board() { return m_cBoard; }
+    CDaemonProcess& daemon() { return m_cDaemon; }
+
+    /// For failure messages.
+    QByteArray describe();
+
+private:
+    CPrivateBus m_cBus;
+    QTemporaryDir m_cDirectory;
+    CBoard m_cBoard;
+    CDaemonProcess m_cDaemon;
+    QStringList m_cAnnounced;
+    QString m_cError;
+};
+
+#endif

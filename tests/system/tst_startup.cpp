@@ -1,0 +1,292 @@
+/* The start of the real process: what it does on the board, and each way in which it can fail. */
+#include "tests/support/CScene.h"
+#include "tests/support/Timeouts.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusServiceWatcher>
+#include <QFile>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <csignal>
+
+class TestStartup : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void opens_the_devices_and_blackens_the_background();
+    void detaches_with_d();
+    void a_failed_fork_leaves_it_in_the_foreground();
+
+    void device_failures_end_with_255_data();
+    void device_failures_end_with_255();
+    void a_device_that_does_not_exist_ends_with_255();
+    void a_device_that_is_too_short_ends_with_255();
+    void signal_hook_failures_end_with_255_data();
+    void signal_hook_failures_end_with_255();
+    void handlers_that_can_not_be_installed_do_not_stop_the_start();
+    void without_a_bus_it_ends_with_255();
+    void a_bus_that_refuses_the_name_ends_it_with_255();
+    void a_second_instance_ends_with_255_and_leaves_the_first_alone();
+};
+
+static const QString STARTING = QStringLiteral("Starting haldend...");
+static const QString FAILED = QStringLiteral("Error starting haldend.");
+static const QString HARDWARE = QStringLiteral("cMultimediaDaemon.initSubsystems()");
+static const QString LIME = QStringLiteral("Error initializing Lime framebuffer");
+static const QString HOOK = QStringLiteral("cMultimediaDaemon.m_pcSignalHook->install()");
+static const QString OBJECTS = QStringLiteral("cMultimediaDaemon.setupDBusConnections()");
+static const QString NAME = QStringLiteral("cConnection.registerService(DBUS_SERVICE)");
+
+// Starts the daemon of the scene, which has to end by itself with 255 after these messages.
+#define EXPECT_FAILED_START(cScene, ...)                               \
+    do {                                                               \
+        (cScene).daemon().start();                                     \
+        QVERIFY2((cScene).daemon().waitForEnd(), (cScene).describe()); \
+        QVERIFY2(!(cScene).daemon().crashed(), (cScene).describe());   \
+        QCOMPARE((cScene).daemon().exitCode(), 255);                   \
+        QCOMPARE((cScene).daemon().log(), (QStringList{__VA_ARGS__})); \
+        QCOMPARE((cScene).daemon().unexpectedOutput(), QStringList()); \
+    } while (false)
+
+static void setFault(CScene& rcScene, board_operation eOperation, quint32 u32Nth, quint32 u32Count)
+{
+    CBoard::SFault sFault;
+    sFault.eOperation = eOperation;
+    sFault.u32Nth = u32Nth;
+    sFault.u32Count = u32Count;
+    rcScene.board().setFault(sFault);
+}
+
+// The kind of each device operation in the trace: "lime open", "lime map" and so on.
+static QStringList operations(const CBoard& rcBoard)
+{
+    QStringList cOperations;
+    for (const QString& rcLine : rcBoard.traceLines())
+        cOperations << rcLine.section(QLatin1Char(' '), 0, 1);
+    return cOperations;
+}
+
+void TestStartup::opens_the_devices_and_blackens_the_background()
+{
+    CScene cScene;
+    QVERIFY2(cScene.prepare(), cScene.describe());
+    cScene.board().setTracing(true);
+    cScene.board().setLimeRegister(CBoard::LIME_DISPLAY, 0x184, 0x00ff8040);
+    QVERIFY2(cScene.start(), cScene.describe());
+
+    // Twice: the register tables and the video window map the controller each for itself.
+    const QStringList cExpected = {QStringLiteral("lime open"), QStringLiteral("lime map"),
+                                   QStringLiteral("lime open"), QStringLiteral("lime map")};
+    QCOMPARE(operations(cScene.board()), cExpected);
+    QCOMPARE(cScene.board().limeRegister(CBoard::LIME_DISPLAY, 0x184), 0U);
+    QCOMPARE(cScene.end(), QString());
+    QCOMPARE(cScene.daemon().log(), (QStringList{STARTING, QStringLiteral("Terminating haldend...")}));
+    QCOMPARE(cScene.daemon().standardOutput(), QByteArray());
+}
+
+// A field of /proc/PID/status.
+static QByteArray statusField(uint uiPid, const QByteArray& rcField)
+{
+    QFile cFile(QStringLiteral("/proc/%1/status").arg(uiPid));
+    if (!cFile.open(QIODevice::ReadOnly))
+        return {};
+    for (const QByteArray& rcLine : cFile.readAll().split('\n'))
+        if (rcLine.startsWith(rcField + ":"))
+            return rcLine.mid(rcField.size() + 1).trimmed();
+    return {};
+}
+
+// The service's owner on a bus: waits for it to come or to go.
+class CServiceWait
+{
+public:
+    explicit CServiceWait(const QDBusConnection& rcConnection)
+        : m_cWatcher(QStringLiteral("velmar.haldend"), rcConnection),
+          m_cRegistered(&m_cWatcher, &QDBusServiceWatcher::serviceRegistered),
+          m_cUnregistered(&m_cWatcher, &QDBusServiceWatcher::serviceUnregistered)
+    {
+    }
+
+    bool forRegistration() { return !m_cRegistered.isEmpty() || m_cRegistered.wait(TIMEOUT_PROCESS_MS); }
+    bool forEnd() { return !m_cUnregistered.isEmpty() || m_cUnregistered.wait(TIMEOUT_PROCESS_MS); }
+
+    /// Process number of the owner.
+    uint pid() const
+    {
+        return m_cWatcher.connection().interface()->servicePid(QStringLiteral("velmar.haldend"));
+    }
+
+private:
+    QDBusServiceWatcher m_cWatcher;
+    QSignalSpy m_cRegistered;
+    QSignalSpy m_cUnregistered;
+};
+
+void TestStartup::detaches_with_d()
+{
+    CScene cScene;
+    QVERIFY2(cScene.prepare(), cScene.describe());
+    CDaemonProcess& rcDaemon = cScene.daemon();
+    CServiceWait cService(rcDaemon.client());
+
+    // A file: the pipes of the process go when the parent ends, which is at once.
+    const QString cLog = cScene.board().directory() + QStringLiteral("/log");
+    rcDaemon.process().setStandardErrorFile(cLog);
+    rcDaemon.setArguments(rcDaemon.arguments() << QStringLiteral("-d"));
+    rcDaemon.start();
+    const qint64 iParent = rcDaemon.pid();
+    QVERIFY2(rcDaemon.waitForEnd(), cScene.describe());
+    QCOMPARE(rcDaemon.exitCode(), 0);
+    QVERIFY(cService.forRegistration());
+
+    const uint uiChild = cService.pid();
+    QVERIFY(uiChild != static_cast<uint>(iParent));
+    QCOMPARE(QFile::symLinkTarget(QStringLiteral("/proc/%1/cwd").arg(uiChild)), QStringLiteral("/"));
+    QCOMPARE(statusField(uiChild, "Umask"), QByteArray("0000"));
+    QFile cFile(cLog);
+    QVERIFY(cFile.open(QIODevice::ReadOnly));
+    QCOMPARE(cFile.readAll(), "haldend[" + QByteArray::number(uiChild) + "]: Starting haldend...\n");
+
+    QCOMPARE(::kill(static_cast<pid_t>(uiChild), SIGTERM), 0);
+    QVERIFY(cService.forEnd());
+}
+
+void TestStartup::a_failed_fork_leaves_it_in_the_foreground()
+{
+    CScene cScene;
+    QVERIFY2(cScene.prepare(), cScene.describe());
+    setFault(cScene, BOARD_OPERATION_FORK, 1, 1);
+    cScene.daemon().setArguments(cScene.daemon().arguments() << QStringLiteral("-d"));
+    QVERIFY2(cScene.start(), cScene.describe());
+    QCOMPARE(cScene.board().faults().value(0).u32Hits, 1U);
+    QCOMPARE(cScene.end(), QString());
+    QCOMPARE(cScene.daemon().log(), (QStringList{STARTING, QStringLiteral("Terminating haldend...")}));
+}
+
+void TestStartup::device_failures_end_with_255_data()
+{
+    QTest::addColumn<int>("operation");
+    QTest::newRow("display controller can't be opened") << int(BOARD_OPERATION_LIME_OPEN);
+    QTest::newRow("display controller can't be mapped") << int(BOARD_OPERATION_LIME_MAP);
+}
+
+void TestStartup::device_failures_end_with_255()
+{
+    QFETCH(int, operation);
+    CScene cScene;
+    QVERIFY2(cScene.prepare(), cScene.describe());
+    setFault(cScene, static_cast<board_operation>(operation), 1, BOARD_FAULT_FOREVER);
+    EXPECT_FAILED_START(cScene, STARTING, LIME, HARDWARE, FAILED);
+    QCOMPARE(cScene.daemon().standardOutput(),
+             QByteArray("Error: failed to map framebuffer device to memory\n"));
+}
+
+void TestStartup::a_device_that_does_not_exist_ends_with_255()
+{
+    CScene cScene;
+    QVERIFY2(cScene.prepare(), cScene.describe());
+    cScene.daemon().setArguments({QStringLiteral("-i"), QStringLiteral("/nonexistent/i2c-1"),
+                                  QStringLiteral("-f"), QStringLiteral("/nonexistent/fpgamem"),
+                                  QStringLiteral("-l"), QStringLiteral("/nonexistent/fb0")});
+    EXPECT_FAILED_START(cScene, STARTING, LIME, HARDWARE, FAILED);
+}
+
+void TestStartup::a_device_that_is_too_short_ends_with_255()
+{
+    CScene cScene;
+    QVERIFY2(cScene.prepare(), cScene.describe());
+    const QString cShort = cScene.board().directory() + QStringLiteral("/short");
+    QFile cFile(cShort);
+    QVERIFY(cFile.open(QIODevice::WriteOnly));
+    for (const qint64 iSize : {qint64(0), qint64(4096), static_cast<qint64>(board_lime_bytes()) - 1}) {
+        QVERIFY(cFile.resize(iSize));
+        CDaemonProcess cDaemon;
+        cDaemon.setBusAddress(cScene.bus().address());
+        cDaemon.useBoard(cScene.board().directory());
+        cDaemon.setArguments(cDaemon.arguments() << QStringLiteral("-l") << cShort);
+        cDaemon.start();
+        QVERIFY2(cDaemon.waitForEnd(), cDaemon.describe());
+        QVERIFY2(!cDaemon.crashed(), cDaemon.describe());
+        QCOMPARE(cDaemon.exitCode(), 255);
+        QCOMPARE(cDaemon.log(), (QStringList{STARTING, LIME, HARDWARE, FAILED}));
+    }
+}
+
+void TestStartup::signal_hook_failures_end_with_255_data()
+{
+    QTest::addColumn<int>("nth");
+    QTest::newRow("socket pair of SIGHUP") << 1;
+    QTest::newRow("socket pair of SIGTERM") << 2;
+}
+
+void TestStartup::signal_hook_failures_end_with_255()
+{
+    QFETCH(int, nth);
+    CScene cScene;
+    QVERIFY2(cScene.prepare(), cScene.describe());
+    cScene.board().setTracing(true);
+    setFault(cScene, BOARD_OPERATION_SOCKETPAIR, static_cast<quint32>(nth), 1);
+    EXPECT_FAILED_START(cScene, STARTING, HOOK, FAILED);
+    QCOMPARE(operations(cScene.board()), QStringList());
+}
+
+void TestStartup::handlers_that_can_not_be_installed_do_not_stop_the_start()
+{
+    for (const quint32 u32Nth : {1U, 2U}) {
+        CScene cScene;
+        QVERIFY2(cScene.prepare(), cScene.describe());
+        setFault(cScene, BOARD_OPERATION_SIGACTION, u32Nth, 1);
+        QVERIFY2(cScene.start(), cScene.describe());
+        QCOMPARE(cScene.board().faults().value(0).u32Hits, 1U);
+        // The other signal's handler is there.
+        QVERIFY(cScene.daemon().endBySignal(u32Nth == 1 ? SIGTERM : SIGHUP));
+        QVERIFY2(!cScene.daemon().crashed(), cScene.describe());
+        QCOMPARE(cScene.daemon().exitCode(), 0);
+    }
+}
+
+void TestStartup::without_a_bus_it_ends_with_255()
+{
+    CScene cScene;
+    QVERIFY2(cScene.prepare(), cScene.describe());
+    cScene.daemon().setBusAddress(QStringLiteral("unix:path=/nonexistent/bus"));
+    EXPECT_FAILED_START(cScene, STARTING, OBJECTS, FAILED);
+}
+
+void TestStartup::a_bus_that_refuses_the_name_ends_it_with_255()
+{
+    CPrivateBus cRefusing;
+    QVERIFY2(cRefusing.start(QFINDTESTDATA("no-own.conf")), qPrintable(cRefusing.error()));
+    CScene cScene;
+    QVERIFY2(cScene.prepare(), cScene.describe());
+    cScene.daemon().setBusAddress(cRefusing.address());
+    EXPECT_FAILED_START(cScene, STARTING, NAME, QStringLiteral("org.freedesktop.DBus.Error.AccessDenied"),
+                        FAILED);
+}
+
+void TestStartup::a_second_instance_ends_with_255_and_leaves_the_first_alone()
+{
+    CScene cScene;
+    QVERIFY2(cScene.start(), cScene.describe());
+    cScene.board().setTracing(true);
+    CDaemonProcess cSecond;
+    cSecond.setBusAddress(cScene.bus().address());
+    cSecond.useBoard(cScene.board().directory());
+    cSecond.start();
+    QVERIFY2(cSecond.waitForEnd(), cSecond.describe());
+    QVERIFY2(!cSecond.crashed(), cSecond.describe());
+    QCOMPARE(cSecond.exitCode(), 255);
+    QCOMPARE(cSecond.log(), (QStringList{STARTING, NAME, QStringLiteral("NoError"), FAILED}));
+    // It got as far as the devices.
+    QVERIFY(operations(cScene.board()).contains(QStringLiteral("lime map")));
+
+    QVERIFY(cScene.daemon().settle());
+    QCOMPARE(cScene.end(), QString());
+}
+
+QTEST_GUILESS_MAIN(TestStartup)
+
+#include "tst_startup.moc"
