@@ -1,0 +1,146 @@
+#include "bench/CBusClient.h"
+
+#include "bench/CInterruption.h"
+#include "bench/CProcess.h"
+#include "bench/Timeouts.h"
+
+#include <memory>
+#include <stdexcept>
+#include <system_error>
+
+namespace
+{
+
+const char* const PATH = "/videodisplay";
+const char* const INTERFACE = "velmar.haldend.videodisplay";
+
+const char* const BUS = "org.freedesktop.DBus";
+const char* const BUS_PATH = "/org/freedesktop/DBus";
+
+struct SUnref {
+    void operator()(sd_bus_message* pcMessage) const { sd_bus_message_unref(pcMessage); }
+    void operator()(sd_bus_slot* pcSlot) const { sd_bus_slot_unref(pcSlot); }
+};
+using CMessage = std::unique_ptr<sd_bus_message, SUnref>;
+using CSlot = std::unique_ptr<sd_bus_slot, SUnref>;
+
+/// An error reply, emptied with the object.
+struct SError {
+    SError() = default;
+    ~SError() { sd_bus_error_free(&sError); }
+    SError(const SError&) = delete;
+    SError& operator=(const SError&) = delete;
+
+    sd_bus_error sError = {};
+};
+
+int checked(int iResult, const char* pszWhat)
+{
+    if (iResult < 0) {
+        CInterruption::check();
+        throw std::system_error(-iResult, std::generic_category(), pszWhat);
+    }
+    return iResult;
+}
+
+CMessage newCall(sd_bus* pcBus, const std::string& rcName, const char* pszMethod)
+{
+    sd_bus_message* pcMessage = nullptr;
+    checked(sd_bus_message_new_method_call(pcBus, &pcMessage, rcName.c_str(), PATH, INTERFACE, pszMethod),
+            pszMethod);
+    return CMessage(pcMessage);
+}
+
+CMessage call(sd_bus* pcBus, sd_bus_message* pcCall)
+{
+    SError sError;
+    sd_bus_message* pcReply = nullptr;
+    const int iResult =
+        sd_bus_call(pcBus, pcCall, TIMEOUT_CALL_MS * uint64_t{1000}, &sError.sError, &pcReply);
+    if (iResult < 0 && sError.sError.message != nullptr) {
+        CInterruption::check();
+        throw std::runtime_error(sError.sError.message);
+    }
+    checked(iResult, sd_bus_message_get_member(pcCall));
+    return CMessage(pcReply);
+}
+
+int noteAppearance(sd_bus_message* pcSignal, void* pvAppeared, sd_bus_error* /*psError*/)
+{
+    const char* pszName = nullptr;
+    const char* pszOldOwner = nullptr;
+    const char* pszNewOwner = nullptr;
+    const int iResult = sd_bus_message_read(pcSignal, "sss", &pszName, &pszOldOwner, &pszNewOwner);
+    if (iResult > 0)
+        *static_cast<bool*>(pvAppeared) = *pszNewOwner != '\0';
+    return iResult;
+}
+
+} // namespace
+
+CBusClient::CBusClient(const std::string& rcAddress) : m_pcBus(nullptr)
+{
+    checked(sd_bus_new(&m_pcBus), "sd_bus_new");
+    checked(sd_bus_set_address(m_pcBus, rcAddress.c_str()), "sd_bus_set_address");
+    checked(sd_bus_set_bus_client(m_pcBus, 1), "sd_bus_set_bus_client");
+    checked(sd_bus_start(m_pcBus), "sd_bus_start");
+}
+
+CBusClient::~CBusClient()
+{
+    sd_bus_close_unref(m_pcBus);
+}
+
+bool CBusClient::hasOwner(const std::string& rcName)
+{
+    sd_bus_message* pcMessage = nullptr;
+    checked(sd_bus_message_new_method_call(m_pcBus, &pcMessage, BUS, BUS_PATH, BUS, "NameHasOwner"),
+            "NameHasOwner");
+    const CMessage cCall(pcMessage);
+    checked(sd_bus_message_append(cCall.get(), "s", rcName.c_str()), "NameHasOwner");
+    int iOwned = 0;
+    checked(sd_bus_message_read(call(m_pcBus, cCall.get()).get(), "b", &iOwned), "NameHasOwner");
+    return iOwned != 0;
+}
+
+void CBusClient::process()
+{
+    while (checked(sd_bus_process(m_pcBus, nullptr), "sd_bus_process") > 0) {
+    }
+}
+
+void CBusClient::waitForName(const std::string& rcName, const CProcess& rcOwner)
+{
+    bool bAppeared = false;
+    const std::string cMatch = "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
+                               "member='NameOwnerChanged',arg0='" +
+                               rcName + "'";
+    sd_bus_slot* pcSlot = nullptr;
+    checked(sd_bus_add_match(m_pcBus, &pcSlot, cMatch.c_str(), noteAppearance, &bAppeared),
+            "sd_bus_add_match");
+    const CSlot cSlot(pcSlot);
+    // The owner may have been quicker than the match.
+    bAppeared = hasOwner(rcName);
+    process();
+    while (!bAppeared) {
+        if (!rcOwner.waitFor(sd_bus_get_fd(m_pcBus), TIMEOUT_START_MS))
+            rcOwner.fail("no bus name in time");
+        process();
+    }
+}
+
+int CBusClient::get(const std::string& rcName, const char* pszMethod)
+{
+    const CMessage cReply = call(m_pcBus, newCall(m_pcBus, rcName, pszMethod).get());
+    int iValue = 0;
+    checked(sd_bus_message_read(cReply.get(), "i", &iValue), pszMethod);
+    return iValue;
+}
+
+void CBusClient::send(const std::string& rcName, const char* pszMethod, int iFirst, int iSecond)
+{
+    const CMessage cCall = newCall(m_pcBus, rcName, pszMethod);
+    checked(sd_bus_message_set_expect_reply(cCall.get(), 0), pszMethod);
+    checked(sd_bus_message_append(cCall.get(), "ii", iFirst, iSecond), pszMethod);
+    checked(sd_bus_send(m_pcBus, cCall.get(), nullptr), pszMethod);
+}

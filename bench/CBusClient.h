@@ -1,0 +1,40 @@
+#ifndef HALDEND_BENCH_CBUSCLIENT_H
+#define HALDEND_BENCH_CBUSCLIENT_H
+
+#include <string>
+
+#include <systemd/sd-bus.h>
+
+class CProcess;
+
+/// The one client of all services: what it costs is the same for each of them, and small. Calls go to the
+/// interface "velmar.haldend.videodisplay" of "/videodisplay" at the bus name given.
+///
+/// All failures are thrown: std::system_error from the connection, std::runtime_error with the text of an
+/// error reply.
+class CBusClient
+{
+public:
+    explicit CBusClient(const std::string& rcAddress);
+    ~CBusClient();
+
+    CBusClient(const CBusClient&) = delete;
+    CBusClient& operator=(const CBusClient&) = delete;
+
+    /// Waits until a process that was just started owns its name. Its end before that is a failure.
+    void waitForName(const std::string& rcName, const CProcess& rcOwner);
+
+    /// Calls a getter, waits for its reply, and gives the value.
+    int get(const std::string& rcName, const char* pszMethod);
+
+    /// Sends a call of two integers that expects no reply, and doesn't wait.
+    void send(const std::string& rcName, const char* pszMethod, int iFirst, int iSecond);
+
+private:
+    bool hasOwner(const std::string& rcName);
+    void process();
+
+    sd_bus* m_pcBus;
+};
+
+#endif

@@ -1,0 +1,38 @@
+#include "bench/CVirtualBoard.h"
+
+#include "bench/CProcess.h"
+#include "bench/CTemporaryDirectory.h"
+#include "bench/Timeouts.h"
+#include "hw/lime_mmio.h"
+
+#include <fstream>
+#include <stdexcept>
+
+namespace
+{
+
+const std::uint32_t L1WXY = 0x124; // layer 1 window position, in the display window
+
+} // namespace
+
+CVirtualBoard::CVirtualBoard(const CTemporaryDirectory& rcDirectory) : m_cPath(rcDirectory.file("board"))
+{
+    CProcess::SStart cStart;
+    cStart.cArguments = {BENCH_BOARD_TOOL, "create", m_cPath};
+    cStart.cEnvironment = {"LC_ALL=C.UTF-8"};
+    cStart.cLogFile = rcDirectory.file("board.log");
+    const CProcess cTool(cStart);
+    if (!cTool.waitFor(-1, TIMEOUT_START_MS))
+        cTool.fail("not done in time");
+}
+
+std::uint32_t CVirtualBoard::videoPosition() const
+{
+    std::ifstream cDevice(device("fb0"), std::ios::binary);
+    cDevice.seekg(LIME_DISP_WINDOW + L1WXY);
+    // Controller registers are in the byte order of the processor, which is ours.
+    std::uint32_t u32Value = 0;
+    if (!cDevice.read(reinterpret_cast<char*>(&u32Value), sizeof(u32Value)))
+        throw std::runtime_error(device("fb0") + ": cannot be read");
+    return u32Value;
+}
