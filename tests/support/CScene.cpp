@@ -32,7 +32,8 @@ QString CScene::end()
     if (m_cDaemon.crashed() || m_cDaemon.exitCode() != 0)
         return QStringLiteral("ended badly") + QString::fromUtf8(describe());
     const QStringList cUnexpected = m_cDaemon.unexpectedOutput();
-    return cUnexpected == m_cAnnounced ? QString() : QStringLiteral("said: ") + cUnexpected.join(QLatin1Char('\n'));
+    return cUnexpected == m_cAnnounced ? QString()
+                                       : QStringLiteral("said: ") + cUnexpected.join(QLatin1Char('\n'));
 }
 
 QByteArray CScene::describe()

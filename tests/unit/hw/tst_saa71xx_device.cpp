@@ -3,11 +3,11 @@
 #include "tests/support/hw_board.h"
 
 #include <cerrno>
-#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 namespace
