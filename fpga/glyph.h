@@ -1,0 +1,149 @@
+/* Glyphs as pictures, and pictures made of other pictures, all by the compiler.
+ *
+ * A picture is ten rows of twelve marks:
+ *   #  drawn in both half-images     '  only in the first, the upper frame line of the row
+ *   .  not drawn                     ,  only in the second, the lower frame line
+ *
+ * How the sets are drawn: the base line is the bottom of row 7. Capitals and digits fill rows 1-7, small
+ * letters rows 3-7 with ascenders from row 1 and descenders to row 9. Verticals are two pixels wide and
+ * horizontals one row, which is a line of each field, so that nothing flickers. A mark in one half only is
+ * for what needs the finer grid of 20 lines: accents, and strokes that lean by more than a pixel a row.
+ *
+ * What the compiler can't make of a picture is an error: each such case calls a function that does not exist
+ * at compile time, whose name says what is wrong. */
+#ifndef HALDEND_FPGA_GLYPH_H
+#define HALDEND_FPGA_GLYPH_H
+
+#include <cstddef>
+#include <cstdint>
+
+namespace glyphs
+{
+
+constexpr int GLYPH_COLUMNS = 12;
+constexpr int GLYPH_ROWS = 10;
+constexpr int GLYPH_LINES = 2 * GLYPH_ROWS;
+
+/* A character cell as the monitor shows it: frame lines from top to bottom, the even ones the first
+ * half-image's; bit 15 is the leftmost pixel, bits 3-0 are zero. */
+struct glyph {
+    std::uint16_t line[GLYPH_LINES];
+};
+
+void picture_has_a_mark_that_means_nothing();
+void glyph_leaves_its_cell();
+
+constexpr bool drawn_in_half(char mark, int half)
+{
+    switch (mark) {
+    case '#':
+        return true;
+    case '.':
+        return false;
+    case '\'':
+        return half == 0;
+    case ',':
+        return half == 1;
+    default:
+        picture_has_a_mark_that_means_nothing();
+        return false;
+    }
+}
+
+constexpr std::uint16_t pixel(int column)
+{
+    return static_cast<std::uint16_t>(0x8000U >> column);
+}
+
+/* The glyph of a picture, its rows one after the other. */
+template <std::size_t length>
+constexpr glyph picture(const char (&marks)[length])
+{
+    static_assert(length == GLYPH_ROWS * GLYPH_COLUMNS + 1, "a picture is 10 rows of 12 marks");
+    glyph drawn{};
+    for (int line = 0; line < GLYPH_LINES; ++line)
+        for (int column = 0; column < GLYPH_COLUMNS; ++column)
+            if (drawn_in_half(marks[line / 2 * GLYPH_COLUMNS + column], line % 2))
+                drawn.line[line] = static_cast<std::uint16_t>(drawn.line[line] | pixel(column));
+    return drawn;
+}
+
+/* Both, one over the other. */
+constexpr glyph operator|(const glyph& a, const glyph& b)
+{
+    glyph both{};
+    for (int line = 0; line < GLYPH_LINES; ++line)
+        both.line[line] = static_cast<std::uint16_t>(a.line[line] | b.line[line]);
+    return both;
+}
+
+/* Left and right swapped. */
+constexpr glyph mirrored(const glyph& shape)
+{
+    glyph result{};
+    for (int line = 0; line < GLYPH_LINES; ++line)
+        for (int column = 0; column < GLYPH_COLUMNS; ++column)
+            if (shape.line[line] & pixel(column))
+                result.line[line] =
+                    static_cast<std::uint16_t>(result.line[line] | pixel(GLYPH_COLUMNS - 1 - column));
+    return result;
+}
+
+/* Top and bottom swapped. */
+constexpr glyph flipped(const glyph& shape)
+{
+    glyph result{};
+    for (int line = 0; line < GLYPH_LINES; ++line)
+        result.line[line] = shape.line[GLYPH_LINES - 1 - line];
+    return result;
+}
+
+/* Turned upside down. */
+constexpr glyph turned(const glyph& shape)
+{
+    return mirrored(flipped(shape));
+}
+
+/* Moved by so many pixels to the right, or to the left if negative. */
+constexpr glyph shifted(const glyph& shape, int columns)
+{
+    constexpr std::uint32_t CELL = 0xfff0;
+    glyph result{};
+    for (int line = 0; line < GLYPH_LINES; ++line) {
+        const std::uint32_t pixels = std::uint32_t{shape.line[line]};
+        const std::uint32_t moved = columns > 0 ? pixels >> columns : pixels << -columns;
+        if ((columns > 0 ? moved << columns : moved >> -columns) != pixels || (moved & ~CELL) != 0)
+            glyph_leaves_its_cell();
+        result.line[line] = static_cast<std::uint16_t>(moved);
+    }
+    return result;
+}
+
+/* Moved down by so many frame lines, or up if negative. */
+constexpr glyph lowered(const glyph& shape, int lines)
+{
+    glyph result{};
+    for (int line = 0; line < GLYPH_LINES; ++line) {
+        const int target = line + lines;
+        if (target >= 0 && target < GLYPH_LINES)
+            result.line[target] = shape.line[line];
+        else if (shape.line[line] != 0)
+            glyph_leaves_its_cell();
+    }
+    return result;
+}
+
+/* Without one of its rows, what is above it moved down: makes room for an accent over a capital. */
+constexpr glyph squeezed(const glyph& shape, int row)
+{
+    if ((shape.line[0] | shape.line[1]) != 0)
+        glyph_leaves_its_cell();
+    glyph result = shape;
+    for (int line = 2 * row + 1; line > 1; --line)
+        result.line[line] = shape.line[line - 2];
+    return result;
+}
+
+} // namespace glyphs
+
+#endif
