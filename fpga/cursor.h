@@ -1,0 +1,89 @@
+/* The hardware cursor: its image and place, and the text cursor that moves it from cell to cell.
+ */
+#ifndef HALDEND_FPGA_CURSOR_H
+#define HALDEND_FPGA_CURSOR_H
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#define CURSOR_ROWS   32 /* rows of every cursor image */
+#define CURSOR_SHAPES 5
+
+/* What the cursor looks like. */
+struct cursor_shape {
+    uint16_t width;        /* pixels, up to 32 */
+    uint16_t height;       /* rows, up to 32 */
+    uint32_t color;        /* ARGB */
+    const uint32_t* image; /* CURSOR_ROWS rows, bit 31 the leftmost pixel */
+};
+
+extern const uint32_t cursor_cross_image[CURSOR_ROWS];
+extern const uint32_t cursor_arrow_image[CURSOR_ROWS];
+extern const uint32_t cursor_block_image[CURSOR_ROWS];
+extern const uint32_t cursor_line_image[CURSOR_ROWS];
+extern const uint32_t cursor_carret_image[CURSOR_ROWS];
+
+/* Cross, arrow, block, line, caret; the last three fit a character cell of 12 pixels by 20 lines. */
+extern const struct cursor_shape cursor_shapes[CURSOR_SHAPES];
+
+/* The parameters of a text cursor. */
+struct text_cursor_parameters {
+    uint16_t x_origin; /* pixels, of column 0 */
+    uint16_t y_origin; /* lines, of row 0 */
+    uint16_t x_step;   /* pixels a column */
+    uint16_t y_step;   /* lines a row */
+    uint16_t column;
+    uint16_t row;
+    uint16_t last_column;
+    uint16_t last_row;
+    uint16_t shape;                    /* index into the shapes */
+    const struct cursor_shape* shapes; /* CURSOR_SHAPES of them */
+};
+
+/* A text cursor: the same, but y_origin is the given one less 1. */
+struct text_cursor {
+    uint16_t x_origin;
+    uint16_t y_origin;
+    uint16_t x_step;
+    uint16_t y_step;
+    uint16_t column;
+    uint16_t row;
+    uint16_t last_column;
+    uint16_t last_row;
+    uint16_t shape;
+    const struct cursor_shape* shapes;
+};
+
+/* Empties the cursor image memory. */
+int init_cursor(void);
+
+/* Loads a shape: its rows, size and colour. */
+int set_cursor_image(const struct cursor_shape* shape);
+
+/* Takes the parameters over, puts the cursor at the origin (the given column and row are kept, not applied)
+ * and loads the shape; an index beyond the shapes loads none. */
+void init_text_cursor(struct text_cursor* cursor, const struct text_cursor_parameters* parameters);
+
+/* Puts the cursor on a cell; columns and rows beyond the last become the last. */
+void set_cursor_xy(unsigned int column, unsigned int row, struct text_cursor* cursor);
+
+/* Moves the cursor by a key code, wrapping at the edges; other codes write its place again. */
+void move_text_cursor(struct text_cursor* cursor, int key);
+
+#define CURSOR_KEY_DOWN         258
+#define CURSOR_KEY_UP           259
+#define CURSOR_KEY_LEFT         260 /* from column 0 to the end of the row above */
+#define CURSOR_KEY_RIGHT        261 /* from the last column to the start of the row below */
+#define CURSOR_KEY_FIRST_ROW    264
+#define CURSOR_KEY_FIRST_COLUMN 273
+#define CURSOR_KEY_LAST_COLUMN  348
+#define CURSOR_KEY_LAST_ROW     349
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

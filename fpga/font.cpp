@@ -1,0 +1,40 @@
+/* The choice between the glyph sets. */
+#include "fpga/font.h"
+
+#include "fpga/font_tables.h"
+#include "fpga/fpga_map.h"
+#include "hw/fpga_device.h"
+
+#include <algorithm>
+
+static int current_font = 0;
+
+int internal_load_font(const unsigned char* table, size_t length)
+{
+    unsigned char swapped[FONT_MAP_LENGTH];
+    for (size_t row = 0; row < FONT_MAP_LENGTH; row += 2) {
+        swapped[row] = table[row + 1];
+        swapped[row + 1] = table[row];
+    }
+    return write_fpga_block(FPGA_GLYPHS, swapped, std::min(length, sizeof(swapped)));
+}
+
+void load_font(int set)
+{
+    if (set == current_font || set == 0)
+        return;
+    current_font = set;
+    switch (set) {
+    case 1:
+        internal_load_font(font_map_tab_iso8859_15.rows, FONT_MAP_LENGTH);
+        break;
+    case 2:
+        internal_load_font(font_map_tab_iso8859_16.rows, FONT_MAP_LENGTH);
+        break;
+    case 3:
+        internal_load_font(font_map_tab_iso8859_5.rows, FONT_MAP_LENGTH);
+        break;
+    default:
+        break;
+    }
+}

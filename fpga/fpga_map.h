@@ -1,0 +1,37 @@
+/* The overlay FPGA's address map: one address space for memory (block transfers) and registers.
+ *
+ * Memory takes 16- and 32-bit quantities little-endian; registers are numbers.
+ */
+#ifndef HALDEND_FPGA_FPGA_MAP_H
+#define HALDEND_FPGA_FPGA_MAP_H
+
+/* Memory */
+#define FPGA_GRAPHIC_PAGES       0x0000000u /* pages 0-8, one every FPGA_GRAPHIC_PAGE_STRIDE bytes */
+#define FPGA_GRAPHIC_PAGE_STRIDE 0x33400u
+#define FPGA_GLYPHS              0x0200000u /* one glyph set */
+#define FPGA_TEXT_PAGES          0x0300000u /* pages 0-8, one every FPGA_TEXT_PAGE_STRIDE bytes */
+#define FPGA_TEXT_PAGE_STRIDE    0xe00u
+#define FPGA_CURSOR_IMAGE        0x0ff0800u /* 32 rows of 32 pixels and as much again unused */
+#define FPGA_GRAPHIC_PALETTE     0x0ff1400u /* 32-bit ARGB entries */
+#define FPGA_TEXT_FOREGROUND     0x0ff1800u /* 16 32-bit ARGB entries */
+#define FPGA_TEXT_BACKGROUND     0x0ff1840u /* the same */
+#define FPGA_VIDEO_IMAGE         0x1000000u /* the stored frame, field after field */
+
+#define FPGA_PAGES 9u /* of text and of graphics each */
+
+/* Registers */
+#define FPGA_CTRL         0xff0000u /* display control */
+#define FPGA_FGCC         0xff0004u /* frame generator: mode and colour */
+#define FPGA_STORE_VIDEO  0xff0008u /* store trigger */
+#define FPGA_SRIC         0xff000cu /* numbers of the image to store and to restore */
+#define FPGA_CURSOR_X     0xff0a00u /* pixels */
+#define FPGA_CURSOR_Y     0xff0a04u /* lines */
+#define FPGA_CURSOR_SIZE  0xff0a08u /* width << 8 | (height + 1) */
+#define FPGA_CURSOR_COLOR 0xff0a0cu /* ARGB */
+#define FPGA_GRAPHIC_SHOW 0xff1008u /* byte address of the displayed graphic page >> 8 */
+#define FPGA_TSXP         0xff1a00u /* text layer, first pixel */
+#define FPGA_TSYP         0xff1a04u /* text layer, first line */
+#define FPGA_TESZ         0xff1a08u /* cell size */
+#define FPGA_TEMO         0xff1a0cu /* byte address of the displayed text page */
+
+#endif

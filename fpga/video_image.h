@@ -1,0 +1,33 @@
+/* The stored video frame between the FPGA's image memory and a buffer.
+ *
+ * The FPGA holds a frame of 576 lines of 720 32-bit words as two fields, 288 lines each. A buffer holds it as
+ * a frame, bottom line first. size is the buffer's length in bytes, 1,658,880 for a whole frame; with less
+ * only the lines that lie within it are moved.
+ *
+ * The last buffer line is outside the reversal in both directions. Saved pictures have always been so, and
+ * what is saved comes back: after a read it is the second field's last line, and a write leaves that line of
+ * the FPGA undefined.
+ */
+#ifndef HALDEND_FPGA_VIDEO_IMAGE_H
+#define HALDEND_FPGA_VIDEO_IMAGE_H
+
+#include <stddef.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Bytes of a whole frame. */
+#define VIDEO_IMAGE_SIZE 1658880u
+
+/* Reads the frame. Returns 0, or -1 without memory, then nothing was read. */
+int get_video_image_from_fpga(unsigned char* buffer, int unused, size_t size);
+
+/* Writes the frame; the buffer is left in the FPGA's field order. Does nothing without memory. */
+void write_video_image_to_fpga(unsigned char* buffer, int unused, size_t size);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
