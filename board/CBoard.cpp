@@ -1,5 +1,6 @@
 #include "board/CBoard.h"
 
+#include "board/CFpgaMixer.h"
 #include "board/CPictureRenderer.h"
 #include "board/CTestPicture.h"
 
@@ -260,6 +261,11 @@ bool CBoard::isCameraPlugged() const
 QImage CBoard::picture() const
 {
     return isOpen() ? CPictureRenderer(*this).render() : QImage();
+}
+
+QImage CBoard::recordedPicture() const
+{
+    return isOpen() ? CFpgaMixer(*this).mix(CFpgaMixer::CONTROL_C) : QImage();
 }
 
 // Trace

@@ -98,8 +98,9 @@ public:
     bool isCameraPlugged() const;
     /// @}
 
-    /// What the monitor shows, 720 x 576; null if the board isn't open.
+    /// What the monitor shows, and what is recorded, 720 x 576; null if the board isn't open.
     QImage picture() const;
+    QImage recordedPicture() const;
 
     /// \name Trace
     /// One line a device operation; virtual-board.md has the grammar.

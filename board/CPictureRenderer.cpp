@@ -1,6 +1,7 @@
 #include "board/CPictureRenderer.h"
 
 #include "board/CBoard.h"
+#include "board/CFpgaMixer.h"
 
 namespace
 {
@@ -123,11 +124,9 @@ void CPictureRenderer::renderVideo()
     if (iWidth <= 0)
         return;
 
-    QImage cCamera = m_rcBoard.cameraImage();
-    if (!m_rcBoard.isCameraPlugged())
-        cCamera.fill(OPAQUE);
+    const QImage cCaptured = CFpgaMixer(m_rcBoard).mix(CFpgaMixer::CONTROL_A);
     for (int y = 0; y < iHeight; y++) {
-        const auto* pu32Source = reinterpret_cast<const QRgb*>(cCamera.constScanLine(cVertical.source(y)));
+        const auto* pu32Source = reinterpret_cast<const QRgb*>(cCaptured.constScanLine(cVertical.source(y)));
         auto* pu32Line = reinterpret_cast<QRgb*>(m_cPicture.scanLine(iTop + y)) + iLeft;
         for (int x = 0; x < iWidth; x++)
             pu32Line[x] = OPAQUE | pu32Source[cHorizontal.source(x)];

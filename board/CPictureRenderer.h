@@ -11,9 +11,9 @@ class CBoard;
 ///
 /// - Display off (DCM1 bit 31 clear): black.
 /// - Behind everything the background colour, DBGC.
-/// - Layer 1 (DCM1 bit 17): the camera picture, scaled by CSC, its top left corner at L1WXY, cut at the right
-///   and bottom by the window size L1WWH. A scale of 0 in either direction shows no video. Black while the
-///   camera is unplugged.
+/// - Layer 1 (DCM1 bit 17): what the FPGA puts out by its control set A (CFpgaMixer), scaled by CSC, its top
+///   left corner at L1WXY, cut at the right and bottom by the window size L1WWH. A scale of 0 in either
+///   direction shows no video.
 /// - Layer 0 (DCM1 bit 16), in 16-bit mode only (L0M bit 31): 1-5-5-5 pixels of the controller's memory from
 ///   L0OA, in the window L0WXY, L0WWH. Pixels of value 0 are transparent if L0TC bit 15 is set.
 /// - DLS orders the layers, the lowest nibble names the one on top.

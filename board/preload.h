@@ -64,8 +64,9 @@ struct file_identity {
 struct board {
     char directory[PATH_MAX]; /* absolute, links resolved */
     struct board_control* control;
-    uint8_t* fpga; /* the whole of fpgamem */
-    uint8_t* i2c;  /* the whole of i2c-1 */
+    uint8_t* fpga;         /* the whole of fpgamem */
+    uint8_t* i2c;          /* the whole of i2c-1 */
+    const uint8_t* camera; /* the whole of it */
     struct file_identity files[DEVICE_COUNT];
 };
 
@@ -106,6 +107,9 @@ int64_t device_seek(enum device device, int descriptor, int64_t offset, int when
 ssize_t device_read(enum device device, int descriptor, void* buffer, size_t count);
 ssize_t device_write(enum device device, int descriptor, const void* buffer, size_t count);
 int device_ioctl(enum device device, int descriptor, uint32_t request, void* argument);
+
+/* Keeps the live picture in the FPGA's image memory, as its store trigger does. */
+void store_live_picture(const struct board* board);
 
 /* Judges a mapping before it is made: an error number, or 0. The second one notes how it went. */
 int device_map(enum device device);

@@ -98,6 +98,9 @@ static int attach(struct board* board, const char* directory, const char** culpr
     struct file control = {
         BOARD_CONTROL, sizeof(struct board_control), NULL, {0, 0}
     };
+    struct file camera = {
+        BOARD_CAMERA, BOARD_CAMERA_BYTES, NULL, {0, 0}
+    };
     struct file files[DEVICE_COUNT] = {
         [DEVICE_FPGA] = {BOARD_FPGA, BOARD_FPGA_BYTES,   NULL, {0, 0}},
         [DEVICE_LIME] = {BOARD_LIME, board_lime_bytes(), NULL, {0, 0}},
@@ -110,6 +113,10 @@ static int attach(struct board* board, const char* directory, const char** culpr
     int error = map_file(&control, board->directory);
     if (error == 0 && !ours(control.map))
         error = EINVAL;
+    if (error == 0) {
+        *culprit = camera.name;
+        error = map_file(&camera, board->directory);
+    }
     for (int device = DEVICE_FPGA; error == 0 && device < DEVICE_COUNT; device++) {
         *culprit = files[device].name;
         error = map_file(&files[device], board->directory);
@@ -119,11 +126,13 @@ static int attach(struct board* board, const char* directory, const char** culpr
         board->control = control.map;
         board->fpga = files[DEVICE_FPGA].map;
         board->i2c = files[DEVICE_I2C].map;
+        board->camera = camera.map;
         adopt_lime(board->control, files[DEVICE_LIME].map);
     } else {
         unmap_file(&control);
         unmap_file(&files[DEVICE_FPGA]);
         unmap_file(&files[DEVICE_I2C]);
+        unmap_file(&camera);
     }
     unmap_file(&files[DEVICE_LIME]);
     return error;
@@ -136,6 +145,7 @@ static void release(struct board* board)
     munmap(board->control, sizeof(struct board_control));
     munmap(board->fpga, BOARD_FPGA_BYTES);
     munmap(board->i2c, BOARD_I2C_BYTES);
+    munmap((void*)board->camera, BOARD_CAMERA_BYTES);
     munmap(board, sizeof *board);
 }
 

@@ -20,6 +20,8 @@ enum { FPGA_TRANSFERS = 6, FPGA_WIDTHS = 3 };
 static const uint32_t FPGA_READ_8 = 0xc0086b00;
 static const uint32_t FPGA_PLAIN = 0x20006b07;
 
+static const uint32_t FPGA_STORE_TRIGGER = 0xff0008; /* a register: bit 0 written as 1 */
+
 /* The argument of the register requests. */
 struct fpga_record {
     uint32_t address;
@@ -232,6 +234,13 @@ static void store_little(uint8_t* memory, unsigned bytes, uint32_t value)
     }
 }
 
+static void fpga_store(const struct board* board, unsigned bytes, const struct fpga_record* record)
+{
+    store_little(board->fpga + record->address, bytes, record->value);
+    if (record->address == FPGA_STORE_TRIGGER && (record->value & 1) != 0)
+        store_live_picture(board);
+}
+
 static int fpga_transfer(const struct board* board, bool writing, unsigned bytes, struct fpga_record* record)
 {
     int error =
@@ -241,7 +250,7 @@ static int fpga_transfer(const struct board* board, bool writing, unsigned bytes
     if (record->address > BOARD_FPGA_BYTES - bytes)
         return EINVAL;
     if (writing)
-        store_little(board->fpga + record->address, bytes, record->value);
+        fpga_store(board, bytes, record);
     else
         record->value = load_little(board->fpga + record->address, bytes);
     return 0;

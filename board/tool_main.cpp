@@ -16,12 +16,13 @@ struct SCommand {
 };
 
 const SCommand COMMANDS[] = {
-    {"create",    "DIR",                              "makes a board",                    commandCreate   },
-    {"picture",   "OUT.png [--follow]",               "shows what the monitor shows",     commandPicture  },
-    {"registers", "[NAME...]",                        "lists registers and their fields", commandRegisters},
-    {"trace",     "on | off | show | clear | follow", "notes every device operation",     commandTrace    },
-    {"camera",    "test | FILE | unplug | plug",      "chooses what the camera sees",     commandCamera   },
-    {"fault",     "OPERATION | list | clear",         "makes operations fail",            commandFault    },
+    {"create",    "DIR",                              "makes a board",                     commandCreate   },
+    {"picture",   "OUT.png [--follow] [--recorded]",  "shows what the monitor shows",      commandPicture  },
+    {"glyphs",    "SET OUT.png",                      "draws a glyph set's contact sheet", commandGlyphs   },
+    {"registers", "[NAME...]",                        "lists registers and their fields",  commandRegisters},
+    {"trace",     "on | off | show | clear | follow", "notes every device operation",      commandTrace    },
+    {"camera",    "test | FILE | unplug | plug",      "chooses what the camera sees",      commandCamera   },
+    {"fault",     "OPERATION | list | clear",         "makes operations fail",             commandFault    },
 };
 
 void printUsage(FILE* pcStream)

@@ -45,13 +45,14 @@ struct SPictureFile {
     QString cPath;
     QString cError;
     QImage cLast;
+    bool bRecorded = false;
 };
 
 /// Writes the picture if it has changed. The file is replaced whole: viewers never see half a picture.
 bool updatePicture(void* pvFile)
 {
     auto& rcFile = *static_cast<SPictureFile*>(pvFile);
-    const QImage cPicture = rcFile.cBoard.picture();
+    const QImage cPicture = rcFile.bRecorded ? rcFile.cBoard.recordedPicture() : rcFile.cBoard.picture();
     if (cPicture == rcFile.cLast)
         return true;
     QSaveFile cFile(rcFile.cPath);
@@ -68,14 +69,17 @@ bool updatePicture(void* pvFile)
 int commandPicture(const QStringList& rcArguments)
 {
     const QString FOLLOW = QStringLiteral("follow");
+    const QString RECORDED = QStringLiteral("recorded");
     CCommandLine cLine(QStringLiteral("picture"),
                        QStringLiteral("Shows what the monitor shows, as a PNG file."));
     cLine.addArgument(QStringLiteral("OUT.png"), QStringLiteral("the file, replaced if it exists"));
     cLine.addFlag(FOLLOW, QStringLiteral("replace the file whenever the picture changes, until Ctrl-C"));
+    cLine.addFlag(RECORDED, QStringLiteral("what is recorded instead of what the monitor shows"));
     SPictureFile cFile;
     if (!cLine.parse(rcArguments, 1, 1) || !cLine.openBoard(cFile.cBoard))
         return cLine.exitStatus();
     cFile.cPath = cLine.arguments().first();
+    cFile.bRecorded = cLine.isSet(RECORDED);
     if (cLine.isSet(FOLLOW))
         repeatUntilStopped(updatePicture, &cFile);
     else

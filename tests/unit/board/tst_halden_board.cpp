@@ -28,6 +28,8 @@ private slots:
     void takes_the_board_from_option_or_variable();
     void writes_the_picture();
     void follows_the_picture();
+    void writes_the_recorded_picture();
+    void draws_glyph_sets_without_a_board();
     void lists_registers();
     void lists_named_registers();
     void switches_and_shows_the_trace();
@@ -91,6 +93,8 @@ void TestHaldenBoard::refuses_bad_lines_data()
     QTest::newRow("nth") << QStringList({"fault", "fork", "--nth", "0"}) << "at least 1";
     QTest::newRow("count") << QStringList({"fault", "fork", "--count", "-1"}) << "at least 1";
     QTest::newRow("short") << QStringList({"fault", "fork", "--short"}) << "halved";
+    QTest::newRow("glyphs of what") << QStringList({"glyphs", "4", "a.png"}) << "no glyph set '4'";
+    QTest::newRow("glyphs where") << QStringList({"glyphs", "1"}) << "an argument is missing";
 }
 
 void TestHaldenBoard::refuses_bad_lines()
@@ -110,6 +114,7 @@ void TestHaldenBoard::fails_with_a_message_data()
     QTest::newRow("no board") << QStringList({"trace", "show", "--board", "/nowhere"}) << "/nowhere/control";
     QTest::newRow("create on a board") << QStringList({"create", "/usr"}) << "/usr: exists and isn't empty";
     QTest::newRow("no picture folder") << QStringList({"picture", "/nowhere/a.png"}) << "/nowhere/a.png";
+    QTest::newRow("no glyph folder") << QStringList({"glyphs", "1", "/nowhere/a.png"}) << "/nowhere/a.png";
     QTest::newRow("no camera file") << QStringList({"camera", "/nowhere/a.png"}) << "/nowhere/a.png";
 }
 
@@ -128,7 +133,7 @@ void TestHaldenBoard::helps_data()
     QTest::addColumn<QString>("part");
     QTest::newRow("tool") << QStringList("--help") << "registers";
     QTest::newRow("tool, short") << QStringList("-h") << "HALDEN_BOARD";
-    for (const char* pszCommand : {"create", "picture", "registers", "trace", "camera", "fault"})
+    for (const char* pszCommand : {"create", "picture", "registers", "trace", "camera", "fault", "glyphs"})
         QTest::newRow(pszCommand) << QStringList({pszCommand, "--help"}) << "--board <DIR>";
     QTest::newRow("operations") << QStringList({"fault", "-h"}) << "fpga-ioctl-write";
 }
@@ -196,6 +201,29 @@ void TestHaldenBoard::follows_the_picture()
     QVERIFY(cProcess.waitForFinished(PROCESS_MS));
     QCOMPARE(cProcess.exitStatus(), QProcess::NormalExit);
     QCOMPARE(cProcess.exitCode(), 0);
+}
+
+void TestHaldenBoard::writes_the_recorded_picture()
+{
+    // The window is cut for the monitor; what is recorded is whole.
+    const QString cPath = file("recorded.png");
+    QCOMPARE(run({QStringLiteral("picture"), QStringLiteral("--recorded"), cPath}), 0);
+    QVERIFY(QImage(cPath).convertToFormat(QImage::Format_RGB32) == m_cBoard.recordedPicture());
+    QVERIFY(m_cBoard.recordedPicture() != m_cBoard.picture());
+}
+
+void TestHaldenBoard::draws_glyph_sets_without_a_board()
+{
+    m_cEnvironment.remove(QStringLiteral("HALDEN_BOARD"));
+    QImage cLast;
+    for (const char* pszSet : {"1", "2", "3"}) {
+        const QString cPath = file("glyphs.png");
+        QCOMPARE(run({QStringLiteral("glyphs"), QLatin1String(pszSet), cPath}), 0);
+        const QImage cSheet(cPath);
+        QVERIFY(!cSheet.isNull());
+        QVERIFY(cSheet != cLast);
+        cLast = cSheet;
+    }
 }
 
 void TestHaldenBoard::lists_registers()
