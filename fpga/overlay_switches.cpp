@@ -31,18 +31,18 @@ static int switch_toggle(uint32_t bits, uint32_t tested)
     return (current_screen->control_shadow & tested) != 0 ? switch_off(bits) : switch_on(bits);
 }
 
-#define OVERLAY_SWITCH(name, bits, tested)        \
-    int name##_on(void)                           \
-    {                                             \
-        return switch_on(bits);                   \
-    }                                             \
-    int name##_off(void)                          \
-    {                                             \
-        return switch_off(bits);                  \
-    }                                             \
-    int name##_toggle(void)                       \
-    {                                             \
-        return switch_toggle(bits, 1u << tested); \
+#define OVERLAY_SWITCH(name, bits, tested)          \
+    int name##_on(void)                             \
+    {                                               \
+        return switch_on(bits);                     \
+    }                                               \
+    int name##_off(void)                            \
+    {                                               \
+        return switch_off(bits);                    \
+    }                                               \
+    int name##_toggle(void)                         \
+    {                                               \
+        return switch_toggle(bits, 1u << (tested)); \
     }
 
 // clang-format off
