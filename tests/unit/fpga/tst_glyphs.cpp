@@ -270,7 +270,7 @@ std::vector<std::u16string> words_of(const std::u16string& text)
 TEST(glyphs, likely_mistakes_differ_by_more_than_a_stroke)
 {
     const std::u16string groups =
-        u"0OoDQ8 1lI|i 5S 8B 2Z 6Gb mn ceo `' ,. :; ([{ )]} Cc Oo Ss Vv Ww Xx Zz ÉÈÊËE ÅÄÃA ĂÂÁÀA "
+        u"0OoDQ8 1lI|i 5S 8B 2Z 6Gb mn eco `' ,. :; ([{ )]} Cc Oo Ss Vv Ww Xx Zz ÉÈÊËE ÅÄÃA ĂÂÁÀA "
         u"ŐÖÓÔÒO őöóôòo ŰÜÚÛÙU űüúûùu ȘSŚŠ șsśš ȚT țt ŽZŹŻ žzźż ŁL łlt ĐD đd ĄA ąa ĘE ęe ČĆCÇ čćcç "
         u"×x+ °º ²³¹ \"” ÐDÞP ðoöó ИЙНПЦЛ ШЩЦ ЗЭ3ЄЕ ЬЪЫБ ЂЋЪ ЉЊЛН ЏЦП ЄЕС ІЇ1l| ийнпцл шщц зэ3єе "
         u"ьъыбв ђћъ љњлн џцп єес ії1l| б6 ч4 Ч4У гтr кж яд юо ЁЕ ёе ўу ѓг ќк ФОЮ";
