@@ -244,7 +244,7 @@ inline constexpr glyph cedilla = picture(
     ".....##....."
     "...###......");
 
-/* Comma below */
+/* Comma below: short, so that it isn't taken for an accent on the line below. */
 inline constexpr glyph comma_below = picture(
     "............"
     "............"
@@ -255,7 +255,7 @@ inline constexpr glyph comma_below = picture(
     "............"
     "............"
     ".....,,,...."
-    "....,##'....");
+    "....'''.....");
 
 /* Ogonek */
 inline constexpr glyph ogonek = picture(

@@ -183,10 +183,12 @@ void TestOverlayPictures::graphics_under_and_over_text()
 {
     write_graphic_window(60, 30, 300, 60, 10, 0);
     write_graphic_window(100, 60, 300, 60, 24, 0);
-    // Four pixels of its own palette: red, half green, blue, nothing.
-    std::vector<unsigned char> cImage = {4, 0,    1,    0, 4, 0,    0, 0, 0, 0, 0xff, 0xff, 0, 0xff,
-                                         0, 0x80, 0xff, 0, 0, 0xff, 0, 0, 0, 0, 0,    1,    2, 3};
-    write_graphic_image_xy(0, 0, cImage.data(), 0, 40);
+    // An image in four bands of its own palette: red, half green, blue, nothing.
+    std::vector<unsigned char> cImage = {64, 0,    32, 0,    4,    0, 0, 0,    0, 0, 0xff, 0xff,
+                                         0,  0xff, 0,  0x80, 0xff, 0, 0, 0xff, 0, 0, 0,    0};
+    for (int iPixel = 0; iPixel < 64 * 32; ++iPixel)
+        cImage.push_back(static_cast<unsigned char>(iPixel % 64 / 16));
+    write_graphic_image_xy(330, 80, cImage.data(), 0, 40);
     write_text_xyc("Text with graphics", 8, 6, 0x18);
     write_box(6, 4, 22, 5, 0x1d, 0);
     write_text_xyc("Text with graphics", 8, 6, 0x18);
