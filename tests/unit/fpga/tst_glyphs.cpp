@@ -249,8 +249,9 @@ void expect_told_apart(const glyph_set& set, char16_t character, const std::u16s
 {
     const cell shown = shown_for(set, character);
     for (const char16_t other : others) {
-        const bool compared = character != other && has(set, character) && has(set, other);
-        EXPECT_TRUE(!compared || pixels_between(shown, shown_for(set, other)) > 4)
+        if (character == other || !has(set, other))
+            continue;
+        EXPECT_GT(pixels_between(shown, shown_for(set, other)), 4)
             << set.name << shown << shown_for(set, other);
     }
 }
@@ -277,7 +278,8 @@ TEST(glyphs, likely_mistakes_differ_by_more_than_a_stroke)
     for (const std::u16string& group : words_of(groups))
         for (const glyph_set& set : SETS)
             for (const char16_t character : group)
-                expect_told_apart(set, character, group);
+                if (has(set, character))
+                    expect_told_apart(set, character, group);
 }
 
 TEST(glyphs, halves_differ_in_nine_rows_at_most_and_mostly_in_none)
