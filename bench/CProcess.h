@@ -31,7 +31,7 @@ public:
     CProcess(const CProcess&) = delete;
     CProcess& operator=(const CProcess&) = delete;
 
-    /// Waits up to a time, in milliseconds, until iDescriptor is readable (-1: for nothing but the end).
+    /// Waits up to a time, in milliseconds (-1: without limit), until iDescriptor is readable (-1: for nothing but the end).
     /// Returns false when the time is up. Throws std::runtime_error with the log if the process ends
     /// otherwise than with status 0, or while something else is waited for.
     bool waitFor(int iDescriptor, int iTimeoutMs) const;

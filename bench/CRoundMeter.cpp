@@ -1,8 +1,6 @@
 #include "bench/CRoundMeter.h"
 
 #include "bench/CInterruption.h"
-#include "bench/CRoundStatistics.h"
-#include "bench/CScene.h"
 
 #include <chrono>
 #include <stdexcept>
@@ -34,7 +32,7 @@ void get(CBusClient& rcClient, const std::string& rcBusName)
 
 CFigures CRoundMeter::measure(EService eService)
 {
-    CFigures cFigures = {};
+    CFigures cFigures(FIGURES);
     const SService& rcService = m_rcScene.service(eService);
     try {
         measureGetter(rcService, cFigures);

@@ -1,9 +1,8 @@
 #ifndef HALDEND_BENCH_CROUNDMETER_H
 #define HALDEND_BENCH_CROUNDMETER_H
 
+#include "bench/CRoundStatistics.h"
 #include "bench/CScene.h"
-
-#include <array>
 
 /// What a round finds out about a service.
 enum EFigure {
@@ -12,7 +11,6 @@ enum EFigure {
     eOneWayRate,    ///< calls carried out a second
     FIGURES
 };
-using CFigures = std::array<double, FIGURES>;
 
 /// One short round with one service: getters one by one, then a burst of one-way setters. Throws when a
 /// service doesn't do what it is measured for.

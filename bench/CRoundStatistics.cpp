@@ -9,18 +9,18 @@ double median(std::vector<double> cValues)
     return cValues.size() % 2 == 1 ? cValues[iMiddle] : (cValues[iMiddle - 1] + cValues[iMiddle]) / 2;
 }
 
-double CRoundStatistics::median(EService eService, EFigure eFigure) const
+double CRoundStatistics::median(std::size_t iSide, std::size_t iFigure) const
 {
     std::vector<double> cValues;
     for (const CRound& rcRound : m_cRounds)
-        cValues.push_back(rcRound[eService][eFigure]);
+        cValues.push_back(rcRound[iSide][iFigure]);
     return ::median(cValues);
 }
 
-double CRoundStatistics::medianRatio(EService eService, EService eReference, EFigure eFigure) const
+double CRoundStatistics::medianRatio(std::size_t iSide, std::size_t iReference, std::size_t iFigure) const
 {
     std::vector<double> cRatios;
     for (const CRound& rcRound : m_cRounds)
-        cRatios.push_back(rcRound[eService][eFigure] / rcRound[eReference][eFigure]);
+        cRatios.push_back(rcRound[iSide][iFigure] / rcRound[iReference][iFigure]);
     return ::median(cRatios);
 }

@@ -37,9 +37,10 @@ CScene::CScene() : m_cBus(m_cDirectory), m_cBoard(m_cDirectory), m_cClient(m_cBu
     for (int i = 0; i < SERVICES; ++i) {
         CProcess::SStart cStart;
         cStart.cArguments = cPrograms[i].cArguments;
-        cStart.cEnvironment = {"LC_ALL=C.UTF-8", "TZ=UTC", "DBUS_SYSTEM_BUS_ADDRESS=" + m_cBus.address(),
-                               "HALDEN_BOARD=" + m_cBoard.path(),
-                               std::string("LD_PRELOAD=") + BENCH_BOARD_PRELOAD};
+        cStart.cEnvironment = m_cBoard.environment();
+        cStart.cEnvironment.insert(
+            cStart.cEnvironment.end(),
+            {"LC_ALL=C.UTF-8", "TZ=UTC", "DBUS_SYSTEM_BUS_ADDRESS=" + m_cBus.address()});
         cStart.cLogFile = m_cDirectory.file(cPrograms[i].cBusName + ".log");
         m_cServices[i].reset(new SService{cPrograms[i].cBusName, CProcess(cStart)});
         m_cClient.waitForName(m_cServices[i]->cBusName, m_cServices[i]->cProcess);

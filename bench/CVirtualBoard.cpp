@@ -26,6 +26,11 @@ CVirtualBoard::CVirtualBoard(const CTemporaryDirectory& rcDirectory) : m_cPath(r
         cTool.fail("not done in time");
 }
 
+std::vector<std::string> CVirtualBoard::environment() const
+{
+    return {"HALDEN_BOARD=" + m_cPath, std::string("LD_PRELOAD=") + BENCH_BOARD_PRELOAD};
+}
+
 std::uint32_t CVirtualBoard::videoPosition() const
 {
     std::ifstream cDevice(device("fb0"), std::ios::binary);

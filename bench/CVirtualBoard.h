@@ -3,18 +3,21 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 class CTemporaryDirectory;
 
-/// The hardware of the daemon under measurement: a virtual board with its trace off.
+/// The hardware under measurement: a virtual board with its trace off.
 class CVirtualBoard
 {
 public:
     /// Makes it. Throws when that fails.
     explicit CVirtualBoard(const CTemporaryDirectory& rcDirectory);
 
-    /// What HALDEN_BOARD has to hold for the preloaded library.
     const std::string& path() const { return m_cPath; }
+
+    /// What puts a program onto the board, as NAME=value.
+    std::vector<std::string> environment() const;
 
     /// Path of a device of it: "i2c-1", "fpgamem", "fb0".
     std::string device(const std::string& rcName) const { return m_cPath + "/" + rcName; }

@@ -1,0 +1,24 @@
+/* What the programs of the bench have in common as programs: how many rounds they take, how they read a
+ * number, and how they end. */
+#ifndef HALDEND_BENCH_BENCHPROGRAM_H
+#define HALDEND_BENCH_BENCHPROGRAM_H
+
+#include <functional>
+
+const int WARM_UP_ROUNDS = 5; // measured, and dropped
+
+// Fewer rounds don't give a ratio to rely on.
+const int ROUNDS_MIN = 40;
+const int ROUNDS_MAX = 100000;
+
+/// A decimal number from iMin to iMax, and nothing behind it. Returns false for anything else.
+bool parseNumber(const char* pszText, int iMin, int iMax, int& riNumber);
+
+/// Does the work and returns the exit status: 0 when it is done and all of it printed, 1 after an exception,
+/// which is told on standard error, and 128 + n after the signal n.
+int runBench(const char* pszProgram, const std::function<void()>& rcWork);
+
+/// Says below the table that it is worth nothing, if this isn't the build that is shipped.
+void printBuildWarning();
+
+#endif

@@ -1,0 +1,257 @@
+#include "bench/COverlayMeter.h"
+
+#include "fpga/font.h"
+#include "fpga/font_tables.h"
+#include "fpga/fpga_map.h"
+#include "fpga/video_image.h"
+#include "hw/fpga_device.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstring>
+#include <numeric>
+#include <stdexcept>
+
+#include <malloc.h>
+#include <unistd.h>
+
+namespace
+{
+
+using CClock = std::chrono::steady_clock;
+
+const std::size_t LINES = 576;
+const std::size_t FIELD_LINES = LINES / 2;
+const std::size_t LINE_WORDS = 720;
+const std::size_t FRAME_WORDS = LINES * LINE_WORDS;
+static_assert(FRAME_WORDS * sizeof(std::uint32_t) == VIDEO_IMAGE_SIZE, "both sides move the same frame");
+
+const unsigned char* const GLYPH_SETS[] = {font_map_tab_iso8859_15.rows, font_map_tab_iso8859_16.rows,
+                                           font_map_tab_iso8859_5.rows};
+const int SETS = 3;
+
+// Short against the moods of the machine, long against the clock. A frame goes once, because writing one leaves
+// another in the buffer. Glyph sets go in whole turns, so that the first is never the one that is loaded already.
+const int FRAME_CALLS = 1;
+const int GLYPH_CALLS = 100 * SETS;
+
+// Makes the compiler believe that somebody reads the bytes.
+void use(const void* pvBytes)
+{
+    asm volatile("" : : "r"(pvBytes) : "memory");
+}
+
+unsigned char* bytes(std::vector<std::uint32_t>& rcWords)
+{
+    return reinterpret_cast<unsigned char*>(rcWords.data());
+}
+
+void seek(std::uint32_t u32Address)
+{
+    if (lseek(fbfd, u32Address, SEEK_SET) != u32Address)
+        throw std::runtime_error("the FPGA can't be positioned");
+}
+
+void readAt(std::uint32_t u32Address, void* pvBytes, std::size_t uLength)
+{
+    seek(u32Address);
+    if (read(fbfd, pvBytes, uLength) != static_cast<ssize_t>(uLength))
+        throw std::runtime_error("the FPGA can't be read");
+}
+
+void writeAt(std::uint32_t u32Address, const void* pvBytes, std::size_t uLength)
+{
+    seek(u32Address);
+    if (write(fbfd, pvBytes, uLength) != static_cast<ssize_t>(uLength))
+        throw std::runtime_error("the FPGA can't be written");
+}
+
+using CGlyphs = std::array<unsigned char, FONT_MAP_LENGTH>;
+
+// Without the promise that the two don't overlap the compiler goes byte by byte, which no reference may.
+void swapPairs(const unsigned char* __restrict pu8From, unsigned char* __restrict pu8To)
+{
+    for (std::size_t i = 0; i < FONT_MAP_LENGTH; i += 2) {
+        pu8To[i] = pu8From[i + 1];
+        pu8To[i + 1] = pu8From[i];
+    }
+}
+
+// Where a line of the library's buffer, bottom line first, is in the FPGA, field after field.
+std::size_t storedLine(std::size_t iLine)
+{
+    const std::size_t iFrameLine = LINES - 1 - iLine;
+    return iFrameLine / 2 + iFrameLine % 2 * FIELD_LINES;
+}
+
+using CFrame = std::vector<std::uint32_t>;
+
+bool isSameLine(const CFrame& rcOne, std::size_t iLine, const CFrame& rcOther, std::size_t iOtherLine)
+{
+    return std::equal(&rcOne[iLine * LINE_WORDS], &rcOne[iLine * LINE_WORDS] + LINE_WORDS,
+                      &rcOther[iOtherLine * LINE_WORDS]);
+}
+
+} // namespace
+
+/// How an operation is measured, the two of each in the order of ESide. A check says whether the calls have done
+/// their work, given that the preparation left a state in which they hadn't.
+struct COverlayMeter::SProcedure {
+    int iCalls;
+    void (COverlayMeter::*pfPrepare)();
+    void (COverlayMeter::*pfCall[SIDES])(int);
+    bool (COverlayMeter::*pfCheck[SIDES])();
+};
+
+// In the order of EOperation.
+const COverlayMeter::SProcedure COverlayMeter::PROCEDURES[OPERATIONS] = {
+    {FRAME_CALLS,
+     &COverlayMeter::prepareFrameWarm,
+     {&COverlayMeter::readFrame, &COverlayMeter::readFrameLeast},
+     {&COverlayMeter::isFrameMirrored, &COverlayMeter::isFrameAlike}},
+    {FRAME_CALLS,
+     &COverlayMeter::prepareFrameWarm,
+     {&COverlayMeter::writeFrame, &COverlayMeter::writeFrameLeast},
+     {&COverlayMeter::isFrameSplit, &COverlayMeter::isFrameAlike}   },
+    {GLYPH_CALLS,
+     &COverlayMeter::clearGlyphs,
+     {&COverlayMeter::loadGlyphs, &COverlayMeter::loadGlyphsLeast},
+     {&COverlayMeter::areGlyphsLast, &COverlayMeter::areGlyphsLast} },
+    {FRAME_CALLS,
+     &COverlayMeter::prepareFrameFresh,
+     {&COverlayMeter::readFrame, &COverlayMeter::readFrameLeast},
+     {&COverlayMeter::isFrameMirrored, &COverlayMeter::isFrameAlike}},
+    {FRAME_CALLS,
+     &COverlayMeter::prepareFrameFresh,
+     {&COverlayMeter::writeFrame, &COverlayMeter::writeFrameLeast},
+     {&COverlayMeter::isFrameSplit, &COverlayMeter::isFrameAlike}   },
+};
+
+COverlayMeter::COverlayMeter(const std::string& rcDevice)
+    : m_cFrame(FRAME_WORDS), m_cScratch(FRAME_WORDS), m_cStored(FRAME_WORDS), m_u32Pattern(0)
+{
+    if (init_fpga_framebuffer(rcDevice.c_str()) != 0)
+        throw std::runtime_error(rcDevice + ": can't be opened");
+    // A plain file knows no requests.
+    if (set_ioctl(0, 0, nullptr) != 0) {
+        destroy_fpga_framebuffer();
+        throw std::runtime_error(rcDevice + ": no device of a board, or the board's library isn't preloaded");
+    }
+}
+
+COverlayMeter::~COverlayMeter()
+{
+    destroy_fpga_framebuffer();
+}
+
+double COverlayMeter::measure(ESide eSide, EOperation eOperation)
+{
+    const SProcedure& rsProcedure = PROCEDURES[eOperation];
+    (this->*rsProcedure.pfPrepare)();
+    const CClock::time_point cStart = CClock::now();
+    for (int i = 0; i < rsProcedure.iCalls; ++i)
+        (this->*rsProcedure.pfCall[eSide])(i);
+    const std::chrono::duration<double, std::micro> cTime = CClock::now() - cStart;
+    if (!(this->*rsProcedure.pfCheck[eSide])())
+        throw std::runtime_error("what was measured didn't do its work");
+    return cTime.count() / rsProcedure.iCalls;
+}
+
+// Never the same frame twice, so that one that was moved before can't pass for this one.
+void COverlayMeter::prepareFrame()
+{
+    std::iota(m_cScratch.begin(), m_cScratch.end(), m_u32Pattern);
+    m_u32Pattern += FRAME_WORDS;
+    writeAt(FPGA_VIDEO_IMAGE, m_cScratch.data(), VIDEO_IMAGE_SIZE);
+    std::iota(m_cFrame.begin(), m_cFrame.end(), m_u32Pattern);
+    m_u32Pattern += FRAME_WORDS;
+}
+
+void COverlayMeter::prepareFrameWarm()
+{
+    get_video_image_from_fpga(bytes(m_cScratch), 0, VIDEO_IMAGE_SIZE);
+    prepareFrame();
+}
+
+void COverlayMeter::prepareFrameFresh()
+{
+    prepareFrame();
+    malloc_trim(0);
+}
+
+void COverlayMeter::clearGlyphs()
+{
+    const CGlyphs cBlank = {};
+    writeAt(FPGA_GLYPHS, cBlank.data(), cBlank.size());
+}
+
+void COverlayMeter::readFrame(int /*iCall*/)
+{
+    get_video_image_from_fpga(bytes(m_cFrame), 0, VIDEO_IMAGE_SIZE);
+}
+
+void COverlayMeter::readFrameLeast(int /*iCall*/)
+{
+    readAt(FPGA_VIDEO_IMAGE, m_cScratch.data(), VIDEO_IMAGE_SIZE);
+    memcpy(m_cFrame.data(), m_cScratch.data(), VIDEO_IMAGE_SIZE);
+    use(m_cFrame.data());
+}
+
+void COverlayMeter::writeFrame(int /*iCall*/)
+{
+    write_video_image_to_fpga(bytes(m_cFrame), 0, VIDEO_IMAGE_SIZE);
+}
+
+void COverlayMeter::writeFrameLeast(int /*iCall*/)
+{
+    memcpy(m_cScratch.data(), m_cFrame.data(), VIDEO_IMAGE_SIZE);
+    writeAt(FPGA_VIDEO_IMAGE, m_cScratch.data(), VIDEO_IMAGE_SIZE);
+}
+
+void COverlayMeter::loadGlyphs(int iCall)
+{
+    load_font(iCall % SETS + 1);
+}
+
+void COverlayMeter::loadGlyphsLeast(int iCall)
+{
+    CGlyphs cSwapped;
+    swapPairs(GLYPH_SETS[iCall % SETS], cSwapped.data());
+    writeAt(FPGA_GLYPHS, cSwapped.data(), cSwapped.size());
+}
+
+// The last line of the buffer is outside the reversal.
+bool COverlayMeter::isFrameMirrored()
+{
+    readAt(FPGA_VIDEO_IMAGE, m_cStored.data(), VIDEO_IMAGE_SIZE);
+    bool bMirrored = isSameLine(m_cFrame, LINES - 1, m_cStored, LINES - 1);
+    for (std::size_t i = 0; i < LINES - 1; ++i)
+        bMirrored = bMirrored && isSameLine(m_cFrame, i, m_cStored, storedLine(i));
+    return bMirrored;
+}
+
+// The buffer holds what was sent, so the frame that it was is made once more. Its first line isn't sent.
+bool COverlayMeter::isFrameSplit()
+{
+    std::iota(m_cScratch.begin(), m_cScratch.end(), m_u32Pattern - static_cast<std::uint32_t>(FRAME_WORDS));
+    bool bSplit = isFrameAlike();
+    for (std::size_t i = 1; i < LINES; ++i)
+        bSplit = bSplit && isSameLine(m_cScratch, i, m_cStored, storedLine(i));
+    return bSplit;
+}
+
+bool COverlayMeter::isFrameAlike()
+{
+    readAt(FPGA_VIDEO_IMAGE, m_cStored.data(), VIDEO_IMAGE_SIZE);
+    return m_cStored == m_cFrame;
+}
+
+bool COverlayMeter::areGlyphsLast()
+{
+    CGlyphs cStored;
+    CGlyphs cSwapped;
+    readAt(FPGA_GLYPHS, cStored.data(), cStored.size());
+    swapPairs(GLYPH_SETS[SETS - 1], cSwapped.data());
+    return cStored == cSwapped;
+}
