@@ -1,0 +1,75 @@
+/* How the chip tables are written down: rows that the compiler checks, and the mutable copies of them.
+ *
+ * Field values change at run time, and what changes can't be checked by the compiler. So the fields of a
+ * register are constant rows first, in datasheet order and without an end: fills() checks them, with_end()
+ * makes the array that the register's entry points to.
+ *
+ * Include it outside of any C linkage block.
+ */
+#ifndef HALDEND_REGDB_TABLE_ROWS_H
+#define HALDEND_REGDB_TABLE_ROWS_H
+
+#include "regdb/reg_types.h"
+
+#include <cstddef>
+#include <iterator>
+
+/* What ends the fields of a register, and the registers of a chip. */
+constexpr reg_bf end_of_fields = {nullptr, 0, 0, ""};
+constexpr reg_bf_group end_of_table = {0, 0, nullptr, 0, 0, nullptr, 0, nullptr};
+
+/* The fields of a register and their end: in memory an array of reg_bf. */
+template <std::size_t N>
+struct field_array {
+    reg_bf row[N + 1];
+};
+
+template <std::size_t N>
+constexpr field_array<N> with_end(const reg_bf (&rows)[N])
+{
+    field_array<N> fields{};
+    for (std::size_t i = 0; i < N; ++i)
+        fields.row[i] = rows[i];
+    fields.row[N] = end_of_fields;
+    return fields;
+}
+
+/* The one field of a register that isn't split. */
+constexpr field_array<1> byte_field(const char* name, const char* help)
+{
+    const reg_bf rows[] = {
+        {name, 0, 8, help}
+    };
+    return with_end(rows);
+}
+
+/* Whether the fields take all bits of a register of that width, each of them a bit at least, and their values
+ * fit into them. */
+template <std::size_t N>
+constexpr bool fills(const reg_bf (&rows)[N], int width)
+{
+    for (const reg_bf& field : rows) {
+        if (field.len == 0 || (uint64_t{field.value} >> field.len) != 0)
+            return false;
+        width -= field.len;
+    }
+    return width == 0;
+}
+
+template <std::size_t N>
+constexpr bool ascending(const uint32_t (&numbers)[N])
+{
+    for (std::size_t i = 1; i < N; ++i) {
+        if (numbers[i] <= numbers[i - 1])
+            return false;
+    }
+    return true;
+}
+
+/* The value storage of an 8-bit register that holds the byte. */
+constexpr uint32_t byte_value(uint8_t byte)
+{
+    return uint32_t{byte} << 24;
+}
+
+#endif
