@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <sstream>
 #include <string>
 
@@ -187,6 +186,14 @@ TEST_F(config_file, of_ten_megabytes_of_comments_is_read)
     EXPECT_EQ(0x00000300u, value("SRIC"));
 }
 
+/* The same text with every digit 0. */
+std::string with_zeros(std::string text)
+{
+    for (char& c : text)
+        c = c >= '0' && c <= '9' ? '0' : c;
+    return text;
+}
+
 TEST_F(config_file, is_written_in_its_layout)
 {
     set_bitfield_by_name(&chip, "SRIC", "sinr", 3);
@@ -199,9 +206,8 @@ TEST_F(config_file, is_written_in_its_layout)
                           "# All Bitfields must be written in Lowercases\n#\n"),
               text.substr(0, date));
     text = text.substr(date);
-    const std::regex date_line("# Date:[0-3][0-9]\\.[01][0-9]\\.20[0-9]{2} - [0-2][0-9]:[0-5][0-9]");
     const size_t length = text.find('\n');
-    EXPECT_TRUE(std::regex_match(text.substr(0, length), date_line)) << text.substr(0, length);
+    EXPECT_EQ("# Date:00.00.0000 - 00:00", with_zeros(text.substr(0, length)));
     EXPECT_EQ("\n\n"
               "SRIC:  // REG-Function:(Store Image control) REG-Addr:(X:0x00000000) Val:(0x00000301)\n"
               "{\n"
