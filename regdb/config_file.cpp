@@ -56,16 +56,10 @@ static void print_hex(FILE* file, const reg_bf_group* reg, uint32_t value)
     fprintf(file, "0x%0*x", reg->size / 4, value);
 }
 
-/* Narrow registers shift their fields' values away; the layout has always been so. */
-static uint32_t shown_value(const reg_bf_group* reg, const reg_bf* bf)
-{
-    return bf->value >> (32 - reg->size);
-}
-
 static void write_fields(FILE* file, const reg_bf_group* reg)
 {
     for (const reg_bf* bf = reg->bf; bf->name != nullptr; ++bf) {
-        const uint32_t value = shown_value(reg, bf);
+        const uint32_t value = reg_shown_field(reg, bf);
         fprintf(file, "%10s = %-4d;  // (%02d) (", bf->name, static_cast<int>(value), bf->len);
         print_hex(file, reg, value);
         fprintf(file, ")  %4s\n", bf->help);
@@ -74,7 +68,7 @@ static void write_fields(FILE* file, const reg_bf_group* reg)
 
 static void write_register(FILE* file, const reg_bf_group* reg)
 {
-    if (reg->size == 8 || reg->size == 16 || reg->size == 32) {
+    if (reg_has_known_width(reg)) {
         fprintf(file, "%s:  // REG-Function:(%s) REG-Addr:(%c:0x%08x) Val:(", reg->name, reg->help, reg->base,
                 reg->addr);
         print_hex(file, reg, reg_value(reg));

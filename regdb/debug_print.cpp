@@ -5,11 +5,6 @@
 
 #include <cstdio>
 
-static bool is_printed(const reg_bf_group* reg)
-{
-    return reg->size == 8 || reg->size == 16 || reg->size == 32;
-}
-
 /* The register, or null after the line that says so. */
 static reg_bf_group* find_register(const chip_regs* chip, const char* name)
 {
@@ -22,7 +17,7 @@ static reg_bf_group* find_register(const chip_regs* chip, const char* name)
 void DEBUG_print_reg_by_name(const chip_regs* chip, const char* name)
 {
     const reg_bf_group* reg = find_register(chip, name);
-    if (reg != nullptr && is_printed(reg))
+    if (reg != nullptr && reg_has_known_width(reg))
         fprintf(stderr, "DEBUG_print_reg_by_name-> Reg--B(%c):A(%08x):V(%0*x) N[%s]\n", reg->base, reg->addr,
                 reg->size / 4, reg_value(reg), reg->help);
 }
@@ -30,15 +25,13 @@ void DEBUG_print_reg_by_name(const chip_regs* chip, const char* name)
 void DEBUG_print_bitfields_by_name(const chip_regs* chip, const char* name)
 {
     const reg_bf_group* reg = find_register(chip, name);
-    if (reg == nullptr || !is_printed(reg))
+    if (reg == nullptr || !reg_has_known_width(reg))
         return;
     fprintf(stderr, "%s:%s| Reg-Base-(%c):A-off-(%08x):V-v%02d-(%0*x) N-help-[%s]\n",
             "DEBUG_print_bitfields_by_name", reg->name, reg->base, reg->addr, reg->size, reg->size / 4,
             reg_value(reg), reg->help);
-    /* As in the register files, narrow registers shift their fields' values away. */
     for (const reg_bf* bf = reg->bf; bf->name != nullptr; ++bf)
-        fprintf(stderr, "%15s=L:(%2d):V(%0*x)\n", bf->name, bf->len, reg->size / 4,
-                bf->value >> (32 - reg->size));
+        fprintf(stderr, "%15s=L:(%2d):V(%0*x)\n", bf->name, bf->len, reg->size / 4, reg_shown_field(reg, bf));
 }
 
 void DEBUG_print_all_regs(const chip_regs* chip, int with_bitfields)

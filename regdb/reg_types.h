@@ -46,6 +46,19 @@ struct chip_regs {
     int (*write)(struct reg_bf_group* reg); /* returns -1 if valid is 0, else writes value and returns 1 */
 };
 
+/* Whether the register has one of the three widths; others are skipped by composing, splitting and printing. */
+static inline int reg_has_known_width(const struct reg_bf_group* reg)
+{
+    return reg->size == 8 || reg->size == 16 || reg->size == 32;
+}
+
+/* A field's value as register files and printers show it, for registers of a known width. Narrow registers shift
+ * it away; both have always done so. */
+static inline uint32_t reg_shown_field(const struct reg_bf_group* reg, const struct reg_bf* bf)
+{
+    return bf->value >> (32 - reg->size);
+}
+
 /* The value at the register's width, right-aligned. Other widths than 8, 16 and 32 read as 0. */
 static inline uint32_t reg_value(const struct reg_bf_group* reg)
 {

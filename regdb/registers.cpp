@@ -7,11 +7,6 @@
 
 #include <strings.h>
 
-static bool has_known_width(const reg_bf_group* reg)
-{
-    return reg->size == 8 || reg->size == 16 || reg->size == 32;
-}
-
 /* The bits of the value storage that a register of that width views: the most significant ones. */
 static uint32_t view_mask(const reg_bf_group* reg)
 {
@@ -47,7 +42,7 @@ config_setting_t* search_config_bf_by_name(config_setting_t* group, const char* 
 int make_reg_value(reg_bf_group* reg)
 {
     reg->value = 0;
-    if (!has_known_width(reg))
+    if (!reg_has_known_width(reg))
         return 1;
     uint32_t value = 0;
     for (const reg_bf* bf = reg->bf; bf->name != nullptr; ++bf)
@@ -58,7 +53,7 @@ int make_reg_value(reg_bf_group* reg)
 
 void make_bitfield_value(reg_bf_group* reg)
 {
-    if (!has_known_width(reg))
+    if (!reg_has_known_width(reg))
         return;
     uint32_t left = reg->value & view_mask(reg);
     for (reg_bf* bf = reg->bf; bf->name != nullptr; ++bf) {
@@ -99,7 +94,7 @@ int set_reg_value_by_name(const chip_regs* chip, const char* reg_name, uint32_t 
     reg_bf_group* reg = search_reg_bf_group_by_name(chip, reg_name);
     if (reg == nullptr)
         return -1;
-    if (has_known_width(reg))
+    if (reg_has_known_width(reg))
         reg->value = (reg->value & ~view_mask(reg)) | (value & view_mask(reg));
     make_bitfield_value(reg);
     return 1;
