@@ -54,17 +54,40 @@ bool createDirectory(const QString& rcDirectory, QString& rcError)
     return false;
 }
 
+bool copyRegisterFiles(const QString& rcDirectory, QString& rcError)
+{
+    const QDir cDefaults(QStringLiteral(":/cnfs"));
+    for (const QString& rcName : cDefaults.entryList()) {
+        QFile cFile(join(rcDirectory, BOARD_CNFS) + QLatin1Char('/') + rcName);
+        QFile cDefault(cDefaults.filePath(rcName));
+        const QByteArray cText = cDefault.open(QIODevice::ReadOnly) ? cDefault.readAll() : QByteArray();
+        if (!cFile.open(QIODevice::WriteOnly) || cFile.write(cText) != cText.size() || !cFile.flush()) {
+            rcError = QStringLiteral("%1: %2").arg(cFile.fileName(), cFile.errorString());
+            return false;
+        }
+    }
+    return true;
+}
+
 } // namespace
+
+// The resources of a static library are linked only if they are asked for, which has to be done out here.
+static void initResources()
+{
+    Q_INIT_RESOURCE(register_files);
+}
 
 bool CBoard::create(const QString& rcDirectory, QString& rcError)
 {
+    initResources();
     if (!createDirectory(rcDirectory, rcError) ||
         !createFile(rcDirectory, BOARD_FPGA, BOARD_FPGA_BYTES, rcError) ||
         !createFile(rcDirectory, BOARD_LIME, static_cast<qint64>(board_lime_bytes()), rcError) ||
         !createFile(rcDirectory, BOARD_I2C, BOARD_I2C_BYTES, rcError) ||
         !createFile(rcDirectory, BOARD_CAMERA, BOARD_CAMERA_BYTES, rcError) ||
         !createFile(rcDirectory, BOARD_TRACE, 0, rcError) ||
-        !createFile(rcDirectory, BOARD_CONTROL, sizeof(board_control), rcError))
+        !createFile(rcDirectory, BOARD_CONTROL, sizeof(board_control), rcError) ||
+        !copyRegisterFiles(rcDirectory, rcError))
         return false;
     CMappedFile cFile;
     if (!cFile.open(join(rcDirectory, BOARD_CONTROL), sizeof(board_control), rcError))
@@ -78,20 +101,8 @@ bool CBoard::create(const QString& rcDirectory, QString& rcError)
         rcError = cBoard.errorString();
         return false;
     }
-    cBoard.seed();
     cBoard.setCamera(CTestPicture::frame(0));
     return true;
-}
-
-/// The display controller as the boot loader sets it up: display and live video on, unscaled.
-void CBoard::seed()
-{
-    setLimeRegister(LIME_DISPLAY, 0x100, 1u << 31 | 1u << 17);
-    setLimeRegister(LIME_DISPLAY, 0x124, 0);
-    setLimeRegister(LIME_DISPLAY, 0x128, 573u << 16 | 688u);
-    setLimeRegister(LIME_DISPLAY, 0x180, 0x00543210);
-    setLimeRegister(LIME_DISPLAY, 0x184, 0);
-    setLimeRegister(LIME_CAPTURE, 0x004, 0x08000800);
 }
 
 bool CBoard::map(CMappedFile& rcFile, const char* pszFile, qint64 iBytes)

@@ -50,8 +50,8 @@ public:
     CBoard(const CBoard&) = delete;
     CBoard& operator=(const CBoard&) = delete;
 
-    /// Makes a board as the boot loader leaves it to the daemon, the camera plugged in and showing the test
-    /// picture. Parent folders are made too. False if the directory holds something already, or can't be
+    /// Makes a board that the daemon can be started on: the devices all zero, the default register files, the
+    /// camera plugged in and showing the test picture. Parent folders are made too. False if the directory holds something already, or can't be
     /// written; rcError says why.
     static bool create(const QString& rcDirectory, QString& rcError);
 
@@ -126,7 +126,6 @@ public:
 
 private:
     bool map(CMappedFile& rcFile, const char* pszFile, qint64 iBytes);
-    void seed();
     board_control* control() const;
     bool limeSwapped() const;
 

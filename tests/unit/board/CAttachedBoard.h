@@ -19,6 +19,7 @@ public:
     bool isReady() const { return m_bReady; }
 
     CBoard* operator->() { return &m_cBoard; }
+    CBoard& operator*() { return m_cBoard; }
 
     /// Opens a device, named as in board_layout.h, for reading and writing: a descriptor or -1.
     int openDevice(const char* pszFile);

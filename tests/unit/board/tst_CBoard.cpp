@@ -3,6 +3,7 @@
 #include "board/CTestPicture.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
@@ -20,7 +21,7 @@ private slots:
     void create_refuses_an_impossible_place();
     void create_makes_parents_and_takes_an_empty_directory();
     void create_makes_sparse_files_of_the_right_size();
-    void create_leaves_the_display_as_the_boot_loader_does();
+    void create_leaves_a_board_to_start_on();
     void open_refuses_what_is_no_board();
     void open_refuses_damaged_boards_data();
     void open_refuses_damaged_boards();
@@ -88,18 +89,23 @@ void TestCBoard::create_makes_sparse_files_of_the_right_size()
     QVERIFY(QFileInfo(m_cBoard.path(BOARD_CNFS)).isDir());
 }
 
-void TestCBoard::create_leaves_the_display_as_the_boot_loader_does()
+void TestCBoard::create_leaves_a_board_to_start_on()
 {
-    QCOMPARE(m_cBoard.limeRegister(CBoard::LIME_DISPLAY, 0x100), 0x80020000u);
-    QCOMPARE(m_cBoard.limeRegister(CBoard::LIME_DISPLAY, 0x124), 0u);
-    QCOMPARE(m_cBoard.limeRegister(CBoard::LIME_DISPLAY, 0x128), 573u << 16 | 688u);
-    QCOMPARE(m_cBoard.limeRegister(CBoard::LIME_DISPLAY, 0x180), 0x00543210u);
-    QCOMPARE(m_cBoard.limeRegister(CBoard::LIME_DISPLAY, 0x184), 0u);
-    QCOMPARE(m_cBoard.limeRegister(CBoard::LIME_CAPTURE, 0x004), 0x08000800u);
+    QCOMPARE(m_cBoard.limeRegister(CBoard::LIME_DISPLAY, 0x100), 0u);
     QVERIFY(m_cBoard.isCameraPlugged());
     QVERIFY(!m_cBoard.isTracing());
     QVERIFY(m_cBoard.faults().isEmpty());
     QCOMPARE(m_cBoard.cameraImage(), CTestPicture::frame(0));
+    const QDir cFiles(m_cBoard.path(BOARD_CNFS));
+    QCOMPARE(cFiles.entryList(QDir::Files, QDir::Name),
+             (QStringList{QStringLiteral("fpga.cnf"), QStringLiteral("lime.cnf"),
+                          QStringLiteral("saa7113.cnf"), QStringLiteral("saa7129.cnf")}));
+    for (const QString& rcName : cFiles.entryList(QDir::Files)) {
+        QFile cFile(cFiles.filePath(rcName));
+        QFile cDefault(QStringLiteral(REGISTER_FILES "/") + rcName);
+        QVERIFY(cFile.open(QIODevice::ReadOnly) && cDefault.open(QIODevice::ReadOnly));
+        QCOMPARE(cFile.readAll(), cDefault.readAll());
+    }
 }
 
 void TestCBoard::open_refuses_what_is_no_board()

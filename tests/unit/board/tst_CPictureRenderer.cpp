@@ -2,6 +2,7 @@
 #include "board/CBoard.h"
 #include "board/CTestPicture.h"
 #include "tests/golden.h"
+#include "tests/support/live_video.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -36,7 +37,7 @@ private slots:
 
     void display_off_is_black();
     void no_layer_is_the_background();
-    void the_seed_shows_the_camera();
+    void unscaled_it_shows_the_camera();
     void unplugged_camera_is_black();
     void quarter_size_at_a_place();
     void larger_than_the_screen();
@@ -79,6 +80,7 @@ void TestCPictureRenderer::init()
     const QString cPath = m_pcDirectory->filePath(QStringLiteral("board"));
     QString cError;
     QVERIFY2(CBoard::create(cPath, cError) && m_cBoard.open(cPath), qPrintable(cError));
+    showLiveVideo(m_cBoard);
 }
 
 static QImage plain(QRgb uColor)
@@ -102,11 +104,11 @@ void TestCPictureRenderer::no_layer_is_the_background()
     QCOMPARE(m_cBoard.picture(), plain(0xff123456));
 }
 
-void TestCPictureRenderer::the_seed_shows_the_camera()
+void TestCPictureRenderer::unscaled_it_shows_the_camera()
 {
     const QImage cPicture = m_cBoard.picture();
     QCOMPARE(cPicture.copy(0, 0, 688, 573), CTestPicture::frame(0).copy(0, 0, 688, 573));
-    QCOMPARE(differenceFromGolden(cPicture, QStringLiteral("renderer_seed")), QString());
+    QCOMPARE(differenceFromGolden(cPicture, QStringLiteral("renderer_unscaled")), QString());
 }
 
 void TestCPictureRenderer::unplugged_camera_is_black()

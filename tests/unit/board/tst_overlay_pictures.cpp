@@ -15,6 +15,7 @@
 #include "fpga/video_image.h"
 #include "hw/fpga_device.h"
 #include "tests/golden.h"
+#include "tests/support/live_video.h"
 #include "tests/unit/board/CAttachedBoard.h"
 
 #include <QtTest>
@@ -66,6 +67,7 @@ void TestOverlayPictures::init()
     QImage cCamera(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32);
     cCamera.fill(CAMERA);
     rcBoard->setCamera(cCamera);
+    showLiveVideo(*rcBoard);
     rcBoard->setLimeRegister(CBoard::LIME_DISPLAY, 0x128, 576U << 16 | 720U);
 
     QCOMPARE(init_fpga_framebuffer(rcBoard->path(BOARD_FPGA).toLocal8Bit().constData()), 0);

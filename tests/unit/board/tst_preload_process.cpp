@@ -110,6 +110,9 @@ void TestPreloadProcess::keeps_registers_of_its_own_byte_order()
 {
     CAttachedBoard cBoard;
     QVERIFY(cBoard.isReady());
+    cBoard->setLimeRegister(CBoard::LIME_DISPLAY, 0x100, 0x80020000u);
+    haldenboard_detach();
+    QCOMPARE(haldenboard_attach(qPrintable(cBoard->directory())), 0);
     QCOMPARE(cBoard->limeRegister(CBoard::LIME_DISPLAY, 0x100), 0x80020000u);
 }
 
