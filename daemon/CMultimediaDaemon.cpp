@@ -2,6 +2,7 @@
 
 #include "daemon/CEventLogger.h"
 #include "daemon/CSignalHook.h"
+#include "dbus/CHaldenDebug.h"
 #include "dbus/CHaldenVideoDisplay.h"
 #include "platform/CMultimediaPlatform.h"
 
@@ -13,7 +14,7 @@ const char* const CMultimediaDaemon::DBUS_SERVICE = "velmar.haldend";
 CMultimediaDaemon* CMultimediaDaemon::m_pcInstance = nullptr;
 
 CMultimediaDaemon::CMultimediaDaemon()
-    : m_pcSignalHook(new CSignalHook), m_pcVideoDisplay(new CHaldenVideoDisplay)
+    : m_pcSignalHook(new CSignalHook), m_pcDebug(new CHaldenDebug), m_pcVideoDisplay(new CHaldenVideoDisplay)
 {
 }
 
@@ -21,6 +22,7 @@ CMultimediaDaemon::~CMultimediaDaemon()
 {
     // The bus objects first, so that no call reaches what is gone; the signal hook last, so that a second
     // signal during the shutdown is still caught.
+    delete m_pcDebug;
     delete m_pcVideoDisplay;
     delete m_pcSignalHook;
     CMultimediaPlatform::finalize();
@@ -80,5 +82,5 @@ bool CMultimediaDaemon::initSubsystems(const char* pszI2CPort, const char* pszFP
 
 bool CMultimediaDaemon::setupDBusConnections()
 {
-    return m_pcVideoDisplay->setupDBusConnection();
+    return m_pcDebug->setupDBusConnection() && m_pcVideoDisplay->setupDBusConnection();
 }

@@ -1,6 +1,7 @@
 #ifndef HALDEND_DAEMON_CMULTIMEDIADAEMON_H
 #define HALDEND_DAEMON_CMULTIMEDIADAEMON_H
 
+class CHaldenDebug;
 class CHaldenVideoDisplay;
 class CSignalHook;
 
@@ -42,6 +43,7 @@ private:
 
     // In the order of creation
     CSignalHook* m_pcSignalHook;
+    CHaldenDebug* m_pcDebug;
     CHaldenVideoDisplay* m_pcVideoDisplay;
 };
 

@@ -1,12 +1,79 @@
 #include "platform/CMultimediaPlatform.h"
 
 #include "daemon/CEventLogger.h"
+#include "fpga/overlay_switches.h"
+#include "fpga/screen.h"
+#include "fpga/video_image.h"
+#include "hw/fpga_device.h"
 #include "hw/lime_device.h"
+#include "hw/saa71xx_device.h"
 #include "platform/Lime.h"
+#include "platform/VideoImageFile.h"
+#include "regdb/chip_regs.h"
+#include "regdb/config_file.h"
+#include "regdb/registers.h"
+
+#include <QFile>
+
+#include <memory>
+#include <new>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 const char* CMultimediaPlatform::m_pszI2CPort = nullptr;
 const char* CMultimediaPlatform::m_pszFPGAFrameBuffer = nullptr;
 const char* CMultimediaPlatform::m_pszLimeFrameBuffer = nullptr;
+
+namespace
+{
+
+const useconds_t STORE_TIME_US = 100000; // what the FPGA needs to store a picture
+const unsigned int SETTLE_TIME_S = 1;    // a saved picture is on the medium when its caller goes on
+
+/// The one screen of the process, kept by the overlay library.
+screen sScreen;
+
+/// Brings a chip's registers to what its file says. False if the file can't be read; then nothing is written.
+bool programChip(const chip_regs& rsChip, const char* pszFile)
+{
+    if (read_config_from_file(&rsChip, pszFile, 1) != 0)
+        return false;
+    write_all_regs(&rsChip);
+    return true;
+}
+
+/// The same for a chip on the I2C bus, which is open only meanwhile.
+bool programI2CChip(const char* pszPort, int iSlave, const chip_regs& rsChip, const char* pszFile)
+{
+    if (open_saa71xx_device(pszPort, iSlave) != 0)
+        return false;
+    const bool bProgrammed = programChip(rsChip, pszFile);
+    close_saa71xx_device();
+    return bProgrammed;
+}
+
+/// To open a FIFO would wait for its other end, perhaps for ever.
+bool openImageFile(QFile& rcFile, QIODevice::OpenMode eMode)
+{
+    struct stat sStat;
+    const bool bFifo =
+        stat(QFile::encodeName(rcFile.fileName()).constData(), &sStat) == 0 && S_ISFIFO(sStat.st_mode);
+    return !bFifo && rcFile.open(eMode);
+}
+
+/// Black. Null without memory, which on the target can run out of addresses.
+std::unique_ptr<char[]> allocateImage()
+{
+    return std::unique_ptr<char[]>(new (std::nothrow) char[VIDEO_IMAGE_SIZE]());
+}
+
+unsigned char* pixels(const std::unique_ptr<char[]>& rcImage)
+{
+    return reinterpret_cast<unsigned char*>(rcImage.get());
+}
+
+} // namespace
 
 int CMultimediaPlatform::initialize(const char* pszI2CPort, const char* pszFPGAFrameBuffer,
                                     const char* pszLimeFrameBuffer)
@@ -19,25 +86,154 @@ int CMultimediaPlatform::initialize(const char* pszI2CPort, const char* pszFPGAF
 
 int CMultimediaPlatform::reinitialize()
 {
+    static const struct {
+        bool (*pfnStep)();
+        const char* pszFailure;
+    } asSteps[] = {
+        {checkLimeTable, "Error: Lime regs bit size"          },
+        {checkFPGATable, "Error: FPGA regs bit size"          },
+        {openLime,       "Error initializing Lime framebuffer"},
+        {openFPGA,       "Error initializing FPGA framebuffer"},
+        {initOverlay,    "Error initializing FPGA"            },
+        {initSAA7113,    "Error initializing SAA7113"         },
+        {initSAA7129,    "Error initializing SAA7129"         },
+        {initFPGA,       "Error initializing FPGA"            },
+        {initLime,       "Error initializing Lime"            },
+    };
+
+    for (config_t* psConfig : {&config_fpga, &config_lime, &config_saa7113, &config_saa7129})
+        config_init(psConfig);
+
     int iResult = 1;
-    if (init_lime_framebuffer(m_pszLimeFrameBuffer) != 0) {
-        CEventLogger::logMessage(CEventLogger::eLogLevelError, "Error initializing Lime framebuffer");
+    for (const auto& rsStep : asSteps) {
+        if (rsStep.pfnStep())
+            continue;
+        CEventLogger::logMessage(CEventLogger::eLogLevelError, rsStep.pszFailure);
         iResult = 0;
     }
-    initLime();
     return iResult;
 }
 
-void CMultimediaPlatform::initLime()
+bool CMultimediaPlatform::checkLimeTable()
 {
+    return check_all_regs(&crp_lime) == 0;
+}
+
+bool CMultimediaPlatform::checkFPGATable()
+{
+    return check_all_regs(&crp_fpga) == 0;
+}
+
+// Before the FPGA: both keep their descriptor in the same variable, and it is the FPGA's from then on.
+bool CMultimediaPlatform::openLime()
+{
+    return init_lime_framebuffer(m_pszLimeFrameBuffer) == 0;
+}
+
+bool CMultimediaPlatform::openFPGA()
+{
+    return init_fpga_framebuffer(m_pszFPGAFrameBuffer) == 0;
+}
+
+bool CMultimediaPlatform::initOverlay()
+{
+    return init_fpga() == 0;
+}
+
+bool CMultimediaPlatform::initSAA7113()
+{
+    return programI2CChip(m_pszI2CPort, SAA7113_SLAVE, crp_saa7113, getSAA7113ConfigFile());
+}
+
+bool CMultimediaPlatform::initSAA7129()
+{
+    return programI2CChip(m_pszI2CPort, SAA7129_SLAVE, crp_saa7129, getSAA7129ConfigFile());
+}
+
+bool CMultimediaPlatform::initFPGA()
+{
+    const bool bProgrammed = programChip(crp_fpga, getFPGAConfigFile());
+    init_screen(&sScreen, nullptr);
+    return bProgrammed;
+}
+
+bool CMultimediaPlatform::initLime()
+{
+    const bool bProgrammed = programChip(crp_lime, getLimeConfigFile());
     Lime::instance();
     Lime::reinit_framebuffer_device(m_pszLimeFrameBuffer);
     Lime::lime_set_background_color(0, 0, 0);
+    return bProgrammed;
 }
 
 void CMultimediaPlatform::finalize()
 {
     delete &Lime::instance();
+}
+
+void CMultimediaPlatform::setVideoInternalSync(bool bOn)
+{
+    if (bOn)
+        frame_generator_on();
+    else
+        frame_generator_off();
+}
+
+void CMultimediaPlatform::freezeVideoPicture(bool bShow)
+{
+    store_video();
+    usleep(STORE_TIME_US);
+    if (bShow)
+        video_restore_on();
+}
+
+void CMultimediaPlatform::freezeVideoPictureDisplay(bool bOn)
+{
+    if (bOn)
+        video_restore_on();
+    else
+        video_restore_off();
+}
+
+void CMultimediaPlatform::enterVideoPlaybackMode()
+{
+    fpga_play_mode();
+}
+
+void CMultimediaPlatform::enterVideoRecordingMode()
+{
+    fpga_rec_mode();
+}
+
+CMultimediaPlatform::EImageOpResult CMultimediaPlatform::saveVideoImage(const QString& rcPath)
+{
+    const std::unique_ptr<char[]> cImage = allocateImage();
+    if (cImage == nullptr || get_video_image_from_fpga(pixels(cImage), 0, VIDEO_IMAGE_SIZE) != 0)
+        return eImageOpResultHardwareError;
+    QFile cFile(rcPath);
+    if (!openImageFile(cFile, QIODevice::WriteOnly | QIODevice::Truncate))
+        return eImageOpResultFileOpenError;
+    const EImageOpResult eResult = WriteVideoImageBufferToFile(cFile, cImage.get(), VIDEO_IMAGE_SIZE);
+    fsync(cFile.handle());
+    cFile.close();
+    sleep(SETTLE_TIME_S);
+    return eResult;
+}
+
+CMultimediaPlatform::EImageOpResult CMultimediaPlatform::loadVideoImage(const QString& rcPath)
+{
+    QFile cFile(rcPath);
+    if (!openImageFile(cFile, QIODevice::ReadOnly))
+        return eImageOpResultFileOpenError;
+    const std::unique_ptr<char[]> cImage = allocateImage();
+    if (cImage == nullptr)
+        return eImageOpResultFileReadError;
+    const EImageOpResult eResult = ReadFileIntoVideoImageBuffer(cFile, cImage.get(), VIDEO_IMAGE_SIZE);
+    if (eResult == eImageOpResultOk) {
+        write_video_image_to_fpga(pixels(cImage), 0, VIDEO_IMAGE_SIZE);
+        video_restore_on();
+    }
+    return eResult;
 }
 
 const char* CMultimediaPlatform::getFPGAConfigFile()
