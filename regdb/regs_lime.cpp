@@ -1,10 +1,11 @@
 /* The display controller's registers: video capture, display control and the layers.
  *
  * The order is that of the register file and of everything that walks over all registers; the boards'
- * files are written against it, so it stays as it is, unsorted. Three oddities stay with it: L5ETC has
+ * files are written against it, so it stays as it is, unsorted. Four oddities stay with it: L5ETC has
  * L1ETC's offset, so a write of it reaches layer 1; the reserved fields of DCM2 and DCM3 are called
- * res##id; the layer enables all say "Layer5 Enable". The display clock delay is the only field of all
- * chips that doesn't start at 0.
+ * res##id; the layer enables all say "Layer5 Enable"; and the fields of layer positions and window sizes
+ * are named with x and width first, while the chip has y and height in the upper half. The display clock
+ * delay is the only field of all chips that doesn't start at 0.
  */
 #include "regdb/chip_regs.h"
 #include "regdb/table_rows.h"
@@ -235,7 +236,7 @@ auto ba_l0m = with_end(l0m);
 constexpr reg_bf l0em[] = {
     {"l0ec", 0, 2,  " L0-Layer - Extended Colour Mode"  },
     {"res1", 0, 6,  ""                                  },
-    {"l0pp", 0, 4,  " L0-Layer - Palette Pointer"       },
+    {"l0pp", 0, 4,  " L0-Layer - Palette Base"          },
     {"res2", 0, 19, ""                                  },
     {"l0wp", 0, 1,  " L0-Layer - Window Position Enable"},
 };
@@ -275,10 +276,10 @@ static_assert(fills(l0wxy, 32));
 auto ba_l0wxy = with_end(l0wxy);
 
 constexpr reg_bf l0wwh[] = {
-    {"res1", 0, 4,  ""                                },
-    {"l0ww", 0, 12, " L0-Layer Window Width"          },
-    {"res2", 0, 4,  ""                                },
-    {"l0wh", 0, 12, " L0-Layer Window Hight (Value-1)"},
+    {"res1", 0, 4,  ""                      },
+    {"l0ww", 0, 12, " L0-Layer Window Width"},
+    {"res2", 0, 4,  ""                      },
+    {"l0wh", 0, 12, " L0-Layer Window Hight"},
 };
 static_assert(fills(l0wwh, 32));
 auto ba_l0wwh = with_end(l0wwh);
@@ -327,7 +328,7 @@ constexpr reg_bf l1em[] = {
     {"l1ec", 0, 2,  " L1-Layer - Extended Colour Mode"},
     {"res1", 0, 4,  ""                                },
     {"dm",   0, 2,  " L1-Layer - Display Magnify Mode"},
-    {"l1pp", 0, 4,  " L1-Layer - Palette Pointer"     },
+    {"l1pp", 0, 4,  " L1-Layer - Palette Base"        },
     {"res2", 0, 20, ""                                },
 };
 static_assert(fills(l1em, 32));
@@ -355,10 +356,10 @@ static_assert(fills(l1wxy, 32));
 auto ba_l1wxy = with_end(l1wxy);
 
 constexpr reg_bf l1wwh[] = {
-    {"res1", 0, 4,  ""                                },
-    {"l1ww", 0, 12, " L1-Layer Window Width"          },
-    {"res2", 0, 4,  ""                                },
-    {"l1wh", 0, 12, " L1-Layer Window Hight (Value-1)"},
+    {"res1", 0, 4,  ""                      },
+    {"l1ww", 0, 12, " L1-Layer Window Width"},
+    {"res2", 0, 4,  ""                      },
+    {"l1wh", 0, 12, " L1-Layer Window Hight"},
 };
 static_assert(fills(l1wwh, 32));
 auto ba_l1wwh = with_end(l1wwh);
