@@ -125,14 +125,18 @@ QDBusMessage CDaemonProcess::call(const QString& rcPath, const QString& rcMethod
     return client().call(methodCall(rcPath, rcMethod, rcArguments), QDBus::Block, TIMEOUT_CALL_MS);
 }
 
+QByteArray CDaemonProcess::introspect(const QString& rcPath)
+{
+    const QDBusMessage cMessage = QDBusMessage::createMethodCall(
+        SERVICE, rcPath, QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
+    return client().call(cMessage, QDBus::Block, TIMEOUT_CALL_MS).arguments().value(0).toByteArray();
+}
+
 bool CDaemonProcess::settle()
 {
     // Introspection is answered in the daemon's event loop, behind the calls sent before; a ping would be
     // answered by the bus library at once.
-    const QDBusMessage cMessage = QDBusMessage::createMethodCall(
-        SERVICE, QStringLiteral("/videodisplay"), QStringLiteral("org.freedesktop.DBus.Introspectable"),
-        QStringLiteral("Introspect"));
-    return client().call(cMessage, QDBus::Block, TIMEOUT_CALL_MS).type() == QDBusMessage::ReplyMessage;
+    return !introspect(QStringLiteral("/videodisplay")).isEmpty();
 }
 
 void CDaemonProcess::collect()
@@ -180,6 +184,13 @@ QStringList CDaemonProcess::unexpectedOutput()
          QString::fromUtf8(standardError()).split(QLatin1Char('\n'), Qt::SkipEmptyParts))
         if (!logLine().match(rcLine).hasMatch())
             cLines << rcLine;
+    return cLines.mid(m_iTakenLines);
+}
+
+QStringList CDaemonProcess::takeUnexpectedOutput()
+{
+    const QStringList cLines = unexpectedOutput();
+    m_iTakenLines += cLines.size();
     return cLines;
 }
 

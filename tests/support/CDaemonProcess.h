@@ -49,6 +49,9 @@ public:
     void send(const QString& rcPath, const QString& rcMethod, const QVariantList& rcArguments);
     QDBusMessage call(const QString& rcPath, const QString& rcMethod, const QVariantList& rcArguments = {});
 
+    /// The introspection data of an object.
+    QByteArray introspect(const QString& rcPath);
+
     /// Waits until everything sent before has been carried out: calls are served in order.
     bool settle();
 
@@ -63,8 +66,9 @@ public:
     /// The texts of the log lines on standard error, ident and process number taken off.
     QStringList log();
 
-    /// The lines on standard error that are no log lines.
+    /// The lines on standard error that are no log lines; the second one leaves none behind.
     QStringList unexpectedOutput();
+    QStringList takeUnexpectedOutput();
 
     /// All that is known, for failure messages.
     QByteArray describe();
@@ -79,6 +83,7 @@ private:
     QString m_cClientName;
     QByteArray m_cStandardOutput;
     QByteArray m_cStandardError;
+    int m_iTakenLines = 0; ///< of unexpected output
 };
 
 #endif

@@ -1,4 +1,5 @@
 /* The start of the real process: what it does on the board, and each way in which it can fail. */
+#include "tests/golden.h"
 #include "tests/support/CScene.h"
 #include "tests/support/Timeouts.h"
 
@@ -16,13 +17,15 @@ class TestStartup : public QObject
     Q_OBJECT
 
 private slots:
-    void opens_the_devices_and_blackens_the_background();
+    void brings_the_board_up_and_shows_the_live_picture();
     void detaches_with_d();
     void a_failed_fork_leaves_it_in_the_foreground();
 
     void device_failures_end_with_255_data();
     void device_failures_end_with_255();
-    void a_device_that_does_not_exist_ends_with_255();
+    void a_register_file_that_can_not_be_read_ends_with_255_data();
+    void a_register_file_that_can_not_be_read_ends_with_255();
+    void devices_that_do_not_exist_end_with_255();
     void a_device_that_is_too_short_ends_with_255();
     void signal_hook_failures_end_with_255_data();
     void signal_hook_failures_end_with_255();
@@ -36,6 +39,9 @@ static const QString STARTING = QStringLiteral("Starting haldend...");
 static const QString FAILED = QStringLiteral("Error starting haldend.");
 static const QString HARDWARE = QStringLiteral("cMultimediaDaemon.initSubsystems()");
 static const QString LIME = QStringLiteral("Error initializing Lime framebuffer");
+static const QString FPGA = QStringLiteral("Error initializing FPGA framebuffer");
+static const QString SAA7113 = QStringLiteral("Error initializing SAA7113");
+static const QString SAA7129 = QStringLiteral("Error initializing SAA7129");
 static const QString HOOK = QStringLiteral("cMultimediaDaemon.m_pcSignalHook->install()");
 static const QString OBJECTS = QStringLiteral("cMultimediaDaemon.setupDBusConnections()");
 static const QString NAME = QStringLiteral("cConnection.registerService(DBUS_SERVICE)");
@@ -69,22 +75,18 @@ static QStringList operations(const CBoard& rcBoard)
     return cOperations;
 }
 
-void TestStartup::opens_the_devices_and_blackens_the_background()
+void TestStartup::brings_the_board_up_and_shows_the_live_picture()
 {
     CScene cScene;
     QVERIFY2(cScene.prepare(), cScene.describe());
-    cScene.board().setTracing(true);
-    cScene.board().setLimeRegister(CBoard::LIME_DISPLAY, 0x184, 0x00ff8040);
+    QCOMPARE(cScene.board().picture().pixel(300, 200), 0xff000000U);
     QVERIFY2(cScene.start(), cScene.describe());
-
-    // Twice: the register tables and the video window map the controller each for itself.
-    const QStringList cExpected = {QStringLiteral("lime open"), QStringLiteral("lime map"),
-                                   QStringLiteral("lime open"), QStringLiteral("lime map")};
-    QCOMPARE(operations(cScene.board()), cExpected);
-    QCOMPARE(cScene.board().limeRegister(CBoard::LIME_DISPLAY, 0x184), 0U);
+    QCOMPARE(differenceFromGolden(cScene.board().picture(), QStringLiteral("renderer_unscaled")), QString());
     QCOMPARE(cScene.end(), QString());
     QCOMPARE(cScene.daemon().log(), (QStringList{STARTING, QStringLiteral("Terminating haldend...")}));
-    QCOMPARE(cScene.daemon().standardOutput(), QByteArray());
+    QCOMPARE(cScene.daemon().standardOutput(), QByteArray("CHaldenDebug::setupDBusConnection(start) \n"
+                                                          "CHaldenDebug::setupDBusConnection(new) \n"
+                                                          "CHaldenDebug::setupDBusConnection()=1 \n"));
 }
 
 // A field of /proc/PID/status.
@@ -169,29 +171,76 @@ void TestStartup::a_failed_fork_leaves_it_in_the_foreground()
 void TestStartup::device_failures_end_with_255_data()
 {
     QTest::addColumn<int>("operation");
-    QTest::newRow("display controller can't be opened") << int(BOARD_OPERATION_LIME_OPEN);
-    QTest::newRow("display controller can't be mapped") << int(BOARD_OPERATION_LIME_MAP);
+    QTest::addColumn<int>("nth");
+    QTest::addColumn<QStringList>("labels");
+    QTest::addColumn<QByteArray>("output");
+    const QByteArray cNoMap = "Error: failed to map framebuffer device to memory\n";
+    const QByteArray cNoBus = "Error: cannot open i2c device\n";
+    const QByteArray cNoSlave = "I2C_SLAVE - communication break up\n";
+    const auto cRow = [](const char* pszName, board_operation eOperation, int iNth, const QString& rcLabel,
+                         const QByteArray& rcOutput) {
+        QTest::newRow(pszName) << int(eOperation) << iNth << QStringList{rcLabel} << rcOutput;
+    };
+    cRow("display controller can't be opened", BOARD_OPERATION_LIME_OPEN, 1, LIME, cNoMap);
+    cRow("display controller can't be mapped", BOARD_OPERATION_LIME_MAP, 1, LIME, cNoMap);
+    cRow("FPGA can't be opened", BOARD_OPERATION_FPGA_OPEN, 1, FPGA,
+         "Error: cannot open fpga framebuffer device\n");
+    cRow("bus can't be opened for the decoder", BOARD_OPERATION_I2C_OPEN, 1, SAA7113, cNoBus);
+    cRow("bus can't be opened for the encoder", BOARD_OPERATION_I2C_OPEN, 2, SAA7129, cNoBus);
+    cRow("no decoder on the bus", BOARD_OPERATION_I2C_SLAVE, 1, SAA7113, cNoSlave);
+    cRow("no encoder on the bus", BOARD_OPERATION_I2C_SLAVE, 2, SAA7129, cNoSlave);
 }
 
 void TestStartup::device_failures_end_with_255()
 {
     QFETCH(int, operation);
+    QFETCH(int, nth);
+    QFETCH(QStringList, labels);
+    QFETCH(QByteArray, output);
     CScene cScene;
     QVERIFY2(cScene.prepare(), cScene.describe());
-    setFault(cScene, static_cast<board_operation>(operation), 1, BOARD_FAULT_FOREVER);
-    EXPECT_FAILED_START(cScene, STARTING, LIME, HARDWARE, FAILED);
-    QCOMPARE(cScene.daemon().standardOutput(),
-             QByteArray("Error: failed to map framebuffer device to memory\n"));
+    setFault(cScene, static_cast<board_operation>(operation), static_cast<quint32>(nth), 1);
+    EXPECT_FAILED_START(cScene, STARTING, labels.constFirst(), HARDWARE, FAILED);
+    QVERIFY2(cScene.daemon().standardOutput().startsWith(output), cScene.describe());
 }
 
-void TestStartup::a_device_that_does_not_exist_ends_with_255()
+void TestStartup::a_register_file_that_can_not_be_read_ends_with_255_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("label");
+    QTest::newRow("decoder") << QStringLiteral("saa7113.cnf") << SAA7113;
+    QTest::newRow("encoder") << QStringLiteral("saa7129.cnf") << SAA7129;
+    QTest::newRow("FPGA") << QStringLiteral("fpga.cnf") << QStringLiteral("Error initializing FPGA");
+    QTest::newRow("display controller")
+        << QStringLiteral("lime.cnf") << QStringLiteral("Error initializing Lime");
+}
+
+void TestStartup::a_register_file_that_can_not_be_read_ends_with_255()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, label);
+    CScene cScene;
+    QVERIFY2(cScene.prepare(), cScene.describe());
+    QVERIFY(QFile::remove(cScene.board().path(BOARD_CNFS) + QLatin1Char('/') + file));
+    cScene.daemon().start();
+    QVERIFY2(cScene.daemon().waitForEnd(), cScene.describe());
+    QVERIFY2(!cScene.daemon().crashed(), cScene.describe());
+    QCOMPARE(cScene.daemon().exitCode(), 255);
+    QCOMPARE(cScene.daemon().log(), (QStringList{STARTING, label, HARDWARE, FAILED}));
+    QCOMPARE(
+        cScene.daemon().unexpectedOutput(),
+        (QStringList{QStringLiteral("Errormessage in configfile: /usr/etc/cnfs/%1, Linenumber:0").arg(file),
+                     QStringLiteral("file I/O error")}));
+}
+
+void TestStartup::devices_that_do_not_exist_end_with_255()
 {
     CScene cScene;
     QVERIFY2(cScene.prepare(), cScene.describe());
     cScene.daemon().setArguments({QStringLiteral("-i"), QStringLiteral("/nonexistent/i2c-1"),
                                   QStringLiteral("-f"), QStringLiteral("/nonexistent/fpgamem"),
                                   QStringLiteral("-l"), QStringLiteral("/nonexistent/fb0")});
-    EXPECT_FAILED_START(cScene, STARTING, LIME, HARDWARE, FAILED);
+    EXPECT_FAILED_START(cScene, STARTING, LIME, FPGA, SAA7113, SAA7129, HARDWARE, FAILED);
 }
 
 void TestStartup::a_device_that_is_too_short_ends_with_255()

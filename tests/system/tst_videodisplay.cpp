@@ -88,26 +88,18 @@ int TestVideoDisplay::query(const char* pszMethod)
     return cReply.signature() == QLatin1String("i") ? cReply.arguments().constFirst().toInt() : -1;
 }
 
-static QByteArray introspect(CDaemonProcess& rcDaemon)
-{
-    const QDBusMessage cMessage = QDBusMessage::createMethodCall(
-        QStringLiteral("velmar.haldend"), PATH, QStringLiteral("org.freedesktop.DBus.Introspectable"),
-        QStringLiteral("Introspect"));
-    return rcDaemon.client().call(cMessage, QDBus::Block, TIMEOUT_CALL_MS).arguments().value(0).toByteArray();
-}
-
 void TestVideoDisplay::introspection_equals_the_interface_file()
 {
     QFile cFile(QStringLiteral(HALDEND_INTERFACE_DIR "/velmar.haldend.videodisplay.xml"));
     QVERIFY(cFile.open(QIODevice::ReadOnly));
     const QStringList cExpected = describeInterface(cFile.readAll(), INTERFACE);
     QVERIFY(!cExpected.isEmpty());
-    QCOMPARE(describeInterface(introspect(m_cScene.daemon()), INTERFACE), cExpected);
+    QCOMPARE(describeInterface(m_cScene.daemon().introspect(PATH), INTERFACE), cExpected);
 }
 
 void TestVideoDisplay::introspection_lists_the_eight_methods_in_order()
 {
-    const QStringList cLines = describeInterface(introspect(m_cScene.daemon()), INTERFACE);
+    const QStringList cLines = describeInterface(m_cScene.daemon().introspect(PATH), INTERFACE);
     const QString cNoReply =
         QStringLiteral("  annotation name=org.freedesktop.DBus.Method.NoReply value=true");
     QCOMPARE(cLines, (QStringList{
@@ -140,7 +132,7 @@ void TestVideoDisplay::introspection_lists_the_eight_methods_in_order()
 
 void TestVideoDisplay::only_the_adaptors_interface_is_exported()
 {
-    const QByteArray cXml = introspect(m_cScene.daemon());
+    const QByteArray cXml = m_cScene.daemon().introspect(PATH);
     QCOMPARE(cXml.count("<interface name=\"velmar."), 1);
     QVERIFY(!cXml.contains("local."));
 }

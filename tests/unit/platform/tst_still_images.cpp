@@ -1,0 +1,235 @@
+/* Still images: from the FPGA into a file and back, and everything that files can do wrong. */
+#include "board/CTestPicture.h"
+#include "daemon/CEventLogger.h"
+#include "fpga/font.h"
+#include "fpga/fpga_map.h"
+#include "platform/CMultimediaPlatform.h"
+#include "platform/VideoImageFile.h"
+#include "tests/support/failing_malloc.h"
+#include "tests/unit/board/CAttachedBoard.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <sys/stat.h>
+
+class TestStillImages : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void a_saved_image_has_the_header_and_the_length();
+    void a_saved_image_opens_in_any_viewer();
+    void what_is_saved_comes_back_and_is_shown();
+    void an_older_and_longer_file_is_replaced();
+    void the_length_decides_whether_a_file_loads_data();
+    void the_length_decides_whether_a_file_loads();
+    void the_header_is_not_looked_at();
+    void places_that_can_not_be_opened_data();
+    void places_that_can_not_be_opened();
+    void a_full_disk_is_a_write_error();
+    void without_memory_no_file_is_touched();
+    void a_device_that_can_not_be_read_saves_black();
+
+private:
+    QString file(const char* pszName) const { return m_pcFolder->filePath(QLatin1String(pszName)); }
+    QByteArray storedImage() const { return (*m_pcBoard)->fpgaMemory(FPGA_VIDEO_IMAGE, IMAGE_BYTES); }
+
+    static const int IMAGE_BYTES = 1658880;
+    static const int LINE_BYTES = 2880;
+
+    QScopedPointer<CAttachedBoard> m_pcBoard;
+    QScopedPointer<QTemporaryDir> m_pcFolder;
+    QByteArray m_cFpga;
+    QByteArray m_cLime;
+    QByteArray m_cI2C;
+};
+
+static const quint32 RESTORE = 0x00100010;
+
+void TestStillImages::initTestCase()
+{
+    CEventLogger::initialize("haldend", CEventLogger::eLogLevelInformational);
+}
+
+// A board with a picture stored in the FPGA.
+void TestStillImages::init()
+{
+    m_pcFolder.reset(new QTemporaryDir);
+    m_pcBoard.reset(new CAttachedBoard);
+    QVERIFY(m_pcBoard->isReady());
+    m_cI2C = (*m_pcBoard)->path(BOARD_I2C).toLocal8Bit();
+    m_cFpga = (*m_pcBoard)->path(BOARD_FPGA).toLocal8Bit();
+    m_cLime = (*m_pcBoard)->path(BOARD_LIME).toLocal8Bit();
+    load_font(-1);
+    QCOMPARE(CMultimediaPlatform::initialize(m_cI2C.constData(), m_cFpga.constData(), m_cLime.constData()),
+             1);
+    CMultimediaPlatform::freezeVideoPicture(false);
+}
+
+void TestStillImages::cleanup()
+{
+    // Before the next one is made: the process is attached to one board at a time.
+    m_pcBoard.reset();
+}
+
+static QByteArray contents(const QString& rcPath)
+{
+    QFile cFile(rcPath);
+    return cFile.open(QIODevice::ReadOnly) ? cFile.readAll() : QByteArray();
+}
+
+static bool fill(const QString& rcPath, const QByteArray& rcBytes)
+{
+    QFile cFile(rcPath);
+    return cFile.open(QIODevice::WriteOnly | QIODevice::Truncate) && cFile.write(rcBytes) == rcBytes.size();
+}
+
+void TestStillImages::a_saved_image_has_the_header_and_the_length()
+{
+    QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
+    const QByteArray cBytes = contents(file("a.bmp"));
+    QCOMPARE(cBytes.size(), 1658934);
+    QCOMPARE(cBytes.left(54), QByteArray::fromHex("424d"
+                                                  "36501900"
+                                                  "00000000"
+                                                  "36000000" // file header
+                                                  "28000000"
+                                                  "d0020000"
+                                                  "40020000"
+                                                  "0100"
+                                                  "2000"
+                                                  "00000000"
+                                                  "00501900"
+                                                  "00000000000000000000000000000000"));
+    // Bottom line first: the file's first line is the frame's last, the second field's last.
+    QCOMPARE(cBytes.mid(54, LINE_BYTES), storedImage().right(LINE_BYTES));
+    QCOMPARE(cBytes.mid(54 + LINE_BYTES, LINE_BYTES), storedImage().mid(287 * LINE_BYTES, LINE_BYTES));
+}
+
+void TestStillImages::a_saved_image_opens_in_any_viewer()
+{
+    QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
+    const QImage cImage = QImage(file("a.bmp")).convertToFormat(QImage::Format_RGB32);
+    QCOMPARE(cImage.size(), QSize(720, 576));
+    // The topmost line is outside of the reversal, and has always been.
+    QCOMPARE(cImage.copy(0, 1, 720, 575),
+             CTestPicture::frame(0).convertToFormat(QImage::Format_RGB32).copy(0, 1, 720, 575));
+}
+
+void TestStillImages::what_is_saved_comes_back_and_is_shown()
+{
+    CAttachedBoard& rcBoard = *m_pcBoard;
+    const QImage cLive = rcBoard->picture();
+    QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
+    QCOMPARE(rcBoard->fpgaRegister(FPGA_CTRL), 0U);
+
+    rcBoard->setCamera(CTestPicture::frame(40));
+    CMultimediaPlatform::freezeVideoPicture(false);
+    QVERIFY(rcBoard->picture() != cLive);
+    QCOMPARE(CMultimediaPlatform::loadVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
+    QCOMPARE(rcBoard->fpgaRegister(FPGA_CTRL), RESTORE);
+    QCOMPARE(rcBoard->picture().copy(0, 1, 688, 572), cLive.copy(0, 1, 688, 572));
+}
+
+void TestStillImages::an_older_and_longer_file_is_replaced()
+{
+    QVERIFY(fill(file("a.bmp"), QByteArray(2000000, 'x')));
+    QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
+    QCOMPARE(QFileInfo(file("a.bmp")).size(), qint64(1658934));
+}
+
+void TestStillImages::the_length_decides_whether_a_file_loads_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<int>("result");
+    const int FAILS = CMultimediaPlatform::eImageOpResultFileReadError;
+    const int LOADS = CMultimediaPlatform::eImageOpResultOk;
+    for (const int iLength : {0, 1, 53, 54, 55, 54 + IMAGE_BYTES - 2, 54 + IMAGE_BYTES - 1})
+        QTest::addRow("%d", iLength) << iLength << FAILS;
+    for (const int iMore : {0, 1, 2, 4096})
+        QTest::addRow("whole and %d", iMore) << 54 + IMAGE_BYTES + iMore << LOADS;
+}
+
+void TestStillImages::the_length_decides_whether_a_file_loads()
+{
+    QFETCH(int, length);
+    QFETCH(int, result);
+    const QByteArray cBefore = storedImage();
+    QVERIFY(fill(file("a.bmp"), QByteArray(length, 'p')));
+    QCOMPARE(int(CMultimediaPlatform::loadVideoImage(file("a.bmp"))), result);
+    const bool bLoaded = result == CMultimediaPlatform::eImageOpResultOk;
+    QCOMPARE(storedImage() == cBefore, !bLoaded);
+    QCOMPARE((*m_pcBoard)->fpgaRegister(FPGA_CTRL), bLoaded ? RESTORE : 0U);
+    if (bLoaded)
+        QCOMPARE(storedImage().left(IMAGE_BYTES - LINE_BYTES), QByteArray(IMAGE_BYTES - LINE_BYTES, 'p'));
+}
+
+void TestStillImages::the_header_is_not_looked_at()
+{
+    QVERIFY(fill(file("a.txt"), QByteArray(54, '\xff') + QByteArray(IMAGE_BYTES, 'q')));
+    QCOMPARE(CMultimediaPlatform::loadVideoImage(file("a.txt")), CMultimediaPlatform::eImageOpResultOk);
+    QCOMPARE(storedImage().left(LINE_BYTES), QByteArray(LINE_BYTES, 'q'));
+}
+
+void TestStillImages::places_that_can_not_be_opened_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("empty") << QString();
+    QTest::newRow("no such folder") << QStringLiteral("none/a.bmp");
+    QTest::newRow("a folder") << QStringLiteral("folder");
+    QTest::newRow("below a file") << QStringLiteral("plain/a.bmp");
+    QTest::newRow("a link to itself") << QStringLiteral("loop");
+    QTest::newRow("a FIFO") << QStringLiteral("fifo");
+    QTest::newRow("too long") << QString(4096, QLatin1Char('x'));
+}
+
+void TestStillImages::places_that_can_not_be_opened()
+{
+    QFETCH(QString, name);
+    QVERIFY(QDir(m_pcFolder->path()).mkdir(QStringLiteral("folder")));
+    QVERIFY(fill(file("plain"), "x"));
+    QVERIFY(QFile::link(QStringLiteral("loop"), file("loop")));
+    QCOMPARE(mkfifo(qPrintable(file("fifo")), 0600), 0);
+    const QByteArray cBefore = storedImage();
+    const QString cPath = name.isEmpty() ? name : m_pcFolder->filePath(name);
+    QCOMPARE(CMultimediaPlatform::loadVideoImage(cPath), CMultimediaPlatform::eImageOpResultFileOpenError);
+    QCOMPARE(CMultimediaPlatform::saveVideoImage(cPath), CMultimediaPlatform::eImageOpResultFileOpenError);
+    QCOMPARE(storedImage(), cBefore);
+    QCOMPARE((*m_pcBoard)->fpgaRegister(FPGA_CTRL), 0U);
+    QCOMPARE(contents(file("plain")), QByteArray("x"));
+}
+
+void TestStillImages::a_full_disk_is_a_write_error()
+{
+    QCOMPARE(CMultimediaPlatform::saveVideoImage(QStringLiteral("/dev/full")),
+             CMultimediaPlatform::eImageOpResultFileWriteError);
+}
+
+void TestStillImages::without_memory_no_file_is_touched()
+{
+    QVERIFY(fill(file("a.bmp"), "old"));
+    {
+        failing_malloc cNoMemory;
+        QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")),
+                 CMultimediaPlatform::eImageOpResultHardwareError);
+    }
+    QCOMPARE(contents(file("a.bmp")), QByteArray("old"));
+}
+
+void TestStillImages::a_device_that_can_not_be_read_saves_black()
+{
+    (*m_pcBoard)->setFault({BOARD_OPERATION_FPGA_READ});
+    QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
+    QCOMPARE(contents(file("a.bmp")).mid(54), QByteArray(IMAGE_BYTES, '\0'));
+}
+
+QTEST_GUILESS_MAIN(TestStillImages)
+
+#include "tst_still_images.moc"
