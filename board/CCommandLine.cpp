@@ -88,9 +88,14 @@ int CCommandLine::refuse(const QString& rcMessage)
     return m_eExitStatus;
 }
 
-int CCommandLine::fail(const QString& rcMessage)
+void CCommandLine::warn(const QString& rcMessage)
 {
     std::fprintf(stderr, "halden-board: %s\n", qPrintable(rcMessage));
+}
+
+int CCommandLine::fail(const QString& rcMessage)
+{
+    warn(rcMessage);
     m_eExitStatus = FAILURE;
     return m_eExitStatus;
 }

@@ -45,6 +45,9 @@ public:
     /// message, if it is no such number.
     bool number(const QString& rcName, quint32 u32Least, quint32 u32Default, quint32& ru32Value);
 
+    /// Writes a message; the command goes on.
+    static void warn(const QString& rcMessage);
+
     /// Write a message, and return the status to end with.
     int refuse(const QString& rcMessage);
     int fail(const QString& rcMessage);

@@ -19,7 +19,7 @@ const SCommand COMMANDS[] = {
     {"create",    "DIR",                              "makes a board",                     commandCreate   },
     {"picture",   "OUT.png [--follow] [--recorded]",  "shows what the monitor shows",      commandPicture  },
     {"glyphs",    "SET OUT.png",                      "draws a glyph set's contact sheet", commandGlyphs   },
-    {"registers", "[NAME...]",                        "lists registers and their fields",  commandRegisters},
+    {"registers", "[NAME...] [--changed]",            "lists registers and their fields",  commandRegisters},
     {"trace",     "on | off | show | clear | follow", "notes every device operation",      commandTrace    },
     {"camera",    "test | FILE | unplug | plug",      "chooses what the camera sees",      commandCamera   },
     {"fault",     "OPERATION | list | clear",         "makes operations fail",             commandFault    },

@@ -1,7 +1,6 @@
 /* halden-board: commands that show what a board does. */
 #include "board/CBoard.h"
 #include "board/CCommandLine.h"
-#include "board/RegisterTables.h"
 #include "board/ToolCommands.h"
 
 #include <QFile>
@@ -85,85 +84,6 @@ int commandPicture(const QStringList& rcArguments)
     else
         updatePicture(&cFile);
     return cFile.cError.isEmpty() ? cLine.exitStatus() : cLine.fail(cFile.cError);
-}
-
-// Registers
-
-namespace
-{
-
-/// The values of the named fields, such as "vsci=1 vscf=0".
-QString fieldsOf(const SRegisterRow& rcRow, quint32 u32Value)
-{
-    QStringList cTexts;
-    unsigned uLeft = 32;
-    for (const QString& rcField : QString::fromLatin1(rcRow.pszFields).split(QLatin1Char(' '))) {
-        const QString cName = rcField.section(QLatin1Char(':'), 0, 0);
-        const unsigned uBits = rcField.section(QLatin1Char(':'), 1, 1).toUInt();
-        uLeft -= uBits;
-        const quint32 u32Field = u32Value >> uLeft & ((1u << uBits) - 1);
-        if (!cName.isEmpty())
-            cTexts << QStringLiteral("%1=%2").arg(cName).arg(u32Field);
-    }
-    return cTexts.join(QLatin1Char(' '));
-}
-
-quint32 valueOf(const CBoard& rcBoard, const SRegisterRow& rcRow)
-{
-    switch (rcRow.cWindow) {
-    case 'D':
-        return rcBoard.limeRegister(CBoard::LIME_DISPLAY, rcRow.u32Address);
-    case 'C':
-        return rcBoard.limeRegister(CBoard::LIME_CAPTURE, rcRow.u32Address);
-    default:
-        return rcBoard.fpgaRegister(rcRow.u32Address);
-    }
-}
-
-const char* windowName(char cWindow)
-{
-    switch (cWindow) {
-    case 'D':
-        return "display";
-    case 'C':
-        return "capture";
-    default:
-        return "fpga";
-    }
-}
-
-void printRegister(const CBoard& rcBoard, const SRegisterRow& rcRow)
-{
-    const quint32 u32Value = valueOf(rcBoard, rcRow);
-    std::printf("%-7s %-8s 0x%08x  0x%08x  %-29s  %s\n", rcRow.pszName, windowName(rcRow.cWindow),
-                rcRow.u32Address, u32Value, rcRow.pszHelp, qPrintable(fieldsOf(rcRow, u32Value)));
-}
-
-} // namespace
-
-int commandRegisters(const QStringList& rcArguments)
-{
-    CCommandLine cLine(
-        QStringLiteral("registers"),
-        QStringLiteral("Lists the registers of the display controller and the FPGA: name, register window, "
-                       "address, value, meaning, fields."));
-    cLine.addArgument(QStringLiteral("[NAME...]"), QStringLiteral("only these registers"));
-    CBoard cBoard;
-    if (!cLine.parse(rcArguments, 0, -1) || !cLine.openBoard(cBoard))
-        return cLine.exitStatus();
-    QStringList cWanted;
-    for (const QString& rcName : cLine.arguments())
-        cWanted << rcName.toUpper();
-    QStringList cUnknown = cWanted;
-    for (const SRegisterRow* pcTable : {LIME_REGISTERS, FPGA_REGISTERS})
-        for (const SRegisterRow* pcRow = pcTable; pcRow->pszName != nullptr; pcRow++) {
-            const QString cName = QString::fromLatin1(pcRow->pszName);
-            if (cWanted.isEmpty() || cWanted.contains(cName))
-                printRegister(cBoard, *pcRow);
-            cUnknown.removeAll(cName);
-        }
-    return cUnknown.isEmpty() ? cLine.exitStatus()
-                              : cLine.refuse(QStringLiteral("unknown register '%1'").arg(cUnknown.first()));
 }
 
 // Trace

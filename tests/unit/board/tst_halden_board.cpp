@@ -33,6 +33,14 @@ private slots:
     void draws_glyph_sets_without_a_board();
     void lists_registers();
     void lists_named_registers();
+    void lists_named_chips_data();
+    void lists_named_chips();
+    void shows_reserved_fields_that_are_set();
+    void marks_what_differs_from_the_register_files();
+    void marks_bytes_as_the_daemon_composes_them();
+    void lists_only_what_differs();
+    void lists_without_marks_when_a_register_file_is_of_no_use_data();
+    void lists_without_marks_when_a_register_file_is_of_no_use();
     void switches_and_shows_the_trace();
     void follows_the_trace();
     void chooses_the_camera_picture();
@@ -42,6 +50,8 @@ private slots:
 
 private:
     int run(const QStringList& rcArguments);
+    QStringList outputLines() const { return m_cOutput.split(QLatin1Char('\n'), Qt::SkipEmptyParts); }
+    bool writeRegisterFile(const char* pszChip, const QByteArray& rcText);
     QString file(const char* pszName) const { return m_pcDirectory->filePath(QLatin1String(pszName)); }
 
     QScopedPointer<QTemporaryDir> m_pcDirectory;
@@ -75,6 +85,12 @@ int TestHaldenBoard::run(const QStringList& rcArguments)
     return cProcess.exitCode();
 }
 
+bool TestHaldenBoard::writeRegisterFile(const char* pszChip, const QByteArray& rcText)
+{
+    QFile cFile(QStringLiteral("%1/%2.cnf").arg(m_cBoard.path(BOARD_CNFS), QLatin1String(pszChip)));
+    return cFile.open(QIODevice::WriteOnly) && cFile.write(rcText) == rcText.size();
+}
+
 void TestHaldenBoard::refuses_bad_lines_data()
 {
     QTest::addColumn<QStringList>("line");
@@ -86,7 +102,8 @@ void TestHaldenBoard::refuses_bad_lines_data()
     QTest::newRow("unknown option") << QStringList({"picture", "--loud", "a.png"}) << "loud";
     QTest::newRow("picture where") << QStringList("picture") << "an argument is missing";
     QTest::newRow("trace how") << QStringList({"trace", "maybe"}) << "'maybe' is none of";
-    QTest::newRow("unknown register") << QStringList({"registers", "NONE"}) << "unknown register 'NONE'";
+    QTest::newRow("unknown register")
+        << QStringList({"registers", "NONE"}) << "unknown register or chip 'NONE'";
     QTest::newRow("frame of a file") << QStringList({"camera", "a.png", "--frame", "1"}) << "--frame";
     QTest::newRow("frame") << QStringList({"camera", "test", "--frame", "one"}) << "'one' is no number";
     QTest::newRow("frame large") << QStringList({"camera", "test", "--frame", "3000000000"}) << "too large";
@@ -231,13 +248,17 @@ void TestHaldenBoard::draws_glyph_sets_without_a_board()
 void TestHaldenBoard::lists_registers()
 {
     m_cBoard.setFpgaRegister(0x00ff1a0c, 0x1234);
+    m_cBoard.setI2cRegister(0x25, 0x1f, 0x40);
+    m_cBoard.setI2cRegister(0x44, 0x7f, 0xa5);
     QCOMPARE(run({"registers"}), 0);
-    QCOMPARE(m_cOutput.count(QLatin1Char('\n')), 48);
+    QCOMPARE(m_cOutput.count(QLatin1Char('\n')), 7 + 41 + 31 + 73);
     for (const char* pszLine :
-         {"CSC     capture  0x00000004  0x08000800  capture scale                  vsci=1 vscf=0 hsci=1 "
-          "hscf=0\n",
-          "L1WWH   display  0x00000128  0x023d02b0  layer 1 window size            height=573 width=688\n",
-          "TEMO    fpga     0x00ff1a0c  0x00001234  text memory offset             tebo=4660\n"})
+         {"  CSC     capture  0x00000004  0x08000800  Capture-Scale                         vsci=1 vscf=0 "
+          "hsci=1 hscf=0\n",
+          "  TEMO    fpga     0x00ff1a0c  0x00001234  Text memory byte offset               tebo=4660\n",
+          "  SBVD    saa7113  0x0000001f  0x40        Status Byte Video Decoder             intl=0 "
+          "hlvln_hlck=1 fidt=0 glimt=0 glimb=0 wipa=0 copro_sltca=0 rdcap_code=0\n",
+          "  RN_0x7f saa7129  0x0000007f  0xa5        "})
         QVERIFY2(m_cOutput.contains(QLatin1String(pszLine)), qPrintable(m_cOutput));
 }
 
@@ -245,11 +266,121 @@ void TestHaldenBoard::lists_named_registers()
 {
     m_cBoard.setLimeRegister(CBoard::LIME_DISPLAY, 0x124, 50u << 16 | 100u);
     QCOMPARE(run({"registers", "L1WXY", "dbgc"}), 0);
-    const QStringList cLines = m_cOutput.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    const QStringList cLines = outputLines();
     QCOMPARE(cLines.size(), 2);
-    QVERIFY(cLines[0].startsWith(QLatin1String("DBGC ")));
-    QVERIFY(cLines[1].startsWith(QLatin1String("L1WXY ")) &&
-            cLines[1].endsWith(QLatin1String(" y=50 x=100")));
+    QVERIFY(cLines[0].startsWith(QLatin1String("  DBGC ")));
+    QVERIFY2(cLines[1].startsWith(QLatin1String("  L1WXY ")), qPrintable(cLines[1]));
+    QVERIFY2(cLines[1].contains(QLatin1String("=50 ")) && cLines[1].endsWith(QLatin1String("=100")),
+             qPrintable(cLines[1]));
+}
+
+void TestHaldenBoard::lists_named_chips_data()
+{
+    QTest::addColumn<QString>("chip");
+    QTest::addColumn<int>("registers");
+    QTest::newRow("fpga") << "fpga" << 7;
+    QTest::newRow("lime") << "Lime" << 41;
+    QTest::newRow("saa7113") << "SAA7113" << 31;
+    QTest::newRow("saa7129") << "saa7129" << 73;
+}
+
+void TestHaldenBoard::lists_named_chips()
+{
+    QFETCH(QString, chip);
+    QFETCH(int, registers);
+    QCOMPARE(run({"registers", chip}), 0);
+    QCOMPARE(outputLines().size(), registers);
+    QCOMPARE(run({"registers", chip, "CTRL"}), 0);
+    QCOMPARE(outputLines().size(), chip == QLatin1String("fpga") ? registers : registers + 1);
+}
+
+/// Reserved fields have no meaning, but what stands in them has to be seen.
+void TestHaldenBoard::shows_reserved_fields_that_are_set()
+{
+    m_cBoard.setFpgaRegister(0x00ff1a04, 0xff);
+    QCOMPARE(run({"registers", "TSYP"}), 0);
+    QVERIFY2(m_cOutput.endsWith(QLatin1String(" tsy=255\n")), qPrintable(m_cOutput));
+    m_cBoard.setFpgaRegister(0x00ff1a04, 0x4ff);
+    QCOMPARE(run({"registers", "TSYP"}), 0);
+    QVERIFY2(m_cOutput.endsWith(QLatin1String(" res1=2 tsy=255\n")), qPrintable(m_cOutput));
+}
+
+void TestHaldenBoard::marks_what_differs_from_the_register_files()
+{
+    QVERIFY(writeRegisterFile("fpga", "TSXP: { tsx = 40; }; TSYP: { tsy = 7; };"));
+    QVERIFY(writeRegisterFile("lime", "CSC: { vsci = 1; hscf = 3; }; dcm3: { dckinv = 1; };"));
+    m_cBoard.setFpgaRegister(0x00ff1a00, 40);
+    m_cBoard.setFpgaRegister(0x00ff1a04, 8);
+    m_cBoard.setFpgaRegister(0x00ff1a08, 0x1234);
+    QCOMPARE(run({"registers", "fpga", "csc", "dcm3"}), 0);
+    QCOMPARE(m_cErrors, QString());
+    for (const char* pszLine :
+         {"  TSXP    fpga     0x00ff1a00  0x00000028  Text start x position                 tsx=40\n",
+          "* TSYP    fpga     0x00ff1a04  0x00000008  Text start y position                 tsy=8(7)  "
+          "file: 0x00000007\n",
+          // Not named in the file, so the daemon leaves it alone.
+          "  TESZ    fpga     0x00ff1a08  0x00001234  ",
+          "* CSC     capture  0x00000004  0x08000800  Capture-Scale                         vsci=1 vscf=0 "
+          "hsci=1(0) hscf=0(3)  file: 0x08000003\n",
+          // What the file doesn't name of a register that it names comes from the table.
+          "dckinv=0(1) dckd=0(16)  file: 0x00000110\n"})
+        QVERIFY2(m_cOutput.contains(QLatin1String(pszLine)), qPrintable(m_cOutput));
+}
+
+/// Fields of the bytes chips that the file doesn't name are sent as 0, whatever initial value the table has.
+void TestHaldenBoard::marks_bytes_as_the_daemon_composes_them()
+{
+    QVERIFY(writeRegisterFile("saa7113", "AIN1: { ainc1 = 0xc0; };"));
+    m_cBoard.setI2cRegister(0x25, 0x02, 0xc1);
+    m_cBoard.setI2cRegister(0x25, 0x03, 0x23);
+    m_cBoard.setI2cRegister(0x25, 0x00, 0x11); // the version: never written
+    m_cBoard.setCameraPlugged(false);          // the status: the decoder's own
+    QCOMPARE(run({"registers", "saa7113", "--changed"}), 0);
+    QCOMPARE(outputLines(),
+             QStringList({"* AIN1    saa7113  0x00000002  0xc1        Analog input control 1                "
+                          "ainc1=193(192)  file: 0xc0",
+                          "* AIN2    saa7113  0x00000003  0x23        Analog input control 2                "
+                          "ainc2=35(0)  file: 0x00"}));
+}
+
+void TestHaldenBoard::lists_only_what_differs()
+{
+    for (const char* pszChip : {"fpga", "lime", "saa7113", "saa7129"})
+        QVERIFY(writeRegisterFile(pszChip, ""));
+    QCOMPARE(run({"registers", "--changed"}), 0);
+    QCOMPARE(m_cOutput, QString());
+    QCOMPARE(m_cErrors, QString());
+    QVERIFY(writeRegisterFile("saa7129", "RN_0x3a: { bf_0x3a = 0x13; };"));
+    QCOMPARE(run({"registers", "--changed"}), 0);
+    QCOMPARE(outputLines().size(), 1);
+    QVERIFY2(m_cOutput.startsWith(QLatin1String("* RN_0x3a ")), qPrintable(m_cOutput));
+    QVERIFY2(m_cOutput.endsWith(QLatin1String("  bf_0x3a=0(19)  file: 0x13\n")), qPrintable(m_cOutput));
+}
+
+void TestHaldenBoard::lists_without_marks_when_a_register_file_is_of_no_use_data()
+{
+    QTest::addColumn<QString>("text"); // null: no file
+    QTest::addColumn<QString>("message");
+    QTest::newRow("missing") << QString() << "there is none";
+    QTest::newRow("syntax") << "CTRL: { fgon = 1; };\nnonsense"
+                            << ":2: syntax error";
+    QTest::newRow("includes a folder") << "@include \"/usr\"\n"
+                                       << "no regular file";
+}
+
+void TestHaldenBoard::lists_without_marks_when_a_register_file_is_of_no_use()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, message);
+    if (!text.isNull())
+        QVERIFY(writeRegisterFile("fpga", text.toUtf8()));
+    m_cBoard.setFpgaRegister(0x00ff0004, 77);
+    QCOMPARE(run({"registers", "CTRL", "FGCC"}), 0);
+    QCOMPARE(outputLines().size(), 2);
+    QVERIFY2(!m_cOutput.contains(QLatin1Char('*')), qPrintable(m_cOutput));
+    QVERIFY2(m_cErrors.contains(QLatin1String("cnfs/fpga.cnf")) && m_cErrors.contains(message),
+             qPrintable(m_cErrors));
+    QCOMPARE(m_cErrors.count(QLatin1Char('\n')), 1);
 }
 
 static bool writeTrace(const CBoard& rcBoard, const char* pszText)
