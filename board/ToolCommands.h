@@ -10,6 +10,7 @@ int commandFault(const QStringList& rcArguments);
 int commandGlyphs(const QStringList& rcArguments);
 int commandPicture(const QStringList& rcArguments);
 int commandRegisters(const QStringList& rcArguments);
+int commandSignal(const QStringList& rcArguments);
 int commandTrace(const QStringList& rcArguments);
 
 /// Calls the function at once and then again several times a second, until it returns false or SIGINT or

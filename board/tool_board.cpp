@@ -60,3 +60,21 @@ int commandCamera(const QStringList& rcArguments)
         return showFile(cLine, cBoard, cWhat);
     return cLine.exitStatus();
 }
+
+int commandSignal(const QStringList& rcArguments)
+{
+    CCommandLine cLine(
+        QStringLiteral("signal"),
+        QStringLiteral("Gives the video decoder its input signal and takes it away, as unplugging the camera "
+                       "does."));
+    cLine.addArgument(QStringLiteral("on | off"), QStringLiteral("whether there is a signal"));
+    if (!cLine.parse(rcArguments, 1, 1))
+        return cLine.exitStatus();
+    const QString cWhat = cLine.arguments().first();
+    if (cWhat != QLatin1String("on") && cWhat != QLatin1String("off"))
+        return cLine.refuse(QStringLiteral("'%1' is none of on, off").arg(cWhat));
+    CBoard cBoard;
+    if (cLine.openBoard(cBoard))
+        cBoard.setCameraPlugged(cWhat == QLatin1String("on"));
+    return cLine.exitStatus();
+}

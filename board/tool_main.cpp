@@ -22,6 +22,7 @@ const SCommand COMMANDS[] = {
     {"registers", "[NAME...] [--changed]",            "lists registers and their fields",  commandRegisters},
     {"trace",     "on | off | show | clear | follow", "notes every device operation",      commandTrace    },
     {"camera",    "test | FILE | unplug | plug",      "chooses what the camera sees",      commandCamera   },
+    {"signal",    "on | off",                         "gives and takes the video signal",  commandSignal   },
     {"fault",     "OPERATION | list | clear",         "makes operations fail",             commandFault    },
 };
 

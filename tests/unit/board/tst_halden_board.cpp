@@ -45,6 +45,7 @@ private slots:
     void follows_the_trace();
     void chooses_the_camera_picture();
     void plugs_the_camera();
+    void switches_the_signal();
     void sets_faults();
     void lists_and_clears_faults();
 
@@ -107,6 +108,8 @@ void TestHaldenBoard::refuses_bad_lines_data()
     QTest::newRow("frame of a file") << QStringList({"camera", "a.png", "--frame", "1"}) << "--frame";
     QTest::newRow("frame") << QStringList({"camera", "test", "--frame", "one"}) << "'one' is no number";
     QTest::newRow("frame large") << QStringList({"camera", "test", "--frame", "3000000000"}) << "too large";
+    QTest::newRow("signal how") << QStringList({"signal", "maybe"}) << "'maybe' is none of on, off";
+    QTest::newRow("signal") << QStringList("signal") << "an argument is missing";
     QTest::newRow("operation") << QStringList({"fault", "lunch"}) << "unknown operation 'lunch'";
     QTest::newRow("error") << QStringList({"fault", "fork", "--errno", "EMINE"}) << "unknown error 'EMINE'";
     QTest::newRow("nth") << QStringList({"fault", "fork", "--nth", "0"}) << "at least 1";
@@ -152,7 +155,8 @@ void TestHaldenBoard::helps_data()
     QTest::addColumn<QString>("part");
     QTest::newRow("tool") << QStringList("--help") << "registers";
     QTest::newRow("tool, short") << QStringList("-h") << "HALDEN_BOARD";
-    for (const char* pszCommand : {"create", "picture", "registers", "trace", "camera", "fault", "glyphs"})
+    for (const char* pszCommand :
+         {"create", "picture", "registers", "trace", "camera", "fault", "glyphs", "signal"})
         QTest::newRow(pszCommand) << QStringList({pszCommand, "--help"}) << "--board <DIR>";
     QTest::newRow("operations") << QStringList({"fault", "-h"}) << "fpga-ioctl-write";
 }
@@ -440,6 +444,15 @@ void TestHaldenBoard::plugs_the_camera()
     QCOMPARE(run({"camera", "unplug"}), 0);
     QCOMPARE(m_cBoard.i2cRegister(0x25, 0x1f), quint8(0x40));
     QCOMPARE(run({"camera", "plug"}), 0);
+    QCOMPARE(m_cBoard.i2cRegister(0x25, 0x1f), quint8(0));
+}
+
+void TestHaldenBoard::switches_the_signal()
+{
+    QCOMPARE(run({"signal", "off"}), 0);
+    QCOMPARE(m_cBoard.i2cRegister(0x25, 0x1f), quint8(0x40));
+    QVERIFY(!m_cBoard.isCameraPlugged());
+    QCOMPARE(run({"signal", "on"}), 0);
     QCOMPARE(m_cBoard.i2cRegister(0x25, 0x1f), quint8(0));
 }
 
