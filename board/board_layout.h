@@ -74,7 +74,9 @@ static inline size_t board_lime_bytes(void)
     OPERATION(I2C_OPEN, "i2c-open", ENXIO)               \
     OPERATION(I2C_SLAVE, "i2c-slave", EBUSY)             \
     OPERATION(I2C_READ, "i2c-read", EIO)                 \
-    OPERATION(I2C_WRITE, "i2c-write", EIO)
+    OPERATION(I2C_WRITE, "i2c-write", EIO)               \
+    OPERATION(DISK_WRITE, "disk-write", ENOSPC)          \
+    OPERATION(CNFS_WRITE, "cnfs-write", ENOSPC)
 
 #define BOARD_OPERATION_ENUMERATOR(identifier, name, error) BOARD_OPERATION_##identifier,
 enum board_operation {

@@ -80,6 +80,15 @@ struct board* board_current(void);
  * nothing can be cut. */
 int fault_take(const struct board* board, enum board_operation operation, bool* shortened);
 
+/* Whether the operation has a fault that isn't used up. */
+static inline bool fault_pending(const struct board* board, enum board_operation operation)
+{
+    return board_load(&board->control->faults[operation].fail) != 0;
+}
+
+/* A write to a descriptor of no device, which the fault of full disks can meet. */
+ssize_t disk_write(int descriptor, const void* buffer, size_t count);
+
 /* --- Trace: one line an operation, built up piece by piece. virtual-board.md has the grammar. --- */
 
 struct line {

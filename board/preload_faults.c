@@ -15,7 +15,7 @@ static bool count_down(uint32_t* word)
 int fault_take(const struct board* board, enum board_operation operation, bool* shortened)
 {
     struct board_fault* fault = &board->control->faults[operation];
-    if (operation == BOARD_OPERATION_NONE || board_load(&fault->fail) == 0)
+    if (operation == BOARD_OPERATION_NONE || !fault_pending(board, operation))
         return 0;
     if (count_down(&fault->pass) || !count_down(&fault->fail))
         return 0;

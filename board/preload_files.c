@@ -18,22 +18,27 @@ static int opened(int descriptor)
     return device == DEVICE_NONE ? descriptor : device_open(device, descriptor);
 }
 
+static bool writes(int flags)
+{
+    return (flags & O_ACCMODE) != O_RDONLY;
+}
+
 static mode_t mode_argument(int flags, va_list arguments)
 {
     return (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE ? va_arg(arguments, mode_t) : 0;
 }
 
-#define OPEN(function)                                                         \
-    NEXT(function, int, const char*, int, ...)                                 \
-    int board_##function(const char* path, int flags, ...) WRAPS(function);    \
-    int board_##function(const char* path, int flags, ...)                     \
-    {                                                                          \
-        char room[PATH_MAX];                                                   \
-        va_list arguments;                                                     \
-        va_start(arguments, flags);                                            \
-        mode_t mode = mode_argument(flags, arguments);                         \
-        va_end(arguments);                                                     \
-        return opened(next_##function()(redirected(path, room), flags, mode)); \
+#define OPEN(function)                                                                                       \
+    NEXT(function, int, const char*, int, ...)                                                               \
+    int board_##function(const char* path, int flags, ...) WRAPS(function);                                  \
+    int board_##function(const char* path, int flags, ...)                                                   \
+    {                                                                                                        \
+        char room[PATH_MAX];                                                                                 \
+        va_list arguments;                                                                                   \
+        va_start(arguments, flags);                                                                          \
+        mode_t mode = mode_argument(flags, arguments);                                                       \
+        va_end(arguments);                                                                                   \
+        return open_refused(&path, writes(flags), room) ? -1 : opened(next_##function()(path, flags, mode)); \
     }
 
 #define OPENAT(function)                                                                \
@@ -46,26 +51,29 @@ static mode_t mode_argument(int flags, va_list arguments)
         va_start(arguments, flags);                                                     \
         mode_t mode = mode_argument(flags, arguments);                                  \
         va_end(arguments);                                                              \
-        return opened(next_##function()(folder, redirected(path, room), flags, mode));  \
+        return open_refused(&path, writes(flags), room)                                 \
+                   ? -1                                                                 \
+                   : opened(next_##function()(folder, path, flags, mode));              \
     }
 
 /* The fortified ones, which take no mode. */
-#define OPEN_2(function)                                                 \
-    NEXT(function, int, const char*, int)                                \
-    int board_##function(const char* path, int flags) WRAPS(function);   \
-    int board_##function(const char* path, int flags)                    \
-    {                                                                    \
-        char room[PATH_MAX];                                             \
-        return opened(next_##function()(redirected(path, room), flags)); \
+#define OPEN_2(function)                                                                               \
+    NEXT(function, int, const char*, int)                                                              \
+    int board_##function(const char* path, int flags) WRAPS(function);                                 \
+    int board_##function(const char* path, int flags)                                                  \
+    {                                                                                                  \
+        char room[PATH_MAX];                                                                           \
+        return open_refused(&path, writes(flags), room) ? -1 : opened(next_##function()(path, flags)); \
     }
 
-#define OPENAT_2(function)                                                         \
-    NEXT(function, int, int, const char*, int)                                     \
-    int board_##function(int folder, const char* path, int flags) WRAPS(function); \
-    int board_##function(int folder, const char* path, int flags)                  \
-    {                                                                              \
-        char room[PATH_MAX];                                                       \
-        return opened(next_##function()(folder, redirected(path, room), flags));   \
+#define OPENAT_2(function)                                                                                \
+    NEXT(function, int, int, const char*, int)                                                            \
+    int board_##function(int folder, const char* path, int flags) WRAPS(function);                        \
+    int board_##function(int folder, const char* path, int flags)                                         \
+    {                                                                                                     \
+        char room[PATH_MAX];                                                                              \
+        return open_refused(&path, writes(flags), room) ? -1                                              \
+                                                        : opened(next_##function()(folder, path, flags)); \
     }
 
 OPEN(open)
@@ -176,12 +184,11 @@ ssize_t board_read_chk(int descriptor, void* buffer, size_t count, size_t room)
                                                  : device_read(device, descriptor, buffer, count);
 }
 
-NEXT(write, ssize_t, int, const void*, size_t)
 ssize_t board_write(int descriptor, const void* buffer, size_t count) WRAPS(write);
 ssize_t board_write(int descriptor, const void* buffer, size_t count)
 {
     enum device device = descriptor_device(descriptor);
-    return device == DEVICE_NONE ? next_write()(descriptor, buffer, count)
+    return device == DEVICE_NONE ? disk_write(descriptor, buffer, count)
                                  : device_write(device, descriptor, buffer, count);
 }
 

@@ -20,6 +20,20 @@ const char* redirected(const char* path, char room[PATH_MAX])
     return room;
 }
 
+static bool writes(const char* mode)
+{
+    return strpbrk(mode, "wa+") != NULL;
+}
+
+/* A failed freopen closes the stream. */
+static FILE* closed(FILE* stream)
+{
+    int saved = errno;
+    fclose(stream);
+    errno = saved;
+    return NULL;
+}
+
 /* One definition for each shape of arguments. The records are opaque: the names differ in their layout, which
  * is between caller and C library. */
 
@@ -50,13 +64,13 @@ const char* redirected(const char* path, char room[PATH_MAX])
         return next_##function()(folder, redirected(path, room), record, flags);                 \
     }
 
-#define PATH_STREAM(function)                                                   \
-    NEXT(function, FILE*, const char*, const char*)                             \
-    FILE* board_##function(const char* path, const char* mode) WRAPS(function); \
-    FILE* board_##function(const char* path, const char* mode)                  \
-    {                                                                           \
-        char room[PATH_MAX];                                                    \
-        return next_##function()(redirected(path, room), mode);                 \
+#define PATH_STREAM(function)                                                                  \
+    NEXT(function, FILE*, const char*, const char*)                                            \
+    FILE* board_##function(const char* path, const char* mode) WRAPS(function);                \
+    FILE* board_##function(const char* path, const char* mode)                                 \
+    {                                                                                          \
+        char room[PATH_MAX];                                                                   \
+        return open_refused(&path, writes(mode), room) ? NULL : next_##function()(path, mode); \
     }
 
 #define PATH_REOPEN(function)                                                                 \
@@ -65,7 +79,9 @@ const char* redirected(const char* path, char room[PATH_MAX])
     FILE* board_##function(const char* path, const char* mode, FILE* stream)                  \
     {                                                                                         \
         char room[PATH_MAX];                                                                  \
-        return next_##function()(redirected(path, room), mode, stream);                       \
+        if (open_refused(&path, writes(mode), room))                                          \
+            return closed(stream);                                                            \
+        return next_##function()(path, mode, stream);                                         \
     }
 
 PATH_RECORD(stat)

@@ -48,7 +48,8 @@ void printFaults(const CBoard& rcBoard)
 
 bool canBeShort(board_operation eOperation)
 {
-    return eOperation == BOARD_OPERATION_FPGA_READ || eOperation == BOARD_OPERATION_FPGA_WRITE;
+    return eOperation == BOARD_OPERATION_FPGA_READ || eOperation == BOARD_OPERATION_FPGA_WRITE ||
+           eOperation == BOARD_OPERATION_DISK_WRITE;
 }
 
 } // namespace

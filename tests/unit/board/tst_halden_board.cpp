@@ -47,6 +47,7 @@ private slots:
     void plugs_the_camera();
     void switches_the_signal();
     void sets_faults();
+    void fills_the_disk();
     void lists_and_clears_faults();
 
 private:
@@ -466,6 +467,15 @@ void TestHaldenBoard::sets_faults()
     QCOMPARE(cFaults[0].u32Count, 2u);
     QCOMPARE(cFaults[0].iError, ENOSPC);
     QVERIFY(cFaults[0].bShort);
+}
+
+void TestHaldenBoard::fills_the_disk()
+{
+    QCOMPARE(run({"fault", "disk-write", "--short"}), 0);
+    QCOMPARE(run({"fault", "cnfs-write"}), 0);
+    QCOMPARE(run({"fault", "list"}), 0);
+    QCOMPARE(m_cOutput, QStringLiteral("disk-write       0 pass, then all do half; so far 0\n"
+                                       "cnfs-write       0 pass, then all fail with ENOSPC; so far 0\n"));
 }
 
 void TestHaldenBoard::lists_and_clears_faults()

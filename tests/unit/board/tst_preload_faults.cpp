@@ -1,11 +1,13 @@
 /* Every fault, on the operation that it is for and on no other. */
 #include "tests/unit/board/CAttachedBoard.h"
 
+#include <QFile>
 #include <QTest>
 #include <QThread>
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 
 #include <fcntl.h>
 #include <linux/i2c-dev.h>
@@ -39,6 +41,12 @@ private slots:
     void a_failed_write_leaves_the_register();
     void a_failed_open_leaves_no_descriptor();
     void counts_across_threads_and_descriptors();
+    void a_full_disk_is_met_by_qfile();
+    void a_disk_that_gets_full_takes_half();
+    void a_full_disk_spares_what_is_no_plain_file();
+    void a_full_disk_spares_the_standard_streams();
+    void register_files_can_be_read_from_a_full_disk();
+    void register_files_can_be_refused_to_every_way_of_opening();
 
 private:
     static void operations();
@@ -131,6 +139,26 @@ bool transfersByte(int iDescriptor, int iDirection)
     return ::ioctl(iDescriptor, I2C_SMBUS, &cTransfer) == 0;
 }
 
+bool writesFile(const QString& rcPath)
+{
+    const int iDescriptor = ::open(qPrintable(rcPath), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    const bool bWritten = ::write(iDescriptor, "text", 4) == 4;
+    const int iError = errno;
+    ::close(iDescriptor);
+    errno = iError;
+    return bWritten;
+}
+
+/// By stdio, as the daemon does.
+bool writesRegisterFile()
+{
+    FILE* pcFile = std::fopen("/usr/etc/cnfs/new.cnf", "w+");
+    if (pcFile == nullptr)
+        return false;
+    std::fputs("CTRL: {};", pcFile);
+    return std::fclose(pcFile) == 0;
+}
+
 } // namespace
 
 bool TestPreloadFaults::succeeds(board_operation eOperation)
@@ -167,6 +195,10 @@ bool TestPreloadFaults::succeeds(board_operation eOperation)
         return transfersByte(m_iI2c, I2C_SMBUS_READ);
     case BOARD_OPERATION_I2C_WRITE:
         return transfersByte(m_iI2c, I2C_SMBUS_WRITE);
+    case BOARD_OPERATION_DISK_WRITE:
+        return writesFile((*m_pcBoard)->path("still"));
+    case BOARD_OPERATION_CNFS_WRITE:
+        return writesRegisterFile();
     case BOARD_OPERATION_NONE:
     case BOARD_OPERATION_COUNT:
         break;
@@ -328,6 +360,114 @@ void TestPreloadFaults::counts_across_threads_and_descriptors()
     ::close(iOther);
     QCOMPARE(cFailed.loadRelaxed(), 500);
     QCOMPARE((*m_pcBoard)->faults().first().u32Hits, 500u);
+}
+
+void TestPreloadFaults::a_full_disk_is_met_by_qfile()
+{
+    QFile cFile((*m_pcBoard)->path("still"));
+    QVERIFY(cFile.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    CBoard::SFault cFault;
+    cFault.eOperation = BOARD_OPERATION_DISK_WRITE;
+    (*m_pcBoard)->setFault(cFault);
+    QCOMPARE(cFile.write("some text"), qint64(-1));
+    QCOMPARE(cFile.error(), QFileDevice::ResourceError);
+    (*m_pcBoard)->clearFaults();
+    QCOMPARE(cFile.write("some text"), qint64(9));
+}
+
+void TestPreloadFaults::a_disk_that_gets_full_takes_half()
+{
+    const int iDescriptor =
+        ::open(qPrintable((*m_pcBoard)->path("still")), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    CBoard::SFault cFault;
+    cFault.eOperation = BOARD_OPERATION_DISK_WRITE;
+    cFault.u32Count = 1;
+    cFault.bShort = true;
+    (*m_pcBoard)->setFault(cFault);
+    QCOMPARE(::write(iDescriptor, "abcdefg", 7), ssize_t(3));
+    QCOMPARE(::write(iDescriptor, "defg", 4), ssize_t(4));
+    char aBytes[8] = {};
+    QCOMPARE(::lseek(iDescriptor, 0, SEEK_SET), off_t(0));
+    QCOMPARE(::read(iDescriptor, aBytes, sizeof aBytes), ssize_t(7));
+    QCOMPARE(QByteArray(aBytes), QByteArray("abcdefg"));
+    ::close(iDescriptor);
+}
+
+void TestPreloadFaults::a_full_disk_spares_what_is_no_plain_file()
+{
+    CBoard::SFault cFault;
+    cFault.eOperation = BOARD_OPERATION_DISK_WRITE;
+    (*m_pcBoard)->setFault(cFault);
+    int aiPipe[2];
+    int aiSockets[2];
+    QCOMPARE(::pipe2(aiPipe, O_CLOEXEC), 0);
+    QCOMPARE(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, aiSockets), 0);
+    const int iNull = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+    for (const int iDescriptor : {aiPipe[1], aiSockets[0], iNull, m_iFpga})
+        QCOMPARE(::write(iDescriptor, "text", 4), ssize_t(4));
+    for (const int iDescriptor : {aiPipe[0], aiPipe[1], aiSockets[0], aiSockets[1], iNull})
+        ::close(iDescriptor);
+    QCOMPARE((*m_pcBoard)->faults().first().u32Hits, 0u);
+}
+
+/// A child, because the streams of this process are the test's.
+void TestPreloadFaults::a_full_disk_spares_the_standard_streams()
+{
+    CBoard::SFault cFault;
+    cFault.eOperation = BOARD_OPERATION_DISK_WRITE;
+    (*m_pcBoard)->setFault(cFault);
+    const int iFile = ::open(qPrintable((*m_pcBoard)->path("log")), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    const pid_t iChild = ::fork();
+    if (iChild == 0) {
+        const bool bWritten = ::dup2(iFile, STDOUT_FILENO) >= 0 && ::dup2(iFile, STDERR_FILENO) >= 0 &&
+                              ::write(STDOUT_FILENO, "a", 1) == 1 && ::write(STDERR_FILENO, "b", 1) == 1;
+        ::_exit(bWritten ? 0 : 1);
+    }
+    int iStatus = -1;
+    QCOMPARE(::waitpid(iChild, &iStatus, 0), iChild);
+    QCOMPARE(iStatus, 0);
+    ::close(iFile);
+}
+
+void TestPreloadFaults::register_files_can_be_read_from_a_full_disk()
+{
+    QVERIFY(writesRegisterFile());
+    CBoard::SFault cFault;
+    cFault.eOperation = BOARD_OPERATION_CNFS_WRITE;
+    (*m_pcBoard)->setFault(cFault);
+    QFile cFile(QStringLiteral("/usr/etc/cnfs/new.cnf"));
+    QVERIFY(cFile.open(QIODevice::ReadOnly));
+    QCOMPARE(cFile.readAll(), QByteArray("CTRL: {};"));
+    cFile.close();
+    QVERIFY(!writesRegisterFile());
+    // The file stays as it was: it was never opened.
+    QVERIFY(cFile.open(QIODevice::ReadOnly));
+    QCOMPARE(cFile.readAll(), QByteArray("CTRL: {};"));
+}
+
+void TestPreloadFaults::register_files_can_be_refused_to_every_way_of_opening()
+{
+    const char* const pszPath = "/usr/etc/cnfs/new.cnf";
+    QVERIFY(writesRegisterFile());
+    CBoard::SFault cFault;
+    cFault.eOperation = BOARD_OPERATION_CNFS_WRITE;
+    cFault.iError = EROFS;
+    (*m_pcBoard)->setFault(cFault);
+    for (const char* pszMode : {"w", "a", "r+"}) {
+        errno = 0;
+        QVERIFY(std::fopen(pszPath, pszMode) == nullptr);
+        QCOMPARE(errno, EROFS);
+        errno = 0;
+        QVERIFY(std::freopen(pszPath, pszMode, std::fopen("/dev/null", "r")) == nullptr);
+        QCOMPARE(errno, EROFS);
+    }
+    for (const int iFlags : {O_WRONLY, O_RDWR, O_WRONLY | O_TRUNC}) {
+        errno = 0;
+        QCOMPARE(::open(pszPath, iFlags | O_CLOEXEC), -1);
+        QCOMPARE(errno, EROFS);
+        QCOMPARE(::openat(AT_FDCWD, pszPath, iFlags | O_CLOEXEC), -1);
+    }
+    QVERIFY(writesFile((*m_pcBoard)->path("elsewhere")));
 }
 
 QTEST_GUILESS_MAIN(TestPreloadFaults)
