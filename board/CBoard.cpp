@@ -1,6 +1,7 @@
 #include "board/CBoard.h"
 
 #include "board/CFpgaMixer.h"
+#include "board/CLimeJudge.h"
 #include "board/CPictureRenderer.h"
 #include "board/CTestPicture.h"
 
@@ -86,6 +87,7 @@ bool CBoard::create(const QString& rcDirectory, QString& rcError)
         !createFile(rcDirectory, BOARD_I2C, BOARD_I2C_BYTES, rcError) ||
         !createFile(rcDirectory, BOARD_CAMERA, BOARD_CAMERA_BYTES, rcError) ||
         !createFile(rcDirectory, BOARD_TRACE, 0, rcError) ||
+        !createFile(rcDirectory, BOARD_JUDGEMENTS, 0, rcError) ||
         !createFile(rcDirectory, BOARD_CONTROL, sizeof(board_control), rcError) ||
         !copyRegisterFiles(rcDirectory, rcError))
         return false;
@@ -292,17 +294,38 @@ bool CBoard::isTracing() const
     return isOpen() && board_load(&control()->trace) != 0;
 }
 
-QStringList CBoard::traceLines() const
+QStringList CBoard::linesOf(const char* pszFile) const
 {
-    QFile cFile(path(BOARD_TRACE));
+    QFile cFile(path(pszFile));
     if (!cFile.open(QIODevice::ReadOnly))
         return QStringList();
     return QString::fromLatin1(cFile.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
+QStringList CBoard::traceLines() const
+{
+    return linesOf(BOARD_TRACE);
+}
+
 bool CBoard::clearTrace()
 {
     return isOpen() && QFile::resize(path(BOARD_TRACE), 0);
+}
+
+// Judgements
+
+QStringList CBoard::judgements() const
+{
+    if (!isOpen())
+        return QStringList();
+    QStringList cLines = linesOf(BOARD_JUDGEMENTS) + CLimeJudge(*this).judgements();
+    cLines.removeDuplicates();
+    return cLines;
+}
+
+bool CBoard::clearJudgements()
+{
+    return isOpen() && QFile::resize(path(BOARD_JUDGEMENTS), 0);
 }
 
 // Faults

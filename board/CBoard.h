@@ -111,6 +111,14 @@ public:
     bool clearTrace();
     /// @}
 
+    /// \name Judgements
+    /// What programs did to the devices that no program for the board may do, and what they left behind in the
+    /// display controller's windows: each said once; virtual-board.md has the grammar.
+    /// @{
+    QStringList judgements() const;
+    bool clearJudgements(); ///< those that were noted
+    /// @}
+
     /// \name Faults
     /// One an operation; a new one replaces the old one.
     /// @{
@@ -125,6 +133,7 @@ public:
     static board_operation operationByName(const QString& rcName);
 
 private:
+    QStringList linesOf(const char* pszFile) const;
     bool map(CMappedFile& rcFile, const char* pszFile, qint64 iBytes);
     board_control* control() const;
     bool limeSwapped() const;

@@ -8,6 +8,7 @@ int commandCamera(const QStringList& rcArguments);
 int commandCreate(const QStringList& rcArguments);
 int commandFault(const QStringList& rcArguments);
 int commandGlyphs(const QStringList& rcArguments);
+int commandJudgements(const QStringList& rcArguments);
 int commandPicture(const QStringList& rcArguments);
 int commandRegisters(const QStringList& rcArguments);
 int commandSignal(const QStringList& rcArguments);

@@ -20,13 +20,14 @@
 #define BOARD_VARIABLE "HALDEN_BOARD" /* environment: the board's directory */
 
 /* Files of the directory. */
-#define BOARD_FPGA    "fpgamem"
-#define BOARD_LIME    "fb0"
-#define BOARD_I2C     "i2c-1"
-#define BOARD_CNFS    "cnfs"
-#define BOARD_CAMERA  "camera"
-#define BOARD_CONTROL "control"
-#define BOARD_TRACE   "trace"
+#define BOARD_FPGA       "fpgamem"
+#define BOARD_LIME       "fb0"
+#define BOARD_I2C        "i2c-1"
+#define BOARD_CNFS       "cnfs"
+#define BOARD_CAMERA     "camera"
+#define BOARD_CONTROL    "control"
+#define BOARD_TRACE      "trace"
+#define BOARD_JUDGEMENTS "judgements"
 
 #define BOARD_CNFS_FIXED "/usr/etc/cnfs" /* the folder that the daemon names, and BOARD_CNFS stands in for */
 

@@ -43,8 +43,14 @@ enum device { DEVICE_UNKNOWN, DEVICE_NONE, DEVICE_FPGA, DEVICE_LIME, DEVICE_I2C,
  * descriptors included. Costs one load when the descriptor is known. */
 enum device descriptor_device(int descriptor);
 
-/* To be called before the descriptor is closed, and when it is new. */
+/* To be called when the descriptor is new. */
 void descriptor_forget(int descriptor);
+
+/* To be called before the descriptor is closed, and what it was until somebody gets its number again:
+ * DEVICE_UNKNOWN if it was no device, or isn't closed. */
+void descriptor_close(int descriptor, enum device device);
+enum device descriptor_closed_device(int descriptor);
+
 void descriptor_forget_all(void);
 
 /* Makes the copy what the original is. */
@@ -107,6 +113,23 @@ void line_number(struct line* line, int64_t value);                /* decimal */
 void line_hex(struct line* line, uint64_t value, unsigned digits); /* 0x and at least so many digits */
 void line_bytes(struct line* line, const void* bytes, size_t count);
 void line_finish(struct line* line, const struct board* board, int error); /* error: number, or 0 */
+
+/* Adds the line to a file of the board, unless that is as long as most already; 0 is no limit. */
+void line_append(const struct line* line, const struct board* board, const char* file, int64_t most);
+
+/* --- Judging: each notes the operation if no program for this board may do it. For operations that reached
+ * the device: what a fault makes fail isn't judged. --- */
+
+void judge_register(const struct board* board, bool writing, unsigned bytes, uint32_t address,
+                    uint32_t value);
+void judge_block(const struct board* board, const char* operation, int64_t position, size_t count);
+void judge_byte(const struct board* board, bool writing, unsigned chip, unsigned sub_address);
+
+/* These are for what is known to be wrong. */
+void judge_request(const struct board* board, enum device device, const char* operation, uint32_t number,
+                   unsigned digits, const char* reason);
+void judge_operation(const struct board* board, enum device device, const char* operation,
+                     const char* reason);
 
 /* --- What the devices do. Called for descriptors of devices only; results as of the system call. --- */
 

@@ -1,7 +1,8 @@
 /* The table of descriptors.
  *
- * One atomic word a descriptor: the device, and the I2C slave address chosen on it. Descriptors behind the
- * end of the table are looked at anew every time, and have no slave address.
+ * One atomic word a descriptor: the device, and above it the I2C slave address chosen on it. Of a closed
+ * descriptor that was a device the device stands above instead, and none below. Descriptors behind the end of
+ * the table are looked at anew every time, and have no slave address.
  */
 #include "board/preload.h"
 
@@ -69,6 +70,21 @@ void descriptor_forget(int descriptor)
     uint16_t* entry = entry_of(descriptor);
     if (entry != NULL)
         store(entry, DEVICE_UNKNOWN);
+}
+
+void descriptor_close(int descriptor, enum device device)
+{
+    uint16_t* entry = entry_of(descriptor);
+    if (entry != NULL)
+        store(entry, device == DEVICE_NONE ? DEVICE_UNKNOWN : (unsigned)device << DEVICE_BITS);
+}
+
+enum device descriptor_closed_device(int descriptor)
+{
+    const uint16_t* entry = entry_of(descriptor);
+    unsigned value = entry != NULL ? load(entry) : 0;
+    return (value & ((1u << DEVICE_BITS) - 1)) == DEVICE_UNKNOWN ? (enum device)(value >> DEVICE_BITS)
+                                                                 : DEVICE_UNKNOWN;
 }
 
 void descriptor_forget_all(void)

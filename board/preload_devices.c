@@ -134,6 +134,8 @@ int64_t device_seek(enum device device, int descriptor, int64_t offset, int when
     const struct board* board = board_current();
     int error = device == DEVICE_I2C ? ESPIPE : fault_take(board, traits(device)->seek, NULL);
     int64_t position = error == 0 ? next_lseek64()(descriptor, offset, whence) : outcome(error);
+    if (device == DEVICE_I2C)
+        judge_operation(board, device, "seek", "no such operation");
     if (tracing(board)) {
         struct line line;
         line_start(&line, device, "seek");
@@ -146,21 +148,49 @@ int64_t device_seek(enum device device, int descriptor, int64_t offset, int when
     return position;
 }
 
+static const char* transfer_name(enum device device, bool writing)
+{
+    if (device == DEVICE_I2C)
+        return writing ? "send" : "receive";
+    return writing ? "write" : "read";
+}
+
+/* Before the transfer moves the position. Returns it. */
+static int64_t judge_transfer(const struct board* board, enum device device, int descriptor, bool writing,
+                              size_t count)
+{
+    int64_t position = next_lseek64()(descriptor, 0, SEEK_CUR);
+    if (device == DEVICE_FPGA)
+        judge_block(board, transfer_name(device, writing), position, count);
+    return position;
+}
+
+static ssize_t read_inside(const struct board* board, enum device device, int descriptor, void* buffer,
+                           size_t count)
+{
+    judge_transfer(board, device, descriptor, false, count);
+    return next_read()(descriptor, buffer, count);
+}
+
 ssize_t device_read(enum device device, int descriptor, void* buffer, size_t count)
 {
     const struct board* board = board_current();
     bool shortened = false;
     int error = device == DEVICE_I2C ? EOPNOTSUPP : fault_take(board, traits(device)->read, &shortened);
-    ssize_t result =
-        error == 0 ? next_read()(descriptor, buffer, shortened ? count / 2 : count) : outcome(error);
-    trace_transfer(board, device, device == DEVICE_I2C ? "receive" : "read", count, buffer, result);
+    ssize_t result = error == 0
+                         ? read_inside(board, device, descriptor, buffer, shortened ? count / 2 : count)
+                         : outcome(error);
+    if (device == DEVICE_I2C)
+        judge_operation(board, device, transfer_name(device, false), "no such operation");
+    trace_transfer(board, device, transfer_name(device, false), count, buffer, result);
     return result;
 }
 
 /* A device has an end, behind which a file would grow. */
-static ssize_t write_inside(enum device device, int descriptor, const void* buffer, size_t count)
+static ssize_t write_inside(const struct board* board, enum device device, int descriptor, const void* buffer,
+                            size_t count)
 {
-    int64_t room = device_bytes(device) - next_lseek64()(descriptor, 0, SEEK_CUR);
+    int64_t room = device_bytes(device) - judge_transfer(board, device, descriptor, true, count);
     if (count > 0 && room <= 0)
         return outcome(ENOSPC);
     return next_write()(descriptor, buffer, (uint64_t)room < count ? (size_t)room : count);
@@ -171,9 +201,12 @@ ssize_t device_write(enum device device, int descriptor, const void* buffer, siz
     const struct board* board = board_current();
     bool shortened = false;
     int error = device == DEVICE_I2C ? EOPNOTSUPP : fault_take(board, traits(device)->write, &shortened);
-    ssize_t result =
-        error == 0 ? write_inside(device, descriptor, buffer, shortened ? count / 2 : count) : outcome(error);
-    trace_transfer(board, device, device == DEVICE_I2C ? "send" : "write", count, buffer, result);
+    ssize_t result = error == 0
+                         ? write_inside(board, device, descriptor, buffer, shortened ? count / 2 : count)
+                         : outcome(error);
+    if (device == DEVICE_I2C)
+        judge_operation(board, device, transfer_name(device, true), "no such operation");
+    trace_transfer(board, device, transfer_name(device, true), count, buffer, result);
     return result;
 }
 
@@ -193,9 +226,22 @@ static void trace_register(const struct board* board, enum device device, const 
     line_finish(&line, board, error);
 }
 
+static const char* reason_of(int error)
+{
+    switch (error) {
+    case EFAULT:
+        return "its record is missing";
+    case EOPNOTSUPP:
+        return "no such size";
+    default:
+        return "no such request";
+    }
+}
+
 static int refuse(const struct board* board, enum device device, const char* operation, uint32_t number,
                   unsigned digits, int error)
 {
+    judge_request(board, device, operation, number, digits, reason_of(error));
     if (tracing(board))
         trace_register(board, device, operation, number, digits, NULL, 0, 0, error);
     return outcome(error);
@@ -247,6 +293,7 @@ static int fpga_transfer(const struct board* board, bool writing, unsigned bytes
         fault_take(board, writing ? BOARD_OPERATION_FPGA_IOCTL_WRITE : BOARD_OPERATION_FPGA_IOCTL_READ, NULL);
     if (error != 0)
         return error;
+    judge_register(board, writing, bytes, record->address, record->value);
     if (record->address > BOARD_FPGA_BYTES - bytes)
         return EINVAL;
     if (writing)
@@ -256,13 +303,22 @@ static int fpga_transfer(const struct board* board, bool writing, unsigned bytes
     return 0;
 }
 
+static int fpga_plain(const struct board* board)
+{
+    if (tracing(board))
+        trace_register(board, DEVICE_FPGA, "ioctl", FPGA_PLAIN, 8, NULL, 0, 0, 0);
+    return 0;
+}
+
 static int fpga_ioctl(const struct board* board, uint32_t request, struct fpga_record* record)
 {
     static const char* const names[FPGA_TRANSFERS] = {"read8",  "read16",  "read32",
                                                       "write8", "write16", "write32"};
     uint32_t number = request - FPGA_READ_8;
+    if (request == FPGA_PLAIN)
+        return fpga_plain(board);
     if (number >= FPGA_TRANSFERS)
-        return refuse(board, DEVICE_FPGA, "ioctl", request, 8, request == FPGA_PLAIN ? 0 : ENOTTY);
+        return refuse(board, DEVICE_FPGA, "ioctl", request, 8, ENOTTY);
     if (record == NULL)
         return refuse(board, DEVICE_FPGA, "ioctl", request, 8, EFAULT);
     bool writing = number >= FPGA_WIDTHS;
@@ -280,8 +336,10 @@ static int fpga_ioctl(const struct board* board, uint32_t request, struct fpga_r
 static int i2c_choose(const struct board* board, int descriptor, uintptr_t slave)
 {
     int error = fault_take(board, BOARD_OPERATION_I2C_SLAVE, NULL);
-    if (error == 0 && slave > 0x7f)
+    if (error == 0 && slave > 0x7f) {
+        judge_request(board, DEVICE_I2C, "slave", (uint32_t)slave, 2, "no such address");
         error = EINVAL;
+    }
     if (error == 0)
         descriptor_set_slave(descriptor, (unsigned)slave);
     if (tracing(board))
@@ -301,6 +359,7 @@ static int i2c_byte(const struct board* board, unsigned chip, const struct i2c_s
     int error = fault_take(board, writing ? BOARD_OPERATION_I2C_WRITE : BOARD_OPERATION_I2C_READ, NULL);
     if (error != 0)
         return error;
+    judge_byte(board, writing, chip, transfer->command);
     if (chip != BOARD_I2C_DECODER && chip != BOARD_I2C_ENCODER)
         return ENXIO;
     uint8_t* cell = board->i2c + chip * 256 + transfer->command;

@@ -87,14 +87,24 @@ OPENAT_2(__openat64_2)
 
 /* --- Closing and copying --- */
 
+/* The device that an operation is for. Of one that was closed the program should have let go. */
+static enum device device_for(int descriptor, const char* operation)
+{
+    enum device device = descriptor_device(descriptor);
+    enum device closed = device == DEVICE_NONE ? descriptor_closed_device(descriptor) : DEVICE_UNKNOWN;
+    if (closed != DEVICE_UNKNOWN)
+        judge_operation(board_current(), closed, operation, "closed before");
+    return device;
+}
+
 NEXT(close, int, int)
 int board_close(int descriptor) WRAPS(close);
 int board_close(int descriptor)
 {
-    enum device device = descriptor_device(descriptor);
+    enum device device = device_for(descriptor, "close");
     if (device != DEVICE_NONE)
         device_close(device);
-    descriptor_forget(descriptor);
+    descriptor_close(descriptor, device);
     return next_close()(descriptor);
 }
 
@@ -150,7 +160,7 @@ NEXT(lseek64, int64_t, int, int64_t, int)
 int64_t board_lseek64(int descriptor, int64_t offset, int whence) WRAPS(lseek64);
 int64_t board_lseek64(int descriptor, int64_t offset, int whence)
 {
-    enum device device = descriptor_device(descriptor);
+    enum device device = device_for(descriptor, "seek");
     return device == DEVICE_NONE ? next_lseek64()(descriptor, offset, whence)
                                  : device_seek(device, descriptor, offset, whence);
 }
@@ -160,7 +170,7 @@ NEXT(lseek, long, int, long, int)
 long board_lseek(int descriptor, long offset, int whence) WRAPS(lseek);
 long board_lseek(int descriptor, long offset, int whence)
 {
-    enum device device = descriptor_device(descriptor);
+    enum device device = device_for(descriptor, "seek");
     return device == DEVICE_NONE ? next_lseek()(descriptor, offset, whence)
                                  : (long)device_seek(device, descriptor, offset, whence);
 }
@@ -169,7 +179,7 @@ NEXT(read, ssize_t, int, void*, size_t)
 ssize_t board_read(int descriptor, void* buffer, size_t count) WRAPS(read);
 ssize_t board_read(int descriptor, void* buffer, size_t count)
 {
-    enum device device = descriptor_device(descriptor);
+    enum device device = device_for(descriptor, "read");
     return device == DEVICE_NONE ? next_read()(descriptor, buffer, count)
                                  : device_read(device, descriptor, buffer, count);
 }
@@ -179,7 +189,7 @@ NEXT(__read_chk, ssize_t, int, void*, size_t, size_t)
 ssize_t board_read_chk(int descriptor, void* buffer, size_t count, size_t room) WRAPS(__read_chk);
 ssize_t board_read_chk(int descriptor, void* buffer, size_t count, size_t room)
 {
-    enum device device = descriptor_device(descriptor);
+    enum device device = device_for(descriptor, "read");
     return device == DEVICE_NONE || count > room ? next___read_chk()(descriptor, buffer, count, room)
                                                  : device_read(device, descriptor, buffer, count);
 }
@@ -187,7 +197,7 @@ ssize_t board_read_chk(int descriptor, void* buffer, size_t count, size_t room)
 ssize_t board_write(int descriptor, const void* buffer, size_t count) WRAPS(write);
 ssize_t board_write(int descriptor, const void* buffer, size_t count)
 {
-    enum device device = descriptor_device(descriptor);
+    enum device device = device_for(descriptor, "write");
     return device == DEVICE_NONE ? disk_write(descriptor, buffer, count)
                                  : device_write(device, descriptor, buffer, count);
 }
@@ -201,7 +211,7 @@ ssize_t board_write(int descriptor, const void* buffer, size_t count)
     void* board_##function(void* address, size_t length, int protection, int flags, int descriptor,      \
                            offset_type offset)                                                           \
     {                                                                                                    \
-        enum device device = (flags & MAP_ANONYMOUS) != 0 ? DEVICE_NONE : descriptor_device(descriptor); \
+        enum device device = (flags & MAP_ANONYMOUS) != 0 ? DEVICE_NONE : device_for(descriptor, "map"); \
         int error = device == DEVICE_NONE ? 0 : device_map(device);                                      \
         void* map = MAP_FAILED;                                                                          \
         if (error == 0)                                                                                  \
@@ -228,7 +238,7 @@ MMAP(mmap64, int64_t)
         va_start(arguments, request);                                                                 \
         void* argument = va_arg(arguments, void*);                                                    \
         va_end(arguments);                                                                            \
-        enum device device = descriptor_device(descriptor);                                           \
+        enum device device = device_for(descriptor, "ioctl");                                         \
         return device == DEVICE_NONE ? next_##function()(descriptor, request, argument)               \
                                      : device_ioctl(device, descriptor, (uint32_t)request, argument); \
     }

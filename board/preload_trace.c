@@ -1,4 +1,4 @@
-/* Writing the trace.
+/* Writing the trace, and what else the board notes in lines.
  *
  * The file is opened for every line: a descriptor kept open could be closed by a program that closes all it
  * has, and would shift the numbers that the program gets for its own files. One write a line, in append mode,
@@ -11,6 +11,7 @@
 
 NEXT(open64, int, const char*, int, ...)
 NEXT(close, int, int)
+NEXT(lseek64, int64_t, int, int64_t, int)
 NEXT(write, ssize_t, int, const void*, size_t)
 
 enum { BYTES_SHOWN = 16 };
@@ -89,19 +90,26 @@ static void put_error(struct line* line, int error)
     line_text(line, name);
 }
 
-void line_finish(struct line* line, const struct board* board, int error)
+void line_append(const struct line* line, const struct board* board, const char* file, int64_t most)
 {
     int saved = errno;
     char path[PATH_MAX + 16];
-    if (error != 0)
-        put_error(line, error);
-    put(line, '\n');
-    strcpy(stpcpy(path, board->directory), "/" BOARD_TRACE);
+    strcpy(stpcpy(stpcpy(path, board->directory), "/"), file);
     int descriptor = next_open64()(path, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
     if (descriptor >= 0) {
-        ssize_t written = next_write()(descriptor, line->text, line->length);
-        (void)written; /* a trace that can't be written must not disturb the program */
+        if (most == 0 || next_lseek64()(descriptor, 0, SEEK_END) < most) {
+            ssize_t written = next_write()(descriptor, line->text, line->length);
+            (void)written; /* a note that can't be written must not disturb the program */
+        }
         next_close()(descriptor);
     }
     errno = saved;
+}
+
+void line_finish(struct line* line, const struct board* board, int error)
+{
+    if (error != 0)
+        put_error(line, error);
+    put(line, '\n');
+    line_append(line, board, BOARD_TRACE, 0);
 }

@@ -16,14 +16,15 @@ struct SCommand {
 };
 
 const SCommand COMMANDS[] = {
-    {"create",    "DIR",                              "makes a board",                     commandCreate   },
-    {"picture",   "OUT.png [--follow] [--recorded]",  "shows what the monitor shows",      commandPicture  },
-    {"glyphs",    "SET OUT.png",                      "draws a glyph set's contact sheet", commandGlyphs   },
-    {"registers", "[NAME...] [--changed]",            "lists registers and their fields",  commandRegisters},
-    {"trace",     "on | off | show | clear | follow", "notes every device operation",      commandTrace    },
-    {"camera",    "test | FILE | unplug | plug",      "chooses what the camera sees",      commandCamera   },
-    {"signal",    "on | off",                         "gives and takes the video signal",  commandSignal   },
-    {"fault",     "OPERATION | list | clear",         "makes operations fail",             commandFault    },
+    {"create",     "DIR",                              "makes a board",                     commandCreate    },
+    {"picture",    "OUT.png [--follow] [--recorded]",  "shows what the monitor shows",      commandPicture   },
+    {"glyphs",     "SET OUT.png",                      "draws a glyph set's contact sheet", commandGlyphs    },
+    {"registers",  "[NAME...] [--changed]",            "lists registers and their fields",  commandRegisters },
+    {"trace",      "on | off | show | clear | follow", "notes every device operation",      commandTrace     },
+    {"judgements", "[show | clear]",                   "what programs may not do, and did", commandJudgements},
+    {"camera",     "test | FILE | unplug | plug",      "chooses what the camera sees",      commandCamera    },
+    {"signal",     "on | off",                         "gives and takes the video signal",  commandSignal    },
+    {"fault",      "OPERATION | list | clear",         "makes operations fail",             commandFault     },
 };
 
 void printUsage(FILE* pcStream)

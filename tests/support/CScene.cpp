@@ -1,6 +1,13 @@
 #include "tests/support/CScene.h"
 
+#include "tests/support/Judgements.h"
+
 #include <csignal>
+
+CScene::~CScene()
+{
+    failUnlessEmpty(judge(), __FILE__, __LINE__);
+}
 
 bool CScene::prepare()
 {
@@ -32,8 +39,17 @@ QString CScene::end()
     if (m_cDaemon.crashed() || m_cDaemon.exitCode() != 0)
         return QStringLiteral("ended badly") + QString::fromUtf8(describe());
     const QStringList cUnexpected = m_cDaemon.unexpectedOutput();
-    return cUnexpected == m_cAnnounced ? QString()
-                                       : QStringLiteral("said: ") + cUnexpected.join(QLatin1Char('\n'));
+    if (cUnexpected != m_cAnnounced)
+        return QStringLiteral("said: ") + cUnexpected.join(QLatin1Char('\n'));
+    return judge();
+}
+
+QString CScene::judge()
+{
+    const QString cDifference =
+        m_cBoard.isOpen() ? differenceFromAnnounced(m_cBoard, m_cAnnouncedJudgements) : QString();
+    m_cAnnouncedJudgements.clear();
+    return cDifference;
 }
 
 QByteArray CScene::describe()

@@ -15,9 +15,17 @@
 ///     QVERIFY(cScene.daemon().settle());
 ///     QCOMPARE(cScene.board().limeRegister(CBoard::LIME_CAPTURE, 4), 0x0fd50eb1U);
 ///     QCOMPARE(cScene.end(), QString());
+///
+/// A test fails when the daemon does what no program for the board may do, unless that is announced.
 class CScene
 {
 public:
+    CScene() = default;
+    ~CScene();
+
+    CScene(const CScene&) = delete;
+    CScene& operator=(const CScene&) = delete;
+
     /// Bus up, board made; the daemon knows both but isn't started.
     bool prepare();
 
@@ -25,11 +33,19 @@ public:
     bool start();
 
     /// Ends the daemon by SIGTERM. Returns what is wrong with the way it lived and ended: an exit status
-    /// other than 0, or output on standard error that the test didn't announce; empty if nothing is.
+    /// other than 0, or output on standard error that the test didn't announce, or what judge() says; empty if
+    /// nothing is.
     QString end();
 
     /// Announces lines on standard error that end() would complain about otherwise.
     void announce(const QString& rcLine) { m_cAnnounced << rcLine; }
+
+    /// What the board says of the daemon's operations so far, other than what was announced; empty if nothing.
+    /// Tests that share a scene ask after each of them. The announcements are used up.
+    QString judge();
+
+    /// Announces a judgement of the board; see CBoard::judgements().
+    void announceJudgement(const QString& rcLine) { m_cAnnouncedJudgements << rcLine; }
 
     CPrivateBus& bus() { return m_cBus; }
     CBoard& board() { return m_cBoard; }
@@ -44,6 +60,7 @@ private:
     CBoard m_cBoard;
     CDaemonProcess m_cDaemon;
     QStringList m_cAnnounced;
+    QStringList m_cAnnouncedJudgements;
     QString m_cError;
 };
 

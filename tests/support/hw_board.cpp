@@ -9,6 +9,7 @@
 #include <fstream>
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -56,6 +57,7 @@ hw_board::hw_board() : m_control(nullptr)
 hw_board::~hw_board()
 {
     haldenboard_detach();
+    judge();
     munmap(m_control, sizeof(*m_control));
     std::filesystem::remove_all(m_directory);
 }
@@ -75,16 +77,33 @@ void hw_board::fail(board_operation operation, int error, uint32_t pass)
     board_store(&fault.fail, BOARD_FAULT_FOREVER);
 }
 
+std::vector<std::string> hw_board::lines(const char* name) const
+{
+    std::ifstream file(path(name));
+    std::vector<std::string> all;
+    for (std::string line; std::getline(file, line);)
+        all.push_back(line);
+    return all;
+}
+
 std::vector<std::string> hw_board::trace()
 {
-    std::ifstream file(path(BOARD_TRACE));
-    std::vector<std::string> lines;
-    size_t number = 0;
-    for (std::string line; std::getline(file, line);)
-        if (number++ >= m_trace_read)
-            lines.push_back(line);
-    m_trace_read = number;
-    return lines;
+    std::vector<std::string> all = lines(BOARD_TRACE);
+    const auto fresh = all.begin() + static_cast<std::ptrdiff_t>(m_trace_read);
+    m_trace_read = all.size();
+    return {fresh, all.end()};
+}
+
+void hw_board::judge() const
+{
+    const std::vector<std::string> all = lines(BOARD_JUDGEMENTS);
+    const std::set<std::string> judged(all.begin(), all.end());
+    for (const std::string& line : judged)
+        if (m_announced.count(line) == 0)
+            ADD_FAILURE() << "judged: " << line;
+    for (const std::string& line : m_announced)
+        if (judged.count(line) == 0)
+            ADD_FAILURE() << "announced, but not judged: " << line;
 }
 
 /* Around the device stand-ins, whose doing these are not: the streams of the C++ library reach the kernel by

@@ -1,5 +1,8 @@
 /* A virtual board for the hardware layer's tests, linked into the program: made in a temporary folder and
  * attached for the life of the object. Free of Qt, because these tests also run where there is none.
+ *
+ * What the program does that no program for the board may do lets the test fail at the end of the object's
+ * life, unless it is announced.
  */
 #ifndef HALDEND_TESTS_HW_BOARD_H
 #define HALDEND_TESTS_HW_BOARD_H
@@ -7,6 +10,7 @@
 #include "board/board_layout.h"
 
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -27,14 +31,21 @@ public:
     /* The device operations since the object was made, or since the last call, one a line. */
     std::vector<std::string> trace();
 
+    /* Announces a judgement, a line as virtual-board.md describes it. */
+    void announce_judgement(const std::string& line) { m_announced.insert(line); }
+
     /* The bytes of a file of the board, as a debugger would see and change them. */
     std::vector<unsigned char> bytes(const char* name, uint32_t offset, size_t len) const;
     void set_bytes(const char* name, uint32_t offset, const std::vector<unsigned char>& values);
 
 private:
+    void judge() const;
+    std::vector<std::string> lines(const char* name) const;
+
     std::string m_directory;
     board_control* m_control;
     size_t m_trace_read = 0;
+    std::set<std::string> m_announced;
 };
 
 #endif

@@ -17,6 +17,7 @@ private slots:
     void initTestCase();
     void cleanupTestCase();
     void init();
+    void cleanup();
 
     void introspection_equals_the_interface_file();
     void introspection_lists_the_eight_methods_in_order();
@@ -56,6 +57,10 @@ static const quint32 DCM1 = 0x100;
 static const quint32 L1WXY = 0x124;
 static const quint32 L1WWH = 0x128;
 
+// A position is stored as it comes, and the register has 12 bits for x and for y.
+static const QString POSITION_BEYOND_THE_REGISTER =
+    QStringLiteral("lime display 0x00000124 0xffffffff: undeclared bits 0xf000f000");
+
 static const int EDGE_VALUES[] = {0, 1, -1, 719, 720, 721, 4095, 4096, 65535, 65536, 70000, INT_MIN, INT_MAX};
 
 void TestVideoDisplay::initTestCase()
@@ -66,6 +71,11 @@ void TestVideoDisplay::initTestCase()
 void TestVideoDisplay::cleanupTestCase()
 {
     QCOMPARE(m_cScene.end(), QString());
+}
+
+void TestVideoDisplay::cleanup()
+{
+    QCOMPARE(m_cScene.judge(), QString());
 }
 
 void TestVideoDisplay::init()
@@ -198,6 +208,7 @@ void TestVideoDisplay::every_pair_of_edge_values_is_accepted_as_a_position()
             QVERIFY2(display(L1WXY) == u32Expected, qPrintable(QStringLiteral("%1, %2").arg(iX).arg(iY)));
         }
     }
+    m_cScene.announceJudgement(POSITION_BEYOND_THE_REGISTER);
 }
 
 void TestVideoDisplay::the_layer_is_switched()
@@ -222,6 +233,7 @@ void TestVideoDisplay::what_is_set_is_seen()
     send("set_video_layer_enabled", {true});
     send("set_video_position", {-1, 0});
     QCOMPARE(differenceFromGolden(m_cScene.board().picture(), QStringLiteral("window_off")), QString());
+    m_cScene.announceJudgement(POSITION_BEYOND_THE_REGISTER);
 }
 
 void TestVideoDisplay::methods_without_effect_change_nothing()

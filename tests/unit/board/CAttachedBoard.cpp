@@ -1,6 +1,7 @@
 #include "tests/unit/board/CAttachedBoard.h"
 
 #include "board/haldenboard.h"
+#include "tests/support/Judgements.h"
 
 #include <QRegularExpression>
 
@@ -20,6 +21,8 @@ CAttachedBoard::CAttachedBoard()
 CAttachedBoard::~CAttachedBoard()
 {
     haldenboard_detach();
+    if (m_bReady && m_bJudging)
+        failUnlessEmpty(differenceFromAnnounced(m_cBoard, m_cAnnounced), __FILE__, __LINE__);
 }
 
 int CAttachedBoard::openDevice(const char* pszFile)

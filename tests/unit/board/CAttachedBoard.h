@@ -7,6 +7,9 @@
 
 /// A fresh board that this process works on, as the daemon would, for the life of the object; and the class to
 /// look at it from outside.
+///
+/// What the process does that no program for the board may do lets the test fail at the end of the object's life,
+/// unless it is announced.
 class CAttachedBoard
 {
 public:
@@ -24,6 +27,12 @@ public:
     /// Opens a device, named as in board_layout.h, for reading and writing: a descriptor or -1.
     int openDevice(const char* pszFile);
 
+    /// Announces a judgement; see CBoard::judgements().
+    void announceJudgement(const QString& rcLine) { m_cAnnounced << rcLine; }
+
+    /// For tests of the board itself, which do what no program does.
+    void dontJudge() { m_bJudging = false; }
+
     /// What is noted since the last call, by one who must not be noted: descriptors differ from run to run and
     /// read as "N".
     QStringList takeTrace();
@@ -31,7 +40,9 @@ public:
 private:
     QTemporaryDir m_cDirectory;
     CBoard m_cBoard;
+    QStringList m_cAnnounced;
     bool m_bReady = false;
+    bool m_bJudging = true;
 };
 
 #endif

@@ -95,6 +95,7 @@ void TestCBoard::create_leaves_a_board_to_start_on()
     QVERIFY(m_cBoard.isCameraPlugged());
     QVERIFY(!m_cBoard.isTracing());
     QVERIFY(m_cBoard.faults().isEmpty());
+    QCOMPARE(m_cBoard.judgements(), QStringList());
     QCOMPARE(m_cBoard.cameraImage(), CTestPicture::frame(0));
     const QDir cFiles(m_cBoard.path(BOARD_CNFS));
     QCOMPARE(cFiles.entryList(QDir::Files, QDir::Name),
@@ -155,6 +156,7 @@ void TestCBoard::a_closed_board_reads_as_nothing()
     QVERIFY(m_cBoard.picture().isNull());
     QVERIFY(!m_cBoard.isTracing() && !m_cBoard.isCameraPlugged() && !m_cBoard.clearTrace());
     QVERIFY(m_cBoard.faults().isEmpty());
+    QVERIFY(m_cBoard.judgements().isEmpty() && !m_cBoard.clearJudgements());
 }
 
 void TestCBoard::lime_registers_in_all_windows()

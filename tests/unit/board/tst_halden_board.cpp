@@ -46,6 +46,7 @@ private slots:
     void chooses_the_camera_picture();
     void plugs_the_camera();
     void switches_the_signal();
+    void shows_and_clears_judgements();
     void sets_faults();
     void fills_the_disk();
     void lists_and_clears_faults();
@@ -111,6 +112,7 @@ void TestHaldenBoard::refuses_bad_lines_data()
     QTest::newRow("frame large") << QStringList({"camera", "test", "--frame", "3000000000"}) << "too large";
     QTest::newRow("signal how") << QStringList({"signal", "maybe"}) << "'maybe' is none of on, off";
     QTest::newRow("signal") << QStringList("signal") << "an argument is missing";
+    QTest::newRow("judgements how") << QStringList({"judgements", "hide"}) << "'hide' is none of show, clear";
     QTest::newRow("operation") << QStringList({"fault", "lunch"}) << "unknown operation 'lunch'";
     QTest::newRow("error") << QStringList({"fault", "fork", "--errno", "EMINE"}) << "unknown error 'EMINE'";
     QTest::newRow("nth") << QStringList({"fault", "fork", "--nth", "0"}) << "at least 1";
@@ -157,7 +159,7 @@ void TestHaldenBoard::helps_data()
     QTest::newRow("tool") << QStringList("--help") << "registers";
     QTest::newRow("tool, short") << QStringList("-h") << "HALDEN_BOARD";
     for (const char* pszCommand :
-         {"create", "picture", "registers", "trace", "camera", "fault", "glyphs", "signal"})
+         {"create", "picture", "registers", "trace", "camera", "fault", "glyphs", "signal", "judgements"})
         QTest::newRow(pszCommand) << QStringList({pszCommand, "--help"}) << "--board <DIR>";
     QTest::newRow("operations") << QStringList({"fault", "-h"}) << "fpga-ioctl-write";
 }
@@ -455,6 +457,27 @@ void TestHaldenBoard::switches_the_signal()
     QVERIFY(!m_cBoard.isCameraPlugged());
     QCOMPARE(run({"signal", "on"}), 0);
     QCOMPARE(m_cBoard.i2cRegister(0x25, 0x1f), quint8(0));
+}
+
+void TestHaldenBoard::shows_and_clears_judgements()
+{
+    QCOMPARE(run({"judgements"}), 0);
+    QCOMPARE(m_cOutput, QString());
+    QFile cFile(m_cBoard.path(BOARD_JUDGEMENTS));
+    QVERIFY(cFile.open(QIODevice::Append));
+    cFile.write("fpga seek: closed before\ni2c seek: no such operation\nfpga seek: closed before\n");
+    cFile.close();
+    m_cBoard.setLimeRegister(CBoard::LIME_PIO, 0, 1);
+    QCOMPARE(run({"judgements", "show"}), 0);
+    const QString cLime = QStringLiteral("lime pio 0x00000000 0x00000001: no such register");
+    QCOMPARE(outputLines(), QStringList({"fpga seek: closed before", "i2c seek: no such operation", cLime}));
+    QCOMPARE(run({"judgements", "clear"}), 0);
+    QCOMPARE(m_cOutput, QString());
+    QCOMPARE(run({"judgements"}), 0);
+    QCOMPARE(outputLines(), QStringList(cLime));
+    QVERIFY(QFile::remove(m_cBoard.path(BOARD_JUDGEMENTS)));
+    QCOMPARE(run({"judgements", "clear"}), 1);
+    QVERIFY2(m_cErrors.contains(QLatin1String("can't be cleared")), qPrintable(m_cErrors));
 }
 
 void TestHaldenBoard::sets_faults()

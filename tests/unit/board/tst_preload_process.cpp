@@ -160,7 +160,7 @@ private:
 int hammer(CAttachedBoard& rcBoard, int iRounds)
 {
     QVector<CHammer*> cThreads;
-    for (quint32 u32Address = 0x00ff0100; u32Address < 0x00ff0110; u32Address += 4)
+    for (quint32 u32Address = 0x00ff1400; u32Address < 0x00ff1410; u32Address += 4)
         cThreads << new CHammer(rcBoard, u32Address, iRounds);
     for (CHammer* pcThread : cThreads)
         pcThread->start();
@@ -192,7 +192,7 @@ void TestPreloadProcess::notes_whole_lines_of_several_threads()
     QCOMPARE(hammer(cBoard, ROUNDS), 0);
     const QStringList cLines = cBoard.takeTrace();
     const QRegularExpression cWhole(
-        QStringLiteral("^fpga (open = N|(write32|read32) 0x00ff01[0-9a-f]{2} (= )?0x[0-9a-f]{8}|close)$"));
+        QStringLiteral("^fpga (open = N|(write32|read32) 0x00ff14[0-9a-f]{2} (= )?0x[0-9a-f]{8}|close)$"));
     QCOMPARE(cLines.size(), 4 * 4 * ROUNDS);
     QCOMPARE(cLines.filter(cWhole).size(), cLines.size());
 }
@@ -205,20 +205,20 @@ void TestPreloadProcess::works_in_a_forked_child()
     const int iDescriptor = cBoard.openDevice(BOARD_FPGA);
     const pid_t iChild = ::fork();
     if (iChild == 0) {
-        quint32 au32Record[2] = {0x00ff0000, 0xc0ffee};
+        quint32 au32Record[2] = {0x00ff0004, 0xc0ffee};
         const bool bDone = ::ioctl(iDescriptor, WRITE_32, au32Record) == 0 && ::close(iDescriptor) == 0;
         ::_exit(bDone ? 0 : 1);
     }
     int iStatus = -1;
     QCOMPARE(::waitpid(iChild, &iStatus, 0), iChild);
     QCOMPARE(iStatus, 0);
-    QCOMPARE(cBoard->fpgaRegister(0x00ff0000), 0xc0ffeeu);
-    quint32 au32Record[2] = {0x00ff0000, 0};
+    QCOMPARE(cBoard->fpgaRegister(0x00ff0004), 0xc0ffeeu);
+    quint32 au32Record[2] = {0x00ff0004, 0};
     QCOMPARE(::ioctl(iDescriptor, READ_32, au32Record), 0);
     ::close(iDescriptor);
     QCOMPARE(cBoard.takeTrace(),
-             QStringList({"fpga open = N", "fpga write32 0x00ff0000 0x00c0ffee", "fpga close",
-                          "fpga read32 0x00ff0000 = 0x00c0ffee", "fpga close"}));
+             QStringList({"fpga open = N", "fpga write32 0x00ff0004 0x00c0ffee", "fpga close",
+                          "fpga read32 0x00ff0004 = 0x00c0ffee", "fpga close"}));
 }
 
 void TestPreloadProcess::lets_go_of_a_board()

@@ -82,6 +82,9 @@ TEST_F(fpga_device, registers_are_read_and_written_32_bits_wide)
 TEST_F(fpga_device, widths_of_8_and_16_have_requests_of_their_own)
 {
     open_device();
+    for (const char* operation :
+         {"read16 0x00ff1a00", "read8 0x00ff1a04", "write16 0x00ff1a00", "write8 0x00ff1a04"})
+        board.announce_judgement(std::string("fpga ") + operation + ": not 32 bits wide");
     fpga_reg_transfer record = {0xff1a00, 0x1234};
     EXPECT_EQ(0, l_writeout(&record, fbfd, 16));
     record = {0xff1a04, 0x56};
@@ -114,7 +117,7 @@ TEST_F(fpga_device, other_widths_call_nothing_and_return_the_descriptor)
 TEST_F(fpga_device, a_refused_read_gives_0)
 {
     open_device();
-    fpga_device_write_reg(0xff0000, 0xffffffff);
+    fpga_device_write_reg(0xff0000, 0x00820002);
     board.fail(BOARD_OPERATION_FPGA_IOCTL_READ, EIO);
     EXPECT_EQ(0u, fpga_device_read_reg(0xff0000));
 }
@@ -172,6 +175,7 @@ TEST_F(fpga_device, failed_and_short_transfers_are_not_reported)
 TEST_F(fpga_device, offsets_use_all_32_bits)
 {
     open_device();
+    board.announce_judgement("fpga read 0xfffffff0 1: not all of it is memory");
     char byte = 0;
     read_fpga_block(0xfffffff0, &byte, 1);
     EXPECT_EQ((lines{"fpga seek 0xfffffff0", "fpga read 1 = 0"}), board.trace());

@@ -69,8 +69,8 @@ TEST_F(saa71xx_device, bytes_go_to_the_selected_chip)
     board.trace();
     EXPECT_EQ(1, saa71xx_device_write_reg(0x3a, 0x13));
     EXPECT_EQ(0x13, saa71xx_device_read_reg(0x3a));
-    EXPECT_EQ(0, saa71xx_device_read_reg(0x3b));
-    EXPECT_EQ((lines{"i2c write 0x3a 0x13", "i2c read 0x3a = 0x13", "i2c read 0x3b = 0x00"}), board.trace());
+    EXPECT_EQ(0, saa71xx_device_read_reg(0x39));
+    EXPECT_EQ((lines{"i2c write 0x3a 0x13", "i2c read 0x3a = 0x13", "i2c read 0x39 = 0x00"}), board.trace());
     EXPECT_EQ(bytes{0x13}, board.bytes("i2c-1", 0x44 * 256 + 0x3a, 1));
     EXPECT_EQ(bytes{0x00}, board.bytes("i2c-1", 0x25 * 256 + 0x3a, 1));
 }
@@ -78,13 +78,13 @@ TEST_F(saa71xx_device, bytes_go_to_the_selected_chip)
 TEST_F(saa71xx_device, the_last_open_says_which_chip_is_reached)
 {
     ASSERT_EQ(0, open_device(SAA7113_SLAVE));
-    saa71xx_device_write_reg(0x01, 0x08);
+    saa71xx_device_write_reg(0x58, 0x08); /* both have that one */
     close_saa71xx_device();
     ASSERT_EQ(0, open_device(SAA7129_SLAVE));
-    EXPECT_EQ(0, saa71xx_device_read_reg(0x01));
+    EXPECT_EQ(0, saa71xx_device_read_reg(0x58));
     close_saa71xx_device();
     ASSERT_EQ(0, open_device(SAA7113_SLAVE));
-    EXPECT_EQ(0x08, saa71xx_device_read_reg(0x01));
+    EXPECT_EQ(0x08, saa71xx_device_read_reg(0x58));
 }
 
 TEST_F(saa71xx_device, a_failed_read_gives_minus_1_and_0xff_in_a_register)
