@@ -25,11 +25,11 @@ static uint32_t declared_bits(uint32_t address)
 #define INDEX(address)         (((address)-BOARD_FPGA_REGISTERS_BEGIN) / REGISTER_BYTES)
 #define ELEMENT(address, bits) [INDEX(address)] = (bits),
     static const uint32_t declared[INDEX(BOARD_FPGA_REGISTERS_END)] = {BOARD_FPGA_REGISTERS(ELEMENT)};
-    if (address >= BOARD_FPGA_PALETTES_BEGIN && address < BOARD_FPGA_PALETTES_END)
-        return 0xffffffff;
     if (address < BOARD_FPGA_REGISTERS_BEGIN || address >= BOARD_FPGA_REGISTERS_END)
         return 0;
-    return declared[INDEX(address)];
+    uint32_t bits = declared[INDEX(address)];
+    bool palette = address >= BOARD_FPGA_PALETTES_BEGIN && address < BOARD_FPGA_PALETTES_END;
+    return bits == 0 && palette ? 0xffffffff : bits;
 #undef ELEMENT
 #undef INDEX
 }

@@ -46,7 +46,7 @@ QString CScene::end()
 
 QString CScene::judge()
 {
-    const QString cDifference =
+    QString cDifference =
         m_cBoard.isOpen() ? differenceFromAnnounced(m_cBoard, m_cAnnouncedJudgements) : QString();
     m_cAnnouncedJudgements.clear();
     return cDifference;

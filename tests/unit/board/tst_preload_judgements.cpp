@@ -86,7 +86,7 @@ int TestPreloadJudgements::smbus(quint8 u8Direction, quint8 u8Sub, quint32 u32Si
 
 QStringList TestPreloadJudgements::takeJudgements()
 {
-    const QStringList cLines = (*m_pcBoard)->judgements();
+    QStringList cLines = (*m_pcBoard)->judgements();
     (*m_pcBoard)->clearJudgements();
     return cLines;
 }
