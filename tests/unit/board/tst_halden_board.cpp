@@ -54,6 +54,7 @@ private slots:
 private:
     int run(const QStringList& rcArguments);
     QStringList outputLines() const { return m_cOutput.split(QLatin1Char('\n'), Qt::SkipEmptyParts); }
+    void removeRegisterFiles();
     bool writeRegisterFile(const char* pszChip, const QByteArray& rcText);
     QString file(const char* pszName) const { return m_pcDirectory->filePath(QLatin1String(pszName)); }
 
@@ -252,8 +253,17 @@ void TestHaldenBoard::draws_glyph_sets_without_a_board()
     }
 }
 
+// Without files there is nothing to mark.
+void TestHaldenBoard::removeRegisterFiles()
+{
+    for (const char* pszChip : {"fpga", "lime", "saa7113", "saa7129"})
+        QVERIFY(
+            QFile::remove(m_cBoard.path(BOARD_CNFS) + QStringLiteral("/%1.cnf").arg(QLatin1String(pszChip))));
+}
+
 void TestHaldenBoard::lists_registers()
 {
+    removeRegisterFiles();
     m_cBoard.setFpgaRegister(0x00ff1a0c, 0x1234);
     m_cBoard.setI2cRegister(0x25, 0x1f, 0x40);
     m_cBoard.setI2cRegister(0x44, 0x7f, 0xa5);
@@ -271,6 +281,7 @@ void TestHaldenBoard::lists_registers()
 
 void TestHaldenBoard::lists_named_registers()
 {
+    removeRegisterFiles();
     m_cBoard.setLimeRegister(CBoard::LIME_DISPLAY, 0x124, 50u << 16 | 100u);
     QCOMPARE(run({"registers", "L1WXY", "dbgc"}), 0);
     const QStringList cLines = outputLines();
@@ -304,6 +315,7 @@ void TestHaldenBoard::lists_named_chips()
 /// Reserved fields have no meaning, but what stands in them has to be seen.
 void TestHaldenBoard::shows_reserved_fields_that_are_set()
 {
+    removeRegisterFiles();
     m_cBoard.setFpgaRegister(0x00ff1a04, 0xff);
     QCOMPARE(run({"registers", "TSYP"}), 0);
     QVERIFY2(m_cOutput.endsWith(QLatin1String(" tsy=255\n")), qPrintable(m_cOutput));
@@ -379,6 +391,7 @@ void TestHaldenBoard::lists_without_marks_when_a_register_file_is_of_no_use()
 {
     QFETCH(QString, text);
     QFETCH(QString, message);
+    removeRegisterFiles();
     if (!text.isNull())
         QVERIFY(writeRegisterFile("fpga", text.toUtf8()));
     m_cBoard.setFpgaRegister(0x00ff0004, 77);

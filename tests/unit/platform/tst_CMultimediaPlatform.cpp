@@ -201,6 +201,9 @@ void TestCMultimediaPlatform::a_failing_step_is_logged_and_the_others_are_done()
     sFault.u32Count = log.isEmpty() && nth == 1 ? BOARD_FAULT_FOREVER : 1;
     if (sFault.eOperation != BOARD_OPERATION_NONE)
         rcBoard->setFault(sFault);
+    // What is written after a seek that failed lands behind what was written last.
+    if (sFault.eOperation == BOARD_OPERATION_FPGA_SEEK)
+        rcBoard.dontJudge();
     if (!missing.isEmpty())
         QVERIFY(QFile::remove(file(qPrintable(missing))));
     QCOMPARE(initialize(), log.isEmpty() ? 1 : 0);
@@ -274,6 +277,7 @@ void TestCMultimediaPlatform::a_table_whose_fields_do_not_add_up_is_reported()
     QFETCH(QString, label);
     reg_bf& rsField = (lime ? regs_lime : regs_fpga)[0].bf[0];
     rsField.len++;
+    m_pcBoard->dontJudge(); // the value slips to bits that aren't there
     QCOMPARE(initialize(), 0);
     rsField.len--;
     QCOMPARE(m_cLog, QStringList{label});
