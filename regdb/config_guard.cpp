@@ -2,6 +2,7 @@
 #include "regdb/config_guard.h"
 
 #include <fstream>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -15,25 +16,32 @@ static bool is_regular_or_absent(const std::string& path)
     return stat(path.c_str(), &status) != 0 || S_ISREG(status.st_mode);
 }
 
-/* The file that a line includes; empty if it includes none. As the library reads it: the directive begins its
- * line, and a backslash takes the next character as it stands. Lines in comments count as well, which refuses
- * more than the library would fail on, and never less. */
-static std::string included_file(const std::string& line)
+/* Where in a line the name of the file begins that it includes; npos if it includes none. As the library reads it,
+ * the directive begins its line. Lines in comments count as well, which refuses more than the library would fail
+ * on, and never less. */
+static size_t name_in_include(const std::string& line)
 {
     static const std::string directive = "@include";
     size_t at = line.find_first_not_of(BLANKS);
     if (at == std::string::npos || line.compare(at, directive.size(), directive) != 0)
-        return {};
+        return std::string::npos;
     at = line.find_first_not_of(BLANKS, at + directive.size());
-    if (at == std::string::npos || line[at] != '"')
-        return {};
-    std::string path;
-    for (++at; at < line.size() && line[at] != '"'; ++at) {
+    return at != std::string::npos && line[at] == '"' ? at + 1 : std::string::npos;
+}
+
+/* The name up to its closing quote, a backslash before what is meant as it stands. Nothing if it isn't closed in
+ * its line, or has a byte 0 in it: the library reads on behind both, and might come to a name that we don't see. */
+static std::optional<std::string> quoted_name(const std::string& line, size_t at)
+{
+    std::string name;
+    for (; at < line.size() && line[at] != '"'; ++at) {
         if (line[at] == '\\' && at + 1 < line.size())
             ++at;
-        path += line[at];
+        name += line[at];
     }
-    return path;
+    if (at == line.size() || name.find('\0') != std::string::npos)
+        return std::nullopt;
+    return name;
 }
 
 /* Each file is looked at once, however often and in whatever circle files include each other. */
@@ -45,11 +53,14 @@ static bool is_safe(const std::string& path, std::set<std::string>* seen)
         return false;
     std::ifstream file(path);
     for (std::string line; std::getline(file, line);) {
-        const std::string included = included_file(line);
-        if (!included.empty() && !is_safe(included, seen))
+        const size_t at = name_in_include(line);
+        if (at == std::string::npos)
+            continue;
+        const std::optional<std::string> included = quoted_name(line, at);
+        if (!included || !is_safe(*included, seen))
             return false;
     }
-    return true;
+    return !file.bad();
 }
 
 int config_file_is_safe(const char* path)

@@ -16,7 +16,10 @@ config_setting_t* config_mirror_group(const chip_regs* chip, const char* reg_nam
     if (root == nullptr)
         return nullptr;
     config_setting_t* group = config_lookup(chip->config, reg_name);
-    return group != nullptr ? group : config_setting_add(root, reg_name, CONFIG_TYPE_GROUP);
+    if (group == nullptr)
+        return config_setting_add(root, reg_name, CONFIG_TYPE_GROUP);
+    /* A file may have given the name to a list, where every field would be added again and again. */
+    return config_setting_is_group(group) != CONFIG_FALSE ? group : nullptr;
 }
 
 void config_mirror_set(config_setting_t* group, const char* bf_name, uint32_t value)

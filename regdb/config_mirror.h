@@ -19,7 +19,7 @@ extern "C" {
 /* The root of the chip's configuration; null only if the chip has none. */
 config_setting_t* config_mirror_root(const struct chip_regs* chip);
 
-/* The register's group, added if it is absent; null if it can't be. */
+/* The register's group, added if it is absent; null if it can't be, or if something else has its name. */
 config_setting_t* config_mirror_group(const struct chip_regs* chip, const char* reg_name);
 
 /* Sets a member of a group, added if it is absent. A null group, and a member that can't be added, is passed over. */
