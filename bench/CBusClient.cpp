@@ -4,6 +4,7 @@
 #include "bench/CProcess.h"
 #include "bench/Timeouts.h"
 
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <system_error>
@@ -16,6 +17,8 @@ const char* const INTERFACE = "velmar.haldend.videodisplay";
 
 const char* const BUS = "org.freedesktop.DBus";
 const char* const BUS_PATH = "/org/freedesktop/DBus";
+
+const std::uint64_t MICROSECONDS_TO_CALL = TIMEOUT_CALL_MS * std::uint64_t{1000};
 
 struct SUnref {
     void operator()(sd_bus_message* pcMessage) const { sd_bus_message_unref(pcMessage); }
@@ -55,8 +58,7 @@ CMessage call(sd_bus* pcBus, sd_bus_message* pcCall)
 {
     SError sError;
     sd_bus_message* pcReply = nullptr;
-    const int iResult =
-        sd_bus_call(pcBus, pcCall, TIMEOUT_CALL_MS * uint64_t{1000}, &sError.sError, &pcReply);
+    const int iResult = sd_bus_call(pcBus, pcCall, MICROSECONDS_TO_CALL, &sError.sError, &pcReply);
     if (iResult < 0 && sError.sError.message != nullptr) {
         CInterruption::check();
         throw std::runtime_error(sError.sError.message);
@@ -65,15 +67,48 @@ CMessage call(sd_bus* pcBus, sd_bus_message* pcCall)
     return CMessage(pcReply);
 }
 
-int noteAppearance(sd_bus_message* pcSignal, void* pvAppeared, sd_bus_error* /*psError*/)
+bool hasOwner(sd_bus* pcBus, const std::string& rcName)
+{
+    sd_bus_message* pcMessage = nullptr;
+    checked(sd_bus_message_new_method_call(pcBus, &pcMessage, BUS, BUS_PATH, BUS, "NameHasOwner"),
+            "NameHasOwner");
+    const CMessage cCall(pcMessage);
+    checked(sd_bus_message_append(cCall.get(), "s", rcName.c_str()), "NameHasOwner");
+    int iOwned = 0;
+    checked(sd_bus_message_read(call(pcBus, cCall.get()).get(), "b", &iOwned), "NameHasOwner");
+    return iOwned != 0;
+}
+
+void process(sd_bus* pcBus)
+{
+    while (checked(sd_bus_process(pcBus, nullptr), "sd_bus_process") > 0) {
+    }
+}
+
+int noteOwner(sd_bus_message* pcSignal, void* pvOwned, sd_bus_error* /*psError*/)
 {
     const char* pszName = nullptr;
     const char* pszOldOwner = nullptr;
     const char* pszNewOwner = nullptr;
     const int iResult = sd_bus_message_read(pcSignal, "sss", &pszName, &pszOldOwner, &pszNewOwner);
     if (iResult > 0)
-        *static_cast<bool*>(pvAppeared) = *pszNewOwner != '\0';
+        *static_cast<bool*>(pvOwned) = *pszNewOwner != '\0';
     return iResult;
+}
+
+// Whether the name has an owner, now and, as long as the slot lives, after each process().
+CSlot watch(sd_bus* pcBus, const std::string& rcName, bool& rbOwned)
+{
+    const std::string cMatch = "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
+                               "member='NameOwnerChanged',arg0='" +
+                               rcName + "'";
+    sd_bus_slot* pcSlot = nullptr;
+    checked(sd_bus_add_match(pcBus, &pcSlot, cMatch.c_str(), noteOwner, &rbOwned), "sd_bus_add_match");
+    CSlot cSlot(pcSlot);
+    // The change may have been quicker than the match.
+    rbOwned = hasOwner(pcBus, rcName);
+    process(pcBus);
+    return cSlot;
 }
 
 } // namespace
@@ -91,41 +126,25 @@ CBusClient::~CBusClient()
     sd_bus_close_unref(m_pcBus);
 }
 
-bool CBusClient::hasOwner(const std::string& rcName)
+void CBusClient::waitForName(const std::string& rcName, const CProcess& rcOwner)
 {
-    sd_bus_message* pcMessage = nullptr;
-    checked(sd_bus_message_new_method_call(m_pcBus, &pcMessage, BUS, BUS_PATH, BUS, "NameHasOwner"),
-            "NameHasOwner");
-    const CMessage cCall(pcMessage);
-    checked(sd_bus_message_append(cCall.get(), "s", rcName.c_str()), "NameHasOwner");
-    int iOwned = 0;
-    checked(sd_bus_message_read(call(m_pcBus, cCall.get()).get(), "b", &iOwned), "NameHasOwner");
-    return iOwned != 0;
-}
-
-void CBusClient::process()
-{
-    while (checked(sd_bus_process(m_pcBus, nullptr), "sd_bus_process") > 0) {
+    bool bOwned = false;
+    const CSlot cSlot = watch(m_pcBus, rcName, bOwned);
+    while (!bOwned) {
+        if (!rcOwner.waitFor(sd_bus_get_fd(m_pcBus), TIMEOUT_START_MS))
+            rcOwner.fail("no bus name in time");
+        process(m_pcBus);
     }
 }
 
-void CBusClient::waitForName(const std::string& rcName, const CProcess& rcOwner)
+void CBusClient::waitForEndOfName(const std::string& rcName)
 {
-    bool bAppeared = false;
-    const std::string cMatch = "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
-                               "member='NameOwnerChanged',arg0='" +
-                               rcName + "'";
-    sd_bus_slot* pcSlot = nullptr;
-    checked(sd_bus_add_match(m_pcBus, &pcSlot, cMatch.c_str(), noteAppearance, &bAppeared),
-            "sd_bus_add_match");
-    const CSlot cSlot(pcSlot);
-    // The owner may have been quicker than the match.
-    bAppeared = hasOwner(rcName);
-    process();
-    while (!bAppeared) {
-        if (!rcOwner.waitFor(sd_bus_get_fd(m_pcBus), TIMEOUT_START_MS))
-            rcOwner.fail("no bus name in time");
-        process();
+    bool bOwned = true;
+    const CSlot cSlot = watch(m_pcBus, rcName, bOwned);
+    while (bOwned) {
+        if (checked(sd_bus_wait(m_pcBus, MICROSECONDS_TO_CALL), "sd_bus_wait") == 0)
+            throw std::runtime_error(rcName + ": owned by a process that has ended");
+        process(m_pcBus);
     }
 }
 

@@ -24,6 +24,9 @@ public:
     /// Waits until a process that was just started owns its name. Its end before that is a failure.
     void waitForName(const std::string& rcName, const CProcess& rcOwner);
 
+    /// Waits until the bus has noticed that a name's owner has ended.
+    void waitForEndOfName(const std::string& rcName);
+
     /// Calls a getter, waits for its reply, and gives the value.
     int get(const std::string& rcName, const char* pszMethod);
 
@@ -31,9 +34,6 @@ public:
     void send(const std::string& rcName, const char* pszMethod, int iFirst, int iSecond);
 
 private:
-    bool hasOwner(const std::string& rcName);
-    void process();
-
     sd_bus* m_pcBus;
 };
 

@@ -133,6 +133,27 @@ std::uint64_t CProcess::cpuTime() const
     return u64Sum;
 }
 
+CProcess::SMemory CProcess::residentMemory(const std::string& rcDirectory) const
+{
+    // Each mapping is a line "address rights offset device inode path", and then its figures, "Rss: 4 kB".
+    std::ifstream cMappings("/proc/" + std::to_string(m_iProcess) + "/smaps");
+    SMemory sMemory = {};
+    bool bBelow = false;
+    for (std::string cLine; std::getline(cMappings, cLine);) {
+        std::istringstream cWords(cLine);
+        std::string cWord;
+        cWords >> cWord;
+        if (cWord.back() != ':')
+            bBelow = cLine.find(" " + rcDirectory + "/") != std::string::npos;
+        std::uint64_t u64Resident = 0;
+        if (cWord == "Rss:" && cWords >> u64Resident)
+            (bBelow ? sMemory.u64Below : sMemory.u64Elsewhere) += u64Resident;
+    }
+    if (sMemory.u64Elsewhere == 0)
+        throw std::runtime_error("no smaps of it: the kernel doesn't tell its memory");
+    return sMemory;
+}
+
 void CProcess::fail(const std::string& rcReason) const
 {
     throw std::runtime_error(m_cProgram + ": " + rcReason + "\n" + contents(m_cLogFile));

@@ -40,6 +40,15 @@ public:
     /// kernel doesn't tell.
     std::uint64_t cpuTime() const;
 
+    /// Memory that is there at the moment, shared or not, in kilobytes.
+    struct SMemory {
+        std::uint64_t u64Below;     ///< of mapped files below a directory
+        std::uint64_t u64Elsewhere; ///< all other
+    };
+
+    /// Throws std::runtime_error when the kernel doesn't tell.
+    SMemory residentMemory(const std::string& rcDirectory) const;
+
     /// Throws std::runtime_error: the program's name, the reason, and its log.
     [[noreturn]] void fail(const std::string& rcReason) const;
 

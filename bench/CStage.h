@@ -1,0 +1,49 @@
+#ifndef HALDEND_BENCH_CSTAGE_H
+#define HALDEND_BENCH_CSTAGE_H
+
+#include "bench/CBusClient.h"
+#include "bench/CBusDaemon.h"
+#include "bench/CProcess.h"
+#include "bench/CTemporaryDirectory.h"
+#include "bench/CVirtualBoard.h"
+
+#include <memory>
+#include <string>
+
+/// What is compared.
+enum EService {
+    eDaemon, ///< the daemon as it is shipped
+    eBareQt, ///< its interface in Qt with nothing behind it
+    eSdBus,  ///< its interface in C with nothing behind it
+    SERVICES
+};
+
+/// One of them at work.
+struct SService {
+    std::string cBusName;
+    CProcess cProcess;
+};
+
+/// Bus, board and client, and what it takes to put a service among them. All are gone with the object, with their
+/// files.
+class CStage
+{
+public:
+    /// Throws, with the log of the program that is to blame, when something doesn't come up.
+    CStage();
+
+    CBusClient& client() { return m_cClient; }
+    const CVirtualBoard& board() const { return m_cBoard; }
+
+    /// Starts a service, and returns when it owns its bus name. The references get the daemon's environment, the
+    /// preloaded board included: it costs all of them the same. Throws like the constructor.
+    std::unique_ptr<SService> start(EService eService);
+
+private:
+    CTemporaryDirectory m_cDirectory;
+    CBusDaemon m_cBus;
+    CVirtualBoard m_cBoard;
+    CBusClient m_cClient;
+};
+
+#endif
