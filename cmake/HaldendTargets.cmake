@@ -52,7 +52,6 @@ set(HALDEND_TEST_ENVIRONMENT
     "TZ=UTC"
     # The board library is preloaded before the sanitizers'.
     "ASAN_OPTIONS=verify_asan_link_order=0"
-    "LSAN_OPTIONS=print_suppressions=0:suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp"
     "UBSAN_OPTIONS=print_stacktrace=1")
 
 # haldend_test(NAME LABEL unit|system SOURCES file... [LINK target...])
@@ -74,10 +73,14 @@ function(haldend_hw_test name)
 endfunction()
 
 function(haldend_add_test name label skipped)
+    set(leaks "${CMAKE_SOURCE_DIR}/tests/lsan.supp")
+    if(label STREQUAL "hw")
+        set(leaks "${CMAKE_SOURCE_DIR}/tests/lsan_hw.supp")
+    endif()
     add_test(NAME ${label}/${name} COMMAND ${name})
     set_tests_properties(${label}/${name} PROPERTIES
         LABELS ${label}
         TIMEOUT 300
         FAIL_REGULAR_EXPRESSION "${skipped}"
-        ENVIRONMENT "${HALDEND_TEST_ENVIRONMENT}")
+        ENVIRONMENT "${HALDEND_TEST_ENVIRONMENT};LSAN_OPTIONS=print_suppressions=0:suppressions=${leaks}")
 endfunction()
