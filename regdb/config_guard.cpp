@@ -10,6 +10,10 @@
 
 static const char BLANKS[] = " \t";
 
+/* The library's time for a word or a comment grows with the square of its length: megabytes in one line, such as a
+ * damaged file may have, would take minutes. */
+static const size_t LONGEST_LINE = 131072;
+
 static bool is_regular_or_absent(const std::string& path)
 {
     struct stat status = {};
@@ -53,6 +57,8 @@ static bool is_safe(const std::string& path, std::set<std::string>* seen)
         return false;
     std::ifstream file(path);
     for (std::string line; std::getline(file, line);) {
+        if (line.size() > LONGEST_LINE)
+            return false;
         const size_t at = name_in_include(line);
         if (at == std::string::npos)
             continue;

@@ -294,10 +294,10 @@ TEST_F(bad_register_file, with_a_text_that_never_ends_is_an_error)
     expect_error("SRIC: { sinr = \"3; };\n", 2);
 }
 
-TEST_F(bad_register_file, of_hundred_thousand_groups_in_each_other_is_an_error)
+TEST_F(bad_register_file, of_twenty_thousand_groups_in_each_other_is_an_error)
 {
     std::string text;
-    for (int i = 0; i < 100000; ++i)
+    for (int i = 0; i < 20000; ++i)
         text += "a: {";
     expect_error(text, 1, "memory exhausted");
 }
@@ -315,6 +315,23 @@ TEST_F(bad_register_file, with_a_name_of_hundred_thousand_letters_skips_it)
 {
     EXPECT_EQ(0, read(make("SRIC: { " + std::string(100000, 'x') + " = 1; sinr = 3; };\n")));
     EXPECT_EQ(3u, field("SRIC", "sinr"));
+}
+
+TEST_F(bad_register_file, with_ten_megabytes_of_comments_is_read)
+{
+    std::string comments;
+    while (comments.size() < 10000000)
+        comments += "# " + std::string(77, '#') + "\n// more\n/* and\n more */\n";
+    EXPECT_EQ(0, read(make(comments + "SRIC: { sinr = 5; };\n")));
+    EXPECT_EQ(5U, field("SRIC", "sinr"));
+}
+
+TEST_F(bad_register_file, with_a_line_that_would_take_minutes_can_not_be_read)
+{
+    expect_unreadable(make("# " + std::string(10000000, 'x') + "\nSRIC: { sinr = 5; };\n"));
+    expect_unreadable(make(std::string(131073, 'x')));
+    EXPECT_EQ(0, read(make("#" + std::string(131071, 'x') + "\nSRIC: { sinr = 6; };\n")));
+    EXPECT_EQ(6U, field("SRIC", "sinr"));
 }
 
 TEST_F(bad_register_file, that_includes_what_is_not_there_is_an_error)
