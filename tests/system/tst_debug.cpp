@@ -1,9 +1,9 @@
 /* "/debug" from a client on the bus: what service staff can do to a running board. */
 #include "board/CTestPicture.h"
 #include "tests/golden.h"
+#include "tests/support/CBusMonitor.h"
 #include "tests/support/CScene.h"
 #include "tests/support/Introspection.h"
-#include "tests/support/Timeouts.h"
 
 #include <QDir>
 #include <QFile>
@@ -135,9 +135,8 @@ void TestDebug::no_method_answers()
 {
     m_pcScene->board().setFault({BOARD_OPERATION_FPGA_IOCTL_WRITE});
     CDaemonProcess& rcDaemon = m_pcScene->daemon();
-    QProcess cMonitor;
-    cMonitor.start(QStringLiteral("dbus-monitor"), {QStringLiteral("--address"), m_pcScene->bus().address()});
-    QVERIFY(cMonitor.waitForReadyRead(TIMEOUT_PROCESS_MS));
+    CBusMonitor cMonitor;
+    QVERIFY(cMonitor.start(m_pcScene->bus().address()));
     for (const char* pszMethod :
          {"reload_hardware_config", "save_hardware_config", "fpga_enter_playback_mode",
           "fpga_enter_recording_mode", "fpga_enable_video_restore", "fpga_disable_video_restore",
@@ -147,20 +146,11 @@ void TestDebug::no_method_answers()
     QVERIFY(rcDaemon.settle());
 
     // The one reply is that of the call which settle() makes after them.
-    const QByteArray cToTest = "-> destination=" + rcDaemon.client().baseService().toLatin1() + " ";
-    QByteArray cSeen;
-    while (!cSeen.contains("<interface name=\"velmar.haldend.videodisplay\">")) {
-        QVERIFY2(cMonitor.waitForReadyRead(TIMEOUT_CALL_MS), cSeen.constData());
-        cSeen += cMonitor.readAllStandardOutput();
-    }
-    int iReplies = 0;
-    for (const QByteArray& rcLine : cSeen.split('\n'))
-        if ((rcLine.startsWith("method return") || rcLine.startsWith("error")) && rcLine.contains(cToTest))
-            ++iReplies;
-    QCOMPARE(iReplies, 1);
-    QVERIFY(cSeen.contains("member=print_hardware_config"));
-    cMonitor.terminate();
-    QVERIFY(cMonitor.waitForFinished(TIMEOUT_PROCESS_MS));
+    QVERIFY2(cMonitor.waitFor("<interface name=\"velmar.haldend.videodisplay\">"),
+             cMonitor.seen().constData());
+    QCOMPARE(cMonitor.repliesTo(rcDaemon.client().baseService()), 1);
+    QVERIFY(cMonitor.seen().contains("member=print_hardware_config"));
+    QVERIFY(cMonitor.end());
     QVERIFY(!printed().isEmpty());
 }
 

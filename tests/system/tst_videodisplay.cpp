@@ -1,12 +1,11 @@
 /* "/videodisplay" from a client on the bus to the display controller's registers. */
 #include "tests/golden.h"
+#include "tests/support/CBusMonitor.h"
 #include "tests/support/CScene.h"
 #include "tests/support/Introspection.h"
-#include "tests/support/Timeouts.h"
 
 #include <QDBusMessage>
 #include <QFile>
-#include <QProcess>
 #include <QtTest>
 
 class TestVideoDisplay : public QObject
@@ -255,9 +254,8 @@ void TestVideoDisplay::methods_without_effect_change_nothing()
 // A bus monitor sees what the test's own library would drop unseen.
 void TestVideoDisplay::calls_that_expect_no_reply_get_none()
 {
-    QProcess cMonitor;
-    cMonitor.start(QStringLiteral("dbus-monitor"), {QStringLiteral("--address"), m_cScene.bus().address()});
-    QVERIFY(cMonitor.waitForReadyRead(TIMEOUT_PROCESS_MS));
+    CBusMonitor cMonitor;
+    QVERIFY(cMonitor.start(m_cScene.bus().address()));
 
     CDaemonProcess& rcDaemon = m_cScene.daemon();
     const struct {
@@ -275,22 +273,12 @@ void TestVideoDisplay::calls_that_expect_no_reply_get_none()
     QVERIFY(rcDaemon.settle());
 
     // The one reply is that of the call which settle() makes after them.
-    const QByteArray cReply = "method return";
-    const QByteArray cToTest = "-> destination=" + rcDaemon.client().baseService().toLatin1() + " ";
-    QByteArray cSeen;
-    while (!cSeen.contains("<interface name=\"velmar.haldend.videodisplay\">")) {
-        QVERIFY2(cMonitor.waitForReadyRead(TIMEOUT_CALL_MS), cSeen.constData());
-        cSeen += cMonitor.readAllStandardOutput();
-    }
-    int iReplies = 0;
-    for (const QByteArray& rcLine : cSeen.split('\n'))
-        if ((rcLine.startsWith(cReply) || rcLine.startsWith("error")) && rcLine.contains(cToTest))
-            ++iReplies;
-    QCOMPARE(iReplies, 1);
+    QVERIFY2(cMonitor.waitFor("<interface name=\"velmar.haldend.videodisplay\">"),
+             cMonitor.seen().constData());
+    QCOMPARE(cMonitor.repliesTo(rcDaemon.client().baseService()), 1);
     for (const auto& rsCall : asCalls)
-        QVERIFY2(cSeen.contains(QByteArray("member=") + rsCall.pszMethod), rsCall.pszMethod);
-    cMonitor.terminate();
-    QVERIFY(cMonitor.waitForFinished(TIMEOUT_PROCESS_MS));
+        QVERIFY2(cMonitor.seen().contains(QByteArray("member=") + rsCall.pszMethod), rsCall.pszMethod);
+    QVERIFY(cMonitor.end());
 }
 
 void TestVideoDisplay::setters_are_carried_out_in_order()

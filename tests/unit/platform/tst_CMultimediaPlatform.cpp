@@ -1,7 +1,6 @@
 /* The bring-up on a virtual board: what comes of it, and what is left when a step fails. */
 #include "board/CTestPicture.h"
 #include "daemon/CEventLogger.h"
-#include "fpga/font.h"
 #include "fpga/fpga_map.h"
 #include "platform/CMultimediaPlatform.h"
 #include "platform/Lime.h"
@@ -9,7 +8,7 @@
 #include "regdb/registers.h"
 #include "tests/golden.h"
 #include "tests/support/CCapturedOutput.h"
-#include "tests/unit/board/CAttachedBoard.h"
+#include "tests/unit/platform/CPlatformBoard.h"
 
 #include <QFile>
 #include <QtTest>
@@ -45,13 +44,9 @@ private:
     /// Starts on the board; what is logged goes into m_cLog, ident and process number taken off.
     int initialize();
     int reload();
-    QString file(const char* pszName) const;
     void write(const char* pszName, const QByteArray& rcText);
 
-    QScopedPointer<CAttachedBoard> m_pcBoard;
-    QByteArray m_cI2C;
-    QByteArray m_cFpga;
-    QByteArray m_cLime;
+    QScopedPointer<CPlatformBoard> m_pcBoard;
     QStringList m_cLog;   ///< log lines of the last bring-up
     QStringList m_cOther; ///< other lines on standard error
 };
@@ -65,12 +60,8 @@ void TestCMultimediaPlatform::initTestCase()
 
 void TestCMultimediaPlatform::init()
 {
-    m_pcBoard.reset(new CAttachedBoard);
+    m_pcBoard.reset(new CPlatformBoard);
     QVERIFY(m_pcBoard->isReady());
-    m_cI2C = (*m_pcBoard)->path(BOARD_I2C).toLocal8Bit();
-    m_cFpga = (*m_pcBoard)->path(BOARD_FPGA).toLocal8Bit();
-    m_cLime = (*m_pcBoard)->path(BOARD_LIME).toLocal8Bit();
-    load_font(-1);
 }
 
 void TestCMultimediaPlatform::cleanup()
@@ -79,14 +70,9 @@ void TestCMultimediaPlatform::cleanup()
     m_pcBoard.reset();
 }
 
-QString TestCMultimediaPlatform::file(const char* pszName) const
-{
-    return (*m_pcBoard)->path(BOARD_CNFS) + QLatin1Char('/') + QLatin1String(pszName);
-}
-
 void TestCMultimediaPlatform::write(const char* pszName, const QByteArray& rcText)
 {
-    QFile cFile(file(pszName));
+    QFile cFile(m_pcBoard->registerFile(pszName));
     QVERIFY(cFile.open(QIODevice::WriteOnly | QIODevice::Truncate));
     QCOMPARE(cFile.write(rcText), qint64(rcText.size()));
 }
@@ -106,8 +92,7 @@ int TestCMultimediaPlatform::initialize()
 {
     CCapturedOutput cOutput(1);
     CCapturedOutput cErrors(2);
-    const int iResult =
-        CMultimediaPlatform::initialize(m_cI2C.constData(), m_cFpga.constData(), m_cLime.constData());
+    const int iResult = m_pcBoard->initialize();
     const QByteArray cErrorText = cErrors.take();
     m_cLog = messages(cErrorText, true);
     m_cOther = messages(cErrorText, false);
@@ -124,7 +109,7 @@ int TestCMultimediaPlatform::reload()
 
 void TestCMultimediaPlatform::brings_all_chips_up()
 {
-    CAttachedBoard& rcBoard = *m_pcBoard;
+    CPlatformBoard& rcBoard = *m_pcBoard;
     QCOMPARE(initialize(), 1);
     QCOMPARE(m_cLog, QStringList());
     QCOMPARE(m_cOther, QStringList());
@@ -194,7 +179,7 @@ void TestCMultimediaPlatform::a_failing_step_is_logged_and_the_others_are_done()
     QFETCH(int, nth);
     QFETCH(QString, missing);
     QFETCH(QStringList, log);
-    CAttachedBoard& rcBoard = *m_pcBoard;
+    CPlatformBoard& rcBoard = *m_pcBoard;
     CBoard::SFault sFault;
     sFault.eOperation = static_cast<board_operation>(operation);
     sFault.u32Nth = static_cast<quint32>(nth);
@@ -205,7 +190,7 @@ void TestCMultimediaPlatform::a_failing_step_is_logged_and_the_others_are_done()
     if (sFault.eOperation == BOARD_OPERATION_FPGA_SEEK)
         rcBoard.dontJudge();
     if (!missing.isEmpty())
-        QVERIFY(QFile::remove(file(qPrintable(missing))));
+        QVERIFY(QFile::remove(m_pcBoard->registerFile(qPrintable(missing))));
     QCOMPARE(initialize(), log.isEmpty() ? 1 : 0);
     QCOMPARE(m_cLog, log);
     QVERIFY(sFault.eOperation == BOARD_OPERATION_NONE || rcBoard->faults().value(0).u32Hits > 0);
@@ -231,8 +216,8 @@ void TestCMultimediaPlatform::a_failing_step_is_logged_and_the_others_are_done()
 
 void TestCMultimediaPlatform::a_missing_decoder_file_leaves_the_decoder_alone()
 {
-    CAttachedBoard& rcBoard = *m_pcBoard;
-    QVERIFY(QFile::remove(file("saa7113.cnf")));
+    CPlatformBoard& rcBoard = *m_pcBoard;
+    QVERIFY(QFile::remove(m_pcBoard->registerFile("saa7113.cnf")));
     QCOMPARE(initialize(), 0);
     QCOMPARE(m_cOther, (QStringList{QStringLiteral("Errormessage in configfile: /usr/etc/cnfs/saa7113.cnf, "
                                                    "Linenumber:0"),
@@ -245,9 +230,9 @@ void TestCMultimediaPlatform::a_missing_decoder_file_leaves_the_decoder_alone()
 
 void TestCMultimediaPlatform::a_missing_file_of_the_display_controller_still_blackens_the_background()
 {
-    CAttachedBoard& rcBoard = *m_pcBoard;
+    CPlatformBoard& rcBoard = *m_pcBoard;
     rcBoard->setLimeRegister(CBoard::LIME_DISPLAY, DBGC, 0x00ff8040);
-    QVERIFY(QFile::remove(file("lime.cnf")));
+    QVERIFY(QFile::remove(m_pcBoard->registerFile("lime.cnf")));
     QCOMPARE(initialize(), 0);
     QCOMPARE(rcBoard->limeRegister(CBoard::LIME_DISPLAY, DBGC), 0U);
     QCOMPARE(rcBoard->limeRegister(CBoard::LIME_DISPLAY, 0x100), 0U);
@@ -287,7 +272,7 @@ void TestCMultimediaPlatform::a_table_whose_fields_do_not_add_up_is_reported()
 
 void TestCMultimediaPlatform::a_reload_changes_only_what_the_files_say()
 {
-    CAttachedBoard& rcBoard = *m_pcBoard;
+    CPlatformBoard& rcBoard = *m_pcBoard;
     QCOMPARE(initialize(), 1);
     write("fpga.cnf", "TSXP: { tsx = 100; };\n");
     write("saa7113.cnf", "lubr: { LUBR = 0x55; };\n");
@@ -304,7 +289,7 @@ void TestCMultimediaPlatform::a_reload_changes_only_what_the_files_say()
 
 void TestCMultimediaPlatform::a_reload_after_a_failed_one_brings_all_back()
 {
-    CAttachedBoard& rcBoard = *m_pcBoard;
+    CPlatformBoard& rcBoard = *m_pcBoard;
     QCOMPARE(initialize(), 1);
     for (const board_operation eOperation :
          {BOARD_OPERATION_LIME_OPEN, BOARD_OPERATION_FPGA_OPEN, BOARD_OPERATION_I2C_OPEN})
@@ -341,7 +326,7 @@ void TestCMultimediaPlatform::names_the_register_files()
 
 void TestCMultimediaPlatform::internal_sync_is_the_frame_generator()
 {
-    CAttachedBoard& rcBoard = *m_pcBoard;
+    CPlatformBoard& rcBoard = *m_pcBoard;
     QCOMPARE(initialize(), 1);
     const QImage cLive = rcBoard->picture();
     CMultimediaPlatform::setVideoInternalSync(true);
@@ -354,7 +339,7 @@ void TestCMultimediaPlatform::internal_sync_is_the_frame_generator()
 
 void TestCMultimediaPlatform::freezing_stores_the_picture_and_shows_it_on_request()
 {
-    CAttachedBoard& rcBoard = *m_pcBoard;
+    CPlatformBoard& rcBoard = *m_pcBoard;
     QCOMPARE(initialize(), 1);
     const QImage cFirst = rcBoard->picture();
     CMultimediaPlatform::freezeVideoPicture(false);

@@ -6,7 +6,7 @@
 #include "hw/lime_mmio.h"
 #include "platform/CMultimediaPlatform.h"
 #include "tests/support/lime_recorder.h"
-#include "tests/unit/board/CAttachedBoard.h"
+#include "tests/unit/platform/CPlatformBoard.h"
 
 #include <QFile>
 #include <QtTest>
@@ -29,12 +29,7 @@ private slots:
     void a_reload_opens_the_devices_anew_beside_the_old_ones();
 
 private:
-    bool start();
-
-    QScopedPointer<CAttachedBoard> m_pcBoard;
-    QByteArray m_cI2C;
-    QByteArray m_cFpga;
-    QByteArray m_cLime;
+    QScopedPointer<CPlatformBoard> m_pcBoard;
 };
 
 /// A register of a chip on the I2C bus and what is written to it.
@@ -244,13 +239,8 @@ void TestBringUp::initTestCase()
 
 void TestBringUp::init()
 {
-    m_pcBoard.reset(new CAttachedBoard);
+    m_pcBoard.reset(new CPlatformBoard);
     QVERIFY(m_pcBoard->isReady());
-    m_cI2C = (*m_pcBoard)->path(BOARD_I2C).toLocal8Bit();
-    m_cFpga = (*m_pcBoard)->path(BOARD_FPGA).toLocal8Bit();
-    m_cLime = (*m_pcBoard)->path(BOARD_LIME).toLocal8Bit();
-    // The glyph set is remembered for the process, and the board is new.
-    load_font(-1);
     (*m_pcBoard)->setTracing(true);
     lime_recorder_reset();
 }
@@ -259,11 +249,6 @@ void TestBringUp::cleanup()
 {
     // Before the next one is made: the process is attached to one board at a time.
     m_pcBoard.reset();
-}
-
-bool TestBringUp::start()
-{
-    return CMultimediaPlatform::initialize(m_cI2C.constData(), m_cFpga.constData(), m_cLime.constData()) == 1;
 }
 
 static QStringList limeOpened()
@@ -286,7 +271,7 @@ static QStringList programmed()
 
 void TestBringUp::device_calls_are_those_of_each_step_in_order()
 {
-    QVERIFY(start());
+    QCOMPARE(m_pcBoard->initialize(), 1);
     const QStringList cTrace = m_pcBoard->takeTrace();
 
     // What the overlay library does in its step, it says itself.
@@ -301,7 +286,7 @@ void TestBringUp::device_calls_are_those_of_each_step_in_order()
 
 void TestBringUp::a_reload_opens_the_devices_anew_beside_the_old_ones()
 {
-    QVERIFY(start());
+    QCOMPARE(m_pcBoard->initialize(), 1);
     m_pcBoard->takeTrace();
     lime_recorder_reset();
     QCOMPARE(CMultimediaPlatform::reinitialize(), 1);
@@ -320,10 +305,10 @@ void TestBringUp::a_reload_opens_the_devices_anew_beside_the_old_ones()
 void TestBringUp::files_that_name_nothing_leave_fpga_and_display_controller_alone()
 {
     for (const char* pszName : {"fpga.cnf", "lime.cnf", "saa7113.cnf", "saa7129.cnf"}) {
-        QFile cFile((*m_pcBoard)->path(BOARD_CNFS) + QLatin1Char('/') + QLatin1String(pszName));
+        QFile cFile(m_pcBoard->registerFile(pszName));
         QVERIFY(cFile.open(QIODevice::WriteOnly | QIODevice::Truncate));
     }
-    QVERIFY(start());
+    QCOMPARE(m_pcBoard->initialize(), 1);
     const QStringList cTrace = m_pcBoard->takeTrace();
     QVERIFY(cTrace.filter(QStringLiteral("fpga write32")).filter(QStringLiteral("0x00ff0000")).isEmpty());
     QVERIFY(cTrace.filter(QStringLiteral("fpga write32 0x00ff1a")).isEmpty());

@@ -1,12 +1,11 @@
 /* Still images: from the FPGA into a file and back, and everything that files can do wrong. */
 #include "board/CTestPicture.h"
 #include "daemon/CEventLogger.h"
-#include "fpga/font.h"
 #include "fpga/fpga_map.h"
 #include "platform/CMultimediaPlatform.h"
 #include "platform/VideoImageFile.h"
 #include "tests/support/failing_malloc.h"
-#include "tests/unit/board/CAttachedBoard.h"
+#include "tests/unit/platform/CPlatformBoard.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -44,11 +43,8 @@ private:
     static const int IMAGE_BYTES = 1658880;
     static const int LINE_BYTES = 2880;
 
-    QScopedPointer<CAttachedBoard> m_pcBoard;
+    QScopedPointer<CPlatformBoard> m_pcBoard;
     QScopedPointer<QTemporaryDir> m_pcFolder;
-    QByteArray m_cFpga;
-    QByteArray m_cLime;
-    QByteArray m_cI2C;
 };
 
 static const quint32 RESTORE = 0x00100010;
@@ -62,14 +58,9 @@ void TestStillImages::initTestCase()
 void TestStillImages::init()
 {
     m_pcFolder.reset(new QTemporaryDir);
-    m_pcBoard.reset(new CAttachedBoard);
+    m_pcBoard.reset(new CPlatformBoard);
     QVERIFY(m_pcBoard->isReady());
-    m_cI2C = (*m_pcBoard)->path(BOARD_I2C).toLocal8Bit();
-    m_cFpga = (*m_pcBoard)->path(BOARD_FPGA).toLocal8Bit();
-    m_cLime = (*m_pcBoard)->path(BOARD_LIME).toLocal8Bit();
-    load_font(-1);
-    QCOMPARE(CMultimediaPlatform::initialize(m_cI2C.constData(), m_cFpga.constData(), m_cLime.constData()),
-             1);
+    QCOMPARE(m_pcBoard->initialize(), 1);
     CMultimediaPlatform::freezeVideoPicture(false);
 }
 
@@ -125,7 +116,7 @@ void TestStillImages::a_saved_image_opens_in_any_viewer()
 
 void TestStillImages::what_is_saved_comes_back_and_is_shown()
 {
-    CAttachedBoard& rcBoard = *m_pcBoard;
+    CPlatformBoard& rcBoard = *m_pcBoard;
     const QImage cLive = rcBoard->picture();
     QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
     QCOMPARE(rcBoard->fpgaRegister(FPGA_CTRL), 0U);

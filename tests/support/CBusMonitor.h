@@ -1,0 +1,32 @@
+#ifndef HALDEND_TESTS_CBUSMONITOR_H
+#define HALDEND_TESTS_CBUSMONITOR_H
+
+#include <QByteArray>
+#include <QProcess>
+#include <QString>
+
+/// What really goes over a bus: dbus-monitor beside the daemon and its client.
+class CBusMonitor
+{
+public:
+    /// Starts to listen. False if that fails.
+    bool start(const QString& rcBusAddress);
+
+    /// Listens until the text comes by. False if it doesn't.
+    bool waitFor(const QByteArray& rcText);
+
+    /// All that came by so far, as dbus-monitor prints it.
+    QByteArray seen() const { return m_cSeen; }
+
+    /// Replies and errors that went to the client, by its unique name.
+    int repliesTo(const QString& rcClient) const;
+
+    /// Stops to listen. False if dbus-monitor doesn't end.
+    bool end();
+
+private:
+    QProcess m_cMonitor;
+    QByteArray m_cSeen;
+};
+
+#endif
