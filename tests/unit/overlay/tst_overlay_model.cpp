@@ -1,0 +1,487 @@
+/* Random work on the overlay against a model of its rules: front end, manager and back end on one side, the plainest
+ * tables and walks on the other. After each step the FPGA's text page is compared, byte for byte. */
+#include "fpga/font.h"
+#include "overlay/COverlayObjectManager.h"
+#include "overlay/CVideoOverlayBackEnd.h"
+#include "overlay/CVideoOverlayFrontEnd.h"
+#include "tests/unit/overlay/RecordedPage.h"
+
+#include <QAbstractEventDispatcher>
+#include <QRandomGenerator>
+#include <QTimerEvent>
+#include <QtTest>
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <vector>
+
+/// The rules, word by word. Strings are ASCII.
+class CModel
+{
+public:
+    struct SText {
+        QByteArray cString;
+        int x = 0;
+        int y = 0;
+        int iColor = 0x15;
+        bool bVisible = false;
+    };
+
+    std::map<unsigned int, SText> texts; ///< by handle
+
+    CModel() { m_cPage.fill(0); }
+
+    unsigned int create()
+    {
+        const unsigned int uHandle = texts.empty() ? 1 : texts.rbegin()->first + 1;
+        texts[uHandle] = SText();
+        return uHandle;
+    }
+
+    void destroy(unsigned int uHandle)
+    {
+        hide(uHandle);
+        texts.erase(uHandle);
+    }
+
+    void show(unsigned int uHandle)
+    {
+        if (texts[uHandle].bVisible)
+            return;
+        texts[uHandle].bVisible = true;
+        draw(uHandle);
+    }
+
+    void hide(unsigned int uHandle)
+    {
+        if (!texts[uHandle].bVisible)
+            return;
+        texts[uHandle].bVisible = false;
+        clear(uHandle);
+    }
+
+    void update(unsigned int uHandle)
+    {
+        if (texts[uHandle].bVisible)
+            draw(uHandle);
+    }
+
+    const unsigned char* page() const { return m_cPage.data(); }
+
+    int redrawn() const { return m_iRedrawn; }
+
+private:
+    struct SRecord {
+        unsigned int uHandle;
+        int startX;
+        int y;
+        int endX;
+    };
+
+    static const int COLUMNS = 53;
+    static const int ROWS = 26;
+
+    void write(int x, int y, int iCode, int iColor)
+    {
+        const auto uAt = static_cast<std::size_t>(y * 64 + x) * 2;
+        m_cPage[uAt] = static_cast<unsigned char>(iCode);
+        m_cPage[uAt + 1] = static_cast<unsigned char>(iColor);
+    }
+
+    void erase(int fromX, int toX, int y)
+    {
+        for (int x = fromX; x < toX && x < COLUMNS && y < ROWS; ++x)
+            write(x, y, ' ', 0);
+    }
+
+    void writeText(const SRecord& rsRecord)
+    {
+        const SText& rsText = texts[rsRecord.uHandle];
+        for (int x = rsRecord.startX; x < rsRecord.endX && rsRecord.y < ROWS; ++x)
+            write(x, rsRecord.y, rsText.cString[x - rsRecord.startX], rsText.iColor);
+    }
+
+    std::vector<SRecord>::iterator find(unsigned int uHandle)
+    {
+        return std::find_if(m_cRecords.begin(), m_cRecords.end(),
+                            [=](const SRecord& rs) { return rs.uHandle == uHandle; });
+    }
+
+    static bool collide(const SRecord& o, const SRecord& region)
+    {
+        if (o.startX >= region.startX && region.startX > o.endX)
+            return true;
+        if (region.startX >= o.endX && region.endX >= o.endX)
+            return false;
+        if (region.startX < o.endX && o.endX <= region.endX)
+            return true;
+        return o.startX <= region.endX;
+    }
+
+    void redraw(const SRecord& rsRegion)
+    {
+        for (const SRecord& rsRecord : m_cRecords) {
+            if (rsRecord.uHandle == rsRegion.uHandle || rsRecord.y != rsRegion.y ||
+                !collide(rsRecord, rsRegion))
+                continue;
+            writeText(rsRecord);
+            ++m_iRedrawn;
+        }
+    }
+
+    void draw(unsigned int uHandle)
+    {
+        const SText& rsText = texts[uHandle];
+        const SRecord sNew = {uHandle, rsText.x, rsText.y,
+                              std::min((rsText.x + rsText.cString.size()) % 256, COLUMNS)};
+        auto it = find(uHandle);
+        if (it == m_cRecords.end())
+            it = m_cRecords.insert(it, {uHandle, 65535, 65535, 65535});
+        if (it->y == sNew.y) {
+            erase(sNew.endX, it->endX, sNew.y);
+            erase(it->startX, sNew.startX, sNew.y);
+        } else {
+            erase(it->startX, it->endX, it->y);
+        }
+        const bool bSame = it->startX == sNew.startX && it->endX == sNew.endX && it->y == sNew.y;
+        if (it->startX != 255 && !bSame)
+            redraw(*it);
+        *it = sNew;
+        writeText(sNew);
+    }
+
+    void clear(unsigned int uHandle)
+    {
+        const auto it = find(uHandle);
+        const SRecord sOld = *it;
+        erase(sOld.startX, sOld.endX, sOld.y);
+        m_cRecords.erase(it);
+        redraw(sOld);
+    }
+
+    std::vector<SRecord> m_cRecords; ///< in the order of first drawing
+    std::array<unsigned char, FPGA_TEXT_PAGE_STRIDE> m_cPage;
+    int m_iRedrawn = 0;
+};
+
+class TestOverlayModel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void the_page_agrees_after_each_of_100000_steps();
+
+private:
+    using FStep = QByteArray (TestOverlayModel::*)();
+
+    QByteArray create();
+    QByteArray destroy();
+    QByteArray show();
+    QByteArray hide();
+    QByteArray move();
+    QByteArray recolor();
+    QByteArray rewrite();
+    QByteArray drawTemporary();
+    QByteArray expire();
+    QByteArray clearTemporary();
+    QByteArray allAtOnce();
+
+    unsigned int anyHandle();
+    int anyColumn();
+    int anyRow();
+    QByteArray anyString();
+    int oneOf(std::initializer_list<int> cChoices);
+    void forget(unsigned int uHandle);
+    QList<int> timers() const;
+    bool isPageEqual() const;
+
+    QRandomGenerator m_cRandom;
+    CModel m_cModel;
+    std::map<int, unsigned int> m_cTemporary; ///< timer to handle
+
+    QScopedPointer<CRecordedPage> m_pcPage;
+    QScopedPointer<COverlayObjectManager> m_pcManager;
+    QScopedPointer<CVideoOverlayBackEnd> m_pcBackEnd;
+    QScopedPointer<CVideoOverlayFrontEnd> m_pcFrontEnd;
+};
+
+static const std::size_t MAX_TEXTS = 40;
+
+void TestOverlayModel::init()
+{
+    load_font(1);
+    m_cRandom.seed(20);
+    m_cModel = CModel();
+    m_cTemporary.clear();
+    m_pcPage.reset(new CRecordedPage);
+    m_pcManager.reset(new COverlayObjectManager);
+    m_pcBackEnd.reset(new CVideoOverlayBackEnd);
+    m_pcFrontEnd.reset(new CVideoOverlayFrontEnd(*m_pcBackEnd, *m_pcManager));
+}
+
+void TestOverlayModel::cleanup()
+{
+    m_pcFrontEnd.reset();
+    m_pcBackEnd.reset();
+    m_pcManager.reset();
+    m_pcPage.reset();
+}
+
+int TestOverlayModel::oneOf(std::initializer_list<int> cChoices)
+{
+    return *(cChoices.begin() + m_cRandom.bounded(static_cast<int>(cChoices.size())));
+}
+
+/// Of a living text; there is one when this returns.
+unsigned int TestOverlayModel::anyHandle()
+{
+    if (m_cModel.texts.empty())
+        create();
+    auto it = m_cModel.texts.begin();
+    std::advance(it, m_cRandom.bounded(static_cast<int>(m_cModel.texts.size())));
+    return it->first;
+}
+
+// Corners, middles, and around every border at which something changes.
+int TestOverlayModel::anyColumn()
+{
+    return m_cRandom.bounded(3) == 0 ? oneOf({0, 1, 51, 52, 53, 54, 127, 128, 250, 254, 255})
+                                     : m_cRandom.bounded(53);
+}
+
+// Few rows, so that about five texts share one.
+int TestOverlayModel::anyRow()
+{
+    return oneOf({0, 0, 1, 12, 24, 25, 25, 26, 255});
+}
+
+QByteArray TestOverlayModel::anyString()
+{
+    const int iLength = m_cRandom.bounded(3) == 0 ? oneOf({0, 1, 2, 52, 53, 54, 200, 255, 256, 257, 300})
+                                                  : m_cRandom.bounded(20);
+    QByteArray cString;
+    for (int i = 0; i < iLength; ++i)
+        cString.append(static_cast<char>('!' + m_cRandom.bounded(94)));
+    return cString;
+}
+
+QByteArray TestOverlayModel::create()
+{
+    if (m_cModel.texts.size() >= MAX_TEXTS)
+        return destroy();
+    const unsigned int uExpected = m_cModel.create();
+    const unsigned int uHandle = m_pcFrontEnd->createText();
+    return uHandle == uExpected ? "create" : "create: handle " + QByteArray::number(uHandle);
+}
+
+/// What the model knows of a temporary text goes with it.
+void TestOverlayModel::forget(unsigned int uHandle)
+{
+    for (auto it = m_cTemporary.begin(); it != m_cTemporary.end();)
+        it = it->second == uHandle ? m_cTemporary.erase(it) : std::next(it);
+}
+
+QByteArray TestOverlayModel::destroy()
+{
+    const unsigned int uHandle = anyHandle();
+    forget(uHandle);
+    m_cModel.destroy(uHandle);
+    m_pcFrontEnd->destroyText(uHandle);
+    return "destroy";
+}
+
+QByteArray TestOverlayModel::show()
+{
+    const unsigned int uHandle = anyHandle();
+    m_cModel.show(uHandle);
+    m_pcFrontEnd->showText(uHandle);
+    return "show";
+}
+
+QByteArray TestOverlayModel::hide()
+{
+    const unsigned int uHandle = anyHandle();
+    m_cModel.hide(uHandle);
+    m_pcFrontEnd->hideText(uHandle);
+    return "hide";
+}
+
+QByteArray TestOverlayModel::move()
+{
+    const unsigned int uHandle = anyHandle();
+    CModel::SText& rsText = m_cModel.texts[uHandle];
+    rsText.x = anyColumn();
+    if (m_cRandom.bounded(2) == 0)
+        rsText.y = anyRow();
+    m_cModel.update(uHandle);
+    m_pcFrontEnd->setTextPosition(uHandle, static_cast<unsigned char>(rsText.x),
+                                  static_cast<unsigned char>(rsText.y));
+    return "move";
+}
+
+QByteArray TestOverlayModel::recolor()
+{
+    const unsigned int uHandle = anyHandle();
+    const quint32 u32Foreground = m_cRandom.bounded(20U);
+    const quint32 u32Background = m_cRandom.bounded(20U);
+    m_cModel.texts[uHandle].iColor = static_cast<int>((u32Foreground * 16 | u32Background) % 256);
+    m_cModel.update(uHandle);
+    m_pcFrontEnd->setTextColors(uHandle, EOverlayTextColor{u32Foreground}, EOverlayTextColor{u32Background});
+    return "recolor";
+}
+
+QByteArray TestOverlayModel::rewrite()
+{
+    const unsigned int uHandle = anyHandle();
+    const QByteArray cString = anyString();
+    m_cModel.texts[uHandle].cString = cString;
+    m_cModel.update(uHandle);
+    m_pcFrontEnd->setTextStr(uHandle, QString::fromLatin1(cString));
+    return "rewrite";
+}
+
+QList<int> TestOverlayModel::timers() const
+{
+    QList<int> cIds;
+    const auto cTimers = QAbstractEventDispatcher::instance()->registeredTimers(m_pcFrontEnd.data());
+    for (const QAbstractEventDispatcher::TimerInfo& rsTimer : cTimers)
+        cIds << rsTimer.timerId;
+    return cIds;
+}
+
+QByteArray TestOverlayModel::drawTemporary()
+{
+    if (m_cModel.texts.size() >= MAX_TEXTS)
+        return expire();
+    const unsigned int uHandle = m_cModel.create();
+    CModel::SText& rsText = m_cModel.texts[uHandle];
+    rsText.cString = anyString();
+    rsText.x = anyColumn();
+    rsText.y = anyRow();
+    rsText.iColor = 0x4f;
+    m_cModel.show(uHandle);
+
+    const QList<int> cBefore = timers();
+    m_pcFrontEnd->drawTemporaryText(QString::fromLatin1(rsText.cString), EOverlayTextColor{4},
+                                    EOverlayTextColor{15}, static_cast<unsigned char>(rsText.x),
+                                    static_cast<unsigned char>(rsText.y), 9999);
+    for (const int iTimer : timers())
+        if (!cBefore.contains(iTimer))
+            m_cTemporary[iTimer] = uHandle;
+    return "draw a temporary text";
+}
+
+// Timers go on when the time of their text is up, so those of earlier texts are among them.
+QByteArray TestOverlayModel::expire()
+{
+    const QList<int> cTimers = timers();
+    if (cTimers.isEmpty())
+        return "no timer";
+    const int iTimer = cTimers[m_cRandom.bounded(cTimers.size())];
+    const auto it = m_cTemporary.find(iTimer);
+    if (it != m_cTemporary.end()) {
+        m_cModel.destroy(it->second);
+        m_cTemporary.erase(it);
+    }
+    QTimerEvent cEvent(iTimer);
+    QCoreApplication::sendEvent(m_pcFrontEnd.data(), &cEvent);
+    // As many stale ones would gather as texts have expired.
+    if (cTimers.size() > 100)
+        for (const int iOther : cTimers)
+            if (m_cTemporary.count(iOther) == 0)
+                m_pcFrontEnd->killTimer(iOther);
+    return "expire";
+}
+
+QByteArray TestOverlayModel::clearTemporary()
+{
+    std::vector<unsigned int> cHandles;
+    for (const auto& rcEntry : m_cTemporary)
+        cHandles.push_back(rcEntry.second);
+    std::sort(cHandles.begin(), cHandles.end());
+    for (const unsigned int uHandle : cHandles)
+        m_cModel.destroy(uHandle);
+    m_cTemporary.clear();
+    m_pcFrontEnd->clearTemporaryTexts();
+    return "clear temporary texts";
+}
+
+QByteArray TestOverlayModel::allAtOnce()
+{
+    std::vector<unsigned int> cHandles;
+    for (const auto& rcEntry : m_cModel.texts)
+        cHandles.push_back(rcEntry.first);
+    // Mostly showing, because it is among texts that are shown that things happen.
+    const int iWhat = oneOf({0, 0, 0, 0, 0, 0, 1, 2, 3});
+    for (const unsigned int uHandle : cHandles) {
+        if (iWhat == 0)
+            m_cModel.show(uHandle);
+        else if (iWhat == 1)
+            m_cModel.hide(uHandle);
+        else if (iWhat == 2)
+            m_cModel.update(uHandle);
+        else
+            m_cModel.destroy(uHandle);
+    }
+    if (iWhat == 0)
+        m_pcFrontEnd->showAllTexts();
+    else if (iWhat == 1)
+        m_pcFrontEnd->hideAllTexts();
+    else if (iWhat == 2)
+        m_pcFrontEnd->updateAllTexts();
+    else
+        m_pcFrontEnd->destroyAllTexts();
+    if (iWhat == 3)
+        m_cTemporary.clear();
+    return "all at once";
+}
+
+bool TestOverlayModel::isPageEqual() const
+{
+    return std::equal(m_cModel.page(), m_cModel.page() + FPGA_TEXT_PAGE_STRIDE,
+                      fpga_memory().begin() + FPGA_TEXT_PAGES);
+}
+
+void TestOverlayModel::the_page_agrees_after_each_of_100000_steps()
+{
+    struct SStepRow {
+        FStep pfStep;
+        int iWeight;
+    };
+    static const SStepRow STEPS[] = {
+        {&TestOverlayModel::create,         10},
+        {&TestOverlayModel::destroy,        6 },
+        {&TestOverlayModel::show,           18},
+        {&TestOverlayModel::hide,           8 },
+        {&TestOverlayModel::move,           30},
+        {&TestOverlayModel::recolor,        8 },
+        {&TestOverlayModel::rewrite,        15},
+        {&TestOverlayModel::drawTemporary,  5 },
+        {&TestOverlayModel::expire,         4 },
+        {&TestOverlayModel::clearTemporary, 1 },
+        {&TestOverlayModel::allAtOnce,      3 },
+    };
+    std::vector<FStep> cLot;
+    for (const SStepRow& rsRow : STEPS)
+        cLot.insert(cLot.end(), static_cast<std::size_t>(rsRow.iWeight), rsRow.pfStep);
+
+    for (int iStep = 0; iStep < 100000; ++iStep) {
+        const FStep pfStep = cLot[m_cRandom.bounded(static_cast<quint32>(cLot.size()))];
+        const QByteArray cDone = (this->*pfStep)();
+        m_pcPage->take();
+        QVERIFY2(isPageEqual(), "step " + QByteArray::number(iStep) + ": " + cDone);
+        QVERIFY2(m_pcManager->getTextHandles().size() == static_cast<int>(m_cModel.texts.size()), cDone);
+    }
+    // It is the redrawing that the rules are about.
+    QVERIFY2(m_cModel.redrawn() > 30000, QByteArray::number(m_cModel.redrawn()));
+
+    m_pcFrontEnd->destroyAllTexts();
+    QVERIFY(m_pcManager->getTextHandles().isEmpty());
+}
+
+QTEST_GUILESS_MAIN(TestOverlayModel)
+
+#include "tst_overlay_model.moc"

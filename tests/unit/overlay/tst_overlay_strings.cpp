@@ -1,0 +1,106 @@
+/* Strings of every kind as cells, in every alphabet. The FPGA is recorded. */
+#include "fpga/font.h"
+#include "overlay/COverlayText.h"
+#include "overlay/CVideoOverlayBackEnd.h"
+#include "tests/unit/overlay/RecordedPage.h"
+
+#include <QTextCodec>
+#include <QtTest>
+
+class TestOverlayStrings : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void every_code_unit_is_a_cell_data();
+    void every_code_unit_is_a_cell();
+    void fewer_bytes_than_cells_end_in_blanks();
+};
+
+struct SLocaleRow {
+    const char* pszLocale;
+    int iMib;
+};
+
+static const SLocaleRow LOCALES[] = {
+    {"de_DE", 111},
+    {"ro_RO", 112},
+    {"ru_RU", 8  },
+};
+
+static const char COLOR = '\xc8';
+
+/// Draws a text from column 0 of row 4 on; the accesses.
+static fpga_accesses draw(const char* pszLocale, const QString& rcText)
+{
+    CVideoOverlayBackEnd cBackEnd;
+    cBackEnd.loadCharacterSetForLocale(QString::fromLatin1(pszLocale));
+    CRecordedPage::take();
+    COverlayText cText;
+    cText.setText(rcText);
+    cText.setY(4);
+    cText.setForegroundColor(EOverlayTextColor{12});
+    cText.setBackgroundColor(EOverlayTextColor{8});
+    cBackEnd.drawText(cText);
+    return CRecordedPage::take();
+}
+
+void TestOverlayStrings::every_code_unit_is_a_cell_data()
+{
+    QTest::addColumn<QString>("string");
+    for (const int iLength : {0, 1, 52, 53, 54, 255, 256, 300, 100000})
+        QTest::addRow("%d letters", iLength) << QString(iLength, QLatin1Char('m'));
+    QTest::newRow("null") << QString();
+    QTest::newRow("controls") << QStringLiteral("a\t\r\n\x01\x1b[2J\x7f\u0080\u009f|");
+    QTest::newRow("zeros") << QString(5, QChar(0));
+    QTest::newRow("no-break space") << QStringLiteral("12\u00a0km");
+    QTest::newRow("zero-width spaces") << QStringLiteral("\u200ba\u200b\u200cb\u200d\u2060");
+    QTest::newRow("byte order mark") << QStringLiteral("\ufeffabc");
+    QTest::newRow("soft hyphen") << QStringLiteral("ab\u00adcd");
+    QTest::newRow("combining marks") << QStringLiteral("e\u0301a\u0308s\u0326");
+    QTest::newRow("letters of three alphabets") << QStringLiteral("\u00f1\u0219\u0416");
+    QTest::newRow("box pieces, which are codes but no characters") << QStringLiteral("\u2500\u2588");
+    QTest::newRow("Chinese") << QStringLiteral("\u4e2d\u6587");
+    QTest::newRow("emoji") << QStringLiteral("ok \U0001f600\U0001f44d\U0001f3fd!");
+    QTest::newRow("right to left") << QStringLiteral("\u202b\u05e9\u05dc\u05d5\u05dd\u202c \u0633");
+    QTest::newRow("half a pair") << QString(QChar(0xd83d)) + QLatin1Char('a') + QChar(0xde00);
+    QTest::newRow("half a pair at the end") << QStringLiteral("ab") + QChar(0xd83d);
+    QTest::newRow("no character") << QStringLiteral("a\uffff\ufffe\ufffdb");
+    QTest::newRow("a row of emoji") << QStringLiteral("\U0001f600").repeated(30);
+}
+
+// What the encoding gives, then blanks; as many cells as the row has, and none beside them.
+void TestOverlayStrings::every_code_unit_is_a_cell()
+{
+    QFETCH(QString, string);
+    for (const SLocaleRow& rsLocale : LOCALES) {
+        const CRecordedPage cPage;
+        const int iCells = qMin(string.size() % 256, 53);
+        QCOMPARE(draw(rsLocale.pszLocale, string), accessesOf({
+                                                       {4, 0, iCells}
+        }));
+
+        const QByteArray cBytes = QTextCodec::codecForMib(rsLocale.iMib)->fromUnicode(string);
+        QCOMPARE(cPage.codes(4).left(iCells), cBytes.leftJustified(iCells, ' ', true));
+        QCOMPARE(cPage.colors(4), QByteArray(iCells, COLOR).leftJustified(53, '\0'));
+        for (const int iRow : {3, 5})
+            QCOMPARE(cPage.codes(iRow), QByteArray(53, '\0'));
+    }
+}
+
+// Nothing comes of the first half of a pair that has no second: its cell has no byte.
+void TestOverlayStrings::fewer_bytes_than_cells_end_in_blanks()
+{
+    const CRecordedPage cPage;
+    const QString cHalf = QStringLiteral("ab") + QChar(0xd83d);
+    QCOMPARE(QTextCodec::codecForMib(111)->fromUnicode(cHalf), QByteArray("ab"));
+    QCOMPARE(draw("de_DE", cHalf), accessesOf({
+                                       {4, 0, 3}
+    }));
+    QCOMPARE(cPage.codes(4).left(4), QByteArray("ab \0", 4));
+    QCOMPARE(cPage.colors(4).left(4), QByteArray("\xc8\xc8\xc8\0", 4));
+}
+
+QTEST_GUILESS_MAIN(TestOverlayStrings)
+
+#include "tst_overlay_strings.moc"
