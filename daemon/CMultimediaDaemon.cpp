@@ -4,6 +4,10 @@
 #include "daemon/CSignalHook.h"
 #include "dbus/CHaldenDebug.h"
 #include "dbus/CHaldenVideoDisplay.h"
+#include "dbus/CHaldenVideoOverlay.h"
+#include "overlay/COverlayObjectManager.h"
+#include "overlay/CVideoOverlayBackEnd.h"
+#include "overlay/CVideoOverlayFrontEnd.h"
 #include "platform/CMultimediaPlatform.h"
 
 #include <QDBusConnection>
@@ -14,7 +18,13 @@ const char* const CMultimediaDaemon::DBUS_SERVICE = "velmar.haldend";
 CMultimediaDaemon* CMultimediaDaemon::m_pcInstance = nullptr;
 
 CMultimediaDaemon::CMultimediaDaemon()
-    : m_pcSignalHook(new CSignalHook), m_pcDebug(new CHaldenDebug), m_pcVideoDisplay(new CHaldenVideoDisplay)
+    : m_pcSignalHook(new CSignalHook),
+      m_pcOverlayObjectManager(new COverlayObjectManager),
+      m_pcVideoOverlayBackEnd(new CVideoOverlayBackEnd),
+      m_pcVideoOverlayFrontEnd(new CVideoOverlayFrontEnd(*m_pcVideoOverlayBackEnd, *m_pcOverlayObjectManager)),
+      m_pcDebug(new CHaldenDebug),
+      m_pcVideoDisplay(new CHaldenVideoDisplay),
+      m_pcVideoOverlay(new CHaldenVideoOverlay(*m_pcVideoOverlayFrontEnd))
 {
 }
 
@@ -24,6 +34,10 @@ CMultimediaDaemon::~CMultimediaDaemon()
     // signal during the shutdown is still caught.
     delete m_pcDebug;
     delete m_pcVideoDisplay;
+    delete m_pcVideoOverlay;
+    delete m_pcVideoOverlayFrontEnd;
+    delete m_pcVideoOverlayBackEnd;
+    delete m_pcOverlayObjectManager;
     delete m_pcSignalHook;
     CMultimediaPlatform::finalize();
 }
@@ -82,5 +96,6 @@ bool CMultimediaDaemon::initSubsystems(const char* pszI2CPort, const char* pszFP
 
 bool CMultimediaDaemon::setupDBusConnections()
 {
-    return m_pcDebug->setupDBusConnection() && m_pcVideoDisplay->setupDBusConnection();
+    return m_pcDebug->setupDBusConnection() && m_pcVideoDisplay->setupDBusConnection() &&
+           m_pcVideoOverlay->setupDBusConnection();
 }

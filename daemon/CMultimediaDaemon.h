@@ -3,7 +3,11 @@
 
 class CHaldenDebug;
 class CHaldenVideoDisplay;
+class CHaldenVideoOverlay;
+class COverlayObjectManager;
 class CSignalHook;
+class CVideoOverlayBackEnd;
+class CVideoOverlayFrontEnd;
 
 /// The daemon: owns every subsystem object, brings the subsystems up in a fixed order and takes them down
 /// in another. One per process, created by the first use, destroyed by performShutdown().
@@ -43,8 +47,12 @@ private:
 
     // In the order of creation
     CSignalHook* m_pcSignalHook;
+    COverlayObjectManager* m_pcOverlayObjectManager;
+    CVideoOverlayBackEnd* m_pcVideoOverlayBackEnd;
+    CVideoOverlayFrontEnd* m_pcVideoOverlayFrontEnd;
     CHaldenDebug* m_pcDebug;
     CHaldenVideoDisplay* m_pcVideoDisplay;
+    CHaldenVideoOverlay* m_pcVideoOverlay;
 };
 
 #endif

@@ -93,7 +93,9 @@ bool CDaemonProcess::waitForEnd()
 
 bool CDaemonProcess::endBySignal(int iSignal)
 {
-    ::kill(static_cast<pid_t>(pid()), iSignal);
+    // Without a process it would go to the whole group.
+    if (pid() > 0)
+        ::kill(static_cast<pid_t>(pid()), iSignal);
     return waitForEnd();
 }
 
