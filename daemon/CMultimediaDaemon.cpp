@@ -21,7 +21,8 @@ CMultimediaDaemon::CMultimediaDaemon()
     : m_pcSignalHook(new CSignalHook),
       m_pcOverlayObjectManager(new COverlayObjectManager),
       m_pcVideoOverlayBackEnd(new CVideoOverlayBackEnd),
-      m_pcVideoOverlayFrontEnd(new CVideoOverlayFrontEnd(*m_pcVideoOverlayBackEnd, *m_pcOverlayObjectManager)),
+      m_pcVideoOverlayFrontEnd(
+          new CVideoOverlayFrontEnd(*m_pcVideoOverlayBackEnd, *m_pcOverlayObjectManager)),
       m_pcDebug(new CHaldenDebug),
       m_pcVideoDisplay(new CHaldenVideoDisplay),
       m_pcVideoOverlay(new CHaldenVideoOverlay(*m_pcVideoOverlayFrontEnd))
