@@ -30,7 +30,7 @@ public:
     CVideoOverlayFrontEnd(IVideoOverlay& rcBackEnd, IOverlayObjectManager& rcObjectManager);
 
     /// Removes the temporary texts that are still there. The others stay, drawn as they are.
-    virtual ~CVideoOverlayFrontEnd();
+    ~CVideoOverlayFrontEnd() override;
 
     // One text
 

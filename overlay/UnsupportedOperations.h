@@ -1,10 +1,10 @@
 /* The overlay operations that this board has no hardware for, in the order of IVideoOverlay. The interface
- * declares them, the back end answers each with a line, and the front end passes them on; all three are made from
- * this table, so that another operation is another row.
+ * declares them, the back end answers each with a line, and the front end passes them on; all three are made
+ * from this table, so that another operation is another row.
  *
  * A row goes to PASSED_ON if the front end's operation has the same name and does nothing else, to ADAPTED if
- * the front end writes its own. Both are macros of three arguments: the name, the parameters and the arguments that
- * pass them on, the latter two in parentheses.
+ * the front end writes its own. Both are macros of three arguments: the name, the parameters, and the
+ * arguments that pass them on, the latter two in parentheses.
  */
 #ifndef HALDEND_OVERLAY_UNSUPPORTEDOPERATIONS_H
 #define HALDEND_OVERLAY_UNSUPPORTEDOPERATIONS_H

@@ -1,6 +1,7 @@
 /* The image that nothing draws. */
 #include "overlay/COverlayGraphic.h"
 
+#include <QGuiApplication>
 #include <QtTest>
 
 class TestCOverlayGraphic : public QObject
@@ -28,6 +29,13 @@ void TestCOverlayGraphic::holds_the_image_that_it_was_given_last()
     QCOMPARE(cGraphic.getImageData().size(), QSize(5, 2));
 }
 
-QTEST_MAIN(TestCOverlayGraphic)
+// On the plainest of Qt's platforms: the off-screen one leaks its screen.
+int main(int argc, char* argv[])
+{
+    qputenv("QT_QPA_PLATFORM", "minimal");
+    const QGuiApplication cApplication(argc, argv);
+    TestCOverlayGraphic cTest;
+    return QTest::qExec(&cTest, argc, argv);
+}
 
 #include "tst_COverlayGraphic.moc"

@@ -79,8 +79,8 @@ private:
         int endX;
     };
 
-    static const int COLUMNS = 53;
-    static const int ROWS = 26;
+    static constexpr int COLUMNS = 53;
+    static constexpr int ROWS = 26;
 
     void write(int x, int y, int iCode, int iColor)
     {
