@@ -135,6 +135,7 @@ void judge_operation(const struct board* board, enum device device, const char* 
 
 int device_open(enum device device, int descriptor); /* judges one that was just opened */
 void device_close(enum device device);               /* notes it; before the close */
+void device_forget_seek(void);                       /* when a descriptor may become another file's */
 int64_t device_seek(enum device device, int descriptor, int64_t offset, int whence);
 ssize_t device_read(enum device device, int descriptor, void* buffer, size_t count);
 ssize_t device_write(enum device device, int descriptor, const void* buffer, size_t count);

@@ -129,11 +129,36 @@ static void trace_transfer(const struct board* board, enum device device, const 
     line_finish(&line, board, result < 0 ? errno : 0);
 }
 
+/* Where this thread's last seek went, for the transfer that follows it: to ask again would be half of what a board
+ * costs. One transfer only, because what moves the position besides isn't known here. */
+static __thread struct {
+    bool known;
+    int descriptor;
+    int64_t position;
+} s_seek;
+
+void device_forget_seek(void)
+{
+    s_seek.known = false;
+}
+
+static int64_t position_of(int descriptor)
+{
+    bool known = s_seek.known && s_seek.descriptor == descriptor;
+    s_seek.known = false;
+    return known ? s_seek.position : next_lseek64()(descriptor, 0, SEEK_CUR);
+}
+
 int64_t device_seek(enum device device, int descriptor, int64_t offset, int whence)
 {
     const struct board* board = board_current();
     int error = device == DEVICE_I2C ? ESPIPE : fault_take(board, traits(device)->seek, NULL);
     int64_t position = error == 0 ? next_lseek64()(descriptor, offset, whence) : outcome(error);
+    if (position >= 0) {
+        s_seek.known = true;
+        s_seek.descriptor = descriptor;
+        s_seek.position = position;
+    }
     if (device == DEVICE_I2C)
         judge_operation(board, device, "seek", "no such operation");
     if (tracing(board)) {
@@ -159,7 +184,7 @@ static const char* transfer_name(enum device device, bool writing)
 static int64_t judge_transfer(const struct board* board, enum device device, int descriptor, bool writing,
                               size_t count)
 {
-    int64_t position = next_lseek64()(descriptor, 0, SEEK_CUR);
+    int64_t position = position_of(descriptor);
     if (device == DEVICE_FPGA)
         judge_block(board, transfer_name(device, writing), position, count);
     return position;

@@ -23,6 +23,12 @@ const unsigned int TRANSPARENT = 0;
 
 const unsigned short NOWHERE = 0xffff;
 
+QTextCodec* codecForMib(int iMib)
+{
+    CIso8859_16Codec::provide();
+    return QTextCodec::codecForMib(iMib);
+}
+
 template <typename... TArguments>
 void ignore(const TArguments&... /*rcArguments*/)
 {
@@ -32,11 +38,10 @@ void ignore(const TArguments&... /*rcArguments*/)
 
 CVideoOverlayBackEnd::CVideoOverlayBackEnd()
     : m_pcTextDataHash(new QHash<const COverlayText*, TOverlayTextData*>),
-      m_pcTextCodec(QTextCodec::codecForMib(LATIN_9.iMib)),
+      m_pcTextCodec(nullptr),
       m_bOverlayEnabled(false),
       m_u64NextTurn(0)
 {
-    CIso8859_16Codec::provide();
 }
 
 CVideoOverlayBackEnd::~CVideoOverlayBackEnd()
@@ -106,7 +111,7 @@ void CVideoOverlayBackEnd::loadCharacterSetForLocale(const QString& rcLocaleName
 {
     const SAlphabet sAlphabet = alphabetOf(QLocale(rcLocaleName).country());
     load_font(sAlphabet.iGlyphSet);
-    m_pcTextCodec = QTextCodec::codecForMib(sAlphabet.iMib);
+    m_pcTextCodec = codecForMib(sAlphabet.iMib);
 }
 
 unsigned int CVideoOverlayBackEnd::getMaxTextLineWidth() const
@@ -139,12 +144,20 @@ void CVideoOverlayBackEnd::drawText(unsigned short fromX, unsigned short toX, un
 {
     if (y >= ROWS)
         return;
-    const QByteArray cCodes = m_pcTextCodec->fromUnicode(rcText.getText());
+    const QByteArray cCodes = textCodec().fromUnicode(rcText.getText());
     const unsigned char u8Color = makeColor(rcText.getForegroundColor(), rcText.getBackgroundColor());
     for (unsigned short x = fromX; x < toX; ++x) {
         const int i = x - fromX;
         write_ch_xyc(i < cCodes.size() ? static_cast<unsigned char>(cCodes[i]) : BLANK, x, y, u8Color);
     }
+}
+
+// Looked up at the first text: it takes Qt a while to look through all codecs, and the daemon has to be there soon.
+QTextCodec& CVideoOverlayBackEnd::textCodec()
+{
+    if (m_pcTextCodec == nullptr)
+        m_pcTextCodec = codecForMib(LATIN_9.iMib);
+    return *m_pcTextCodec;
 }
 
 CVideoOverlayBackEnd::TOverlayTextData* CVideoOverlayBackEnd::obtainTextData(const COverlayText& rcText)

@@ -66,6 +66,7 @@ private:
     void drawText(unsigned short fromX, unsigned short toX, unsigned short y, const COverlayText& rcText);
 
     /// The text's record, a new one if it has none.
+    QTextCodec& textCodec();
     TOverlayTextData* obtainTextData(const COverlayText& rcText);
 
     /// Keeps where a text stands now.
@@ -86,7 +87,7 @@ private:
     unsigned char makeColor(EOverlayTextColor eForeground, EOverlayTextColor eBackground) const;
 
     QHash<const COverlayText*, TOverlayTextData*>* m_pcTextDataHash; ///< owned, and so are its values
-    QTextCodec* m_pcTextCodec;                                       ///< Qt's
+    QTextCodec* m_pcTextCodec;                                       ///< Qt's; null until it is needed
     bool m_bOverlayEnabled;
     COverlayTextPlaces m_cPlaces; ///< of all that are in the hash
     quint64 m_u64NextTurn;

@@ -1,7 +1,8 @@
 /* Which files can be given to the configuration library. */
 #include "regdb/config_guard.h"
 
-#include <fstream>
+#include <cstdio>
+#include <cstdlib>
 #include <optional>
 #include <set>
 #include <string>
@@ -48,6 +49,33 @@ static std::optional<std::string> quoted_name(const std::string& line, size_t at
     return name;
 }
 
+static bool is_safe(const std::string& path, std::set<std::string>* seen);
+
+static bool is_safe_line(const std::string& line, std::set<std::string>* seen)
+{
+    if (line.size() > LONGEST_LINE)
+        return false;
+    const size_t at = name_in_include(line);
+    if (at == std::string::npos)
+        return true;
+    const std::optional<std::string> included = quoted_name(line, at);
+    return included && is_safe(*included, seen);
+}
+
+/* With stdio, because C++ streams bring their locales up at the first use, which would be a tenth of a start. */
+static bool has_safe_lines(FILE* file, std::set<std::string>* seen)
+{
+    char* line = nullptr;
+    size_t capacity = 0;
+    bool safe = true;
+    for (ssize_t length; safe && (length = getline(&line, &capacity, file)) != -1;) {
+        const bool ended = line[length - 1] == '\n';
+        safe = is_safe_line(std::string(line, static_cast<size_t>(length) - (ended ? 1 : 0)), seen);
+    }
+    free(line);
+    return safe && ferror(file) == 0;
+}
+
 /* Each file is looked at once, however often and in whatever circle files include each other. */
 static bool is_safe(const std::string& path, std::set<std::string>* seen)
 {
@@ -55,18 +83,12 @@ static bool is_safe(const std::string& path, std::set<std::string>* seen)
         return true;
     if (!is_regular_or_absent(path))
         return false;
-    std::ifstream file(path);
-    for (std::string line; std::getline(file, line);) {
-        if (line.size() > LONGEST_LINE)
-            return false;
-        const size_t at = name_in_include(line);
-        if (at == std::string::npos)
-            continue;
-        const std::optional<std::string> included = quoted_name(line, at);
-        if (!included || !is_safe(*included, seen))
-            return false;
-    }
-    return !file.bad();
+    FILE* file = fopen(path.c_str(), "r");
+    if (file == nullptr)
+        return true;
+    const bool safe = has_safe_lines(file, seen);
+    fclose(file);
+    return safe;
 }
 
 int config_file_is_safe(const char* path)

@@ -15,7 +15,7 @@ config_setting_t* config_mirror_group(const chip_regs* chip, const char* reg_nam
     config_setting_t* root = config_mirror_root(chip);
     if (root == nullptr)
         return nullptr;
-    config_setting_t* group = config_lookup(chip->config, reg_name);
+    config_setting_t* group = config_setting_get_member(root, reg_name);
     if (group == nullptr)
         return config_setting_add(root, reg_name, CONFIG_TYPE_GROUP);
     /* A file may have given the name to a list, where every field would be added again and again. */
