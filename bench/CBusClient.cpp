@@ -4,6 +4,7 @@
 #include "bench/CProcess.h"
 #include "bench/Timeouts.h"
 
+#include <cstdarg>
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
@@ -11,9 +12,6 @@
 
 namespace
 {
-
-const char* const PATH = "/videodisplay";
-const char* const INTERFACE = "velmar.haldend.videodisplay";
 
 const char* const BUS = "org.freedesktop.DBus";
 const char* const BUS_PATH = "/org/freedesktop/DBus";
@@ -46,10 +44,13 @@ int checked(int iResult, const char* pszWhat)
     return iResult;
 }
 
-CMessage newCall(sd_bus* pcBus, const std::string& rcName, const char* pszMethod)
+CMessage newCall(sd_bus* pcBus, const std::string& rcName, const std::string& rcObject, const char* pszMethod)
 {
+    const std::string cPath = "/" + rcObject;
+    const std::string cInterface = "velmar.haldend." + rcObject;
     sd_bus_message* pcMessage = nullptr;
-    checked(sd_bus_message_new_method_call(pcBus, &pcMessage, rcName.c_str(), PATH, INTERFACE, pszMethod),
+    checked(sd_bus_message_new_method_call(pcBus, &pcMessage, rcName.c_str(), cPath.c_str(),
+                                           cInterface.c_str(), pszMethod),
             pszMethod);
     return CMessage(pcMessage);
 }
@@ -148,18 +149,23 @@ void CBusClient::waitForEndOfName(const std::string& rcName)
     }
 }
 
-int CBusClient::get(const std::string& rcName, const char* pszMethod)
+int CBusClient::get(const std::string& rcName, const char* pszObject, const char* pszMethod)
 {
-    const CMessage cReply = call(m_pcBus, newCall(m_pcBus, rcName, pszMethod).get());
+    const CMessage cReply = call(m_pcBus, newCall(m_pcBus, rcName, pszObject, pszMethod).get());
     int iValue = 0;
     checked(sd_bus_message_read(cReply.get(), "i", &iValue), pszMethod);
     return iValue;
 }
 
-void CBusClient::send(const std::string& rcName, const char* pszMethod, int iFirst, int iSecond)
+void CBusClient::send(const std::string& rcName, const char* pszObject, const char* pszMethod,
+                      const char* pszTypes, ...)
 {
-    const CMessage cCall = newCall(m_pcBus, rcName, pszMethod);
+    const CMessage cCall = newCall(m_pcBus, rcName, pszObject, pszMethod);
     checked(sd_bus_message_set_expect_reply(cCall.get(), 0), pszMethod);
-    checked(sd_bus_message_append(cCall.get(), "ii", iFirst, iSecond), pszMethod);
+    va_list psArguments;
+    va_start(psArguments, pszTypes);
+    const int iResult = sd_bus_message_appendv(cCall.get(), pszTypes, psArguments);
+    va_end(psArguments);
+    checked(iResult, pszMethod);
     checked(sd_bus_send(m_pcBus, cCall.get(), nullptr), pszMethod);
 }

@@ -7,8 +7,8 @@
 
 class CProcess;
 
-/// The one client of all services: what it costs is the same for each of them, and small. Calls go to the
-/// interface "velmar.haldend.videodisplay" of "/videodisplay" at the bus name given.
+/// The one client of all services: what it costs is the same for each of them, and small. An object is named by
+/// the last part of its interface: "videodisplay" is "velmar.haldend.videodisplay" at "/videodisplay".
 ///
 /// All failures are thrown: std::system_error from the connection, std::runtime_error with the text of an
 /// error reply.
@@ -27,11 +27,13 @@ public:
     /// Waits until the bus has noticed that a name's owner has ended.
     void waitForEndOfName(const std::string& rcName);
 
-    /// Calls a getter, waits for its reply, and gives the value.
-    int get(const std::string& rcName, const char* pszMethod);
+    /// Calls a method without arguments whose result is an integer, waits for its reply, and gives the value.
+    int get(const std::string& rcName, const char* pszObject, const char* pszMethod);
 
-    /// Sends a call of two integers that expects no reply, and doesn't wait.
-    void send(const std::string& rcName, const char* pszMethod, int iFirst, int iSecond);
+    /// Sends a call that expects no reply, and doesn't wait. Types and arguments are those of
+    /// sd_bus_message_append().
+    void send(const std::string& rcName, const char* pszObject, const char* pszMethod, const char* pszTypes,
+              ...);
 
 private:
     sd_bus* m_pcBus;

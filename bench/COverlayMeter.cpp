@@ -35,6 +35,10 @@ const int SETS = 3;
 // another in the buffer. Glyph sets go in whole turns, so that the first is never the one that is loaded already.
 const int FRAME_CALLS = 1;
 const int GLYPH_CALLS = 100 * SETS;
+const int TEXT_CALLS = 50;
+
+const int CELLS = 53;
+const unsigned char CELL_COLOR = 0x15; // of a text that nobody has coloured
 
 // Makes the compiler believe that somebody reads the bytes.
 void use(const void* pvBytes)
@@ -109,28 +113,33 @@ const COverlayMeter::SProcedure COverlayMeter::PROCEDURES[OPERATIONS] = {
     {FRAME_CALLS,
      &COverlayMeter::prepareFrameWarm,
      {&COverlayMeter::readFrame, &COverlayMeter::readFrameLeast},
-     {&COverlayMeter::isFrameMirrored, &COverlayMeter::isFrameAlike}},
+     {&COverlayMeter::isFrameMirrored, &COverlayMeter::isFrameAlike}   },
     {FRAME_CALLS,
      &COverlayMeter::prepareFrameWarm,
      {&COverlayMeter::writeFrame, &COverlayMeter::writeFrameLeast},
-     {&COverlayMeter::isFrameSplit, &COverlayMeter::isFrameAlike}   },
+     {&COverlayMeter::isFrameSplit, &COverlayMeter::isFrameAlike}      },
     {GLYPH_CALLS,
      &COverlayMeter::clearGlyphs,
      {&COverlayMeter::loadGlyphs, &COverlayMeter::loadGlyphsLeast},
-     {&COverlayMeter::areGlyphsLast, &COverlayMeter::areGlyphsLast} },
+     {&COverlayMeter::areGlyphsLast, &COverlayMeter::areGlyphsLast}    },
+    {TEXT_CALLS,
+     &COverlayMeter::clearTextLine,
+     {&COverlayMeter::drawTextLine, &COverlayMeter::drawTextLineLeast},
+     {&COverlayMeter::isTextLineThere, &COverlayMeter::isTextLineThere}},
     {FRAME_CALLS,
      &COverlayMeter::prepareFrameFresh,
      {&COverlayMeter::readFrame, &COverlayMeter::readFrameLeast},
-     {&COverlayMeter::isFrameMirrored, &COverlayMeter::isFrameAlike}},
+     {&COverlayMeter::isFrameMirrored, &COverlayMeter::isFrameAlike}   },
     {FRAME_CALLS,
      &COverlayMeter::prepareFrameFresh,
      {&COverlayMeter::writeFrame, &COverlayMeter::writeFrameLeast},
-     {&COverlayMeter::isFrameSplit, &COverlayMeter::isFrameAlike}   },
+     {&COverlayMeter::isFrameSplit, &COverlayMeter::isFrameAlike}      },
 };
 
 COverlayMeter::COverlayMeter(const std::string& rcDevice)
-    : m_cFrame(FRAME_WORDS), m_cScratch(FRAME_WORDS), m_cStored(FRAME_WORDS), m_u32Pattern(0)
+    : m_cFrame(FRAME_WORDS), m_cScratch(FRAME_WORDS), m_cStored(FRAME_WORDS), m_u32Pattern(0), m_sScreen()
 {
+    m_cText.setText(QString(CELLS, QLatin1Char('x')));
     if (init_fpga_framebuffer(rcDevice.c_str()) != 0)
         throw std::runtime_error(rcDevice + ": can't be opened");
     // A plain file knows no requests.
@@ -138,6 +147,7 @@ COverlayMeter::COverlayMeter(const std::string& rcDevice)
         destroy_fpga_framebuffer();
         throw std::runtime_error(rcDevice + ": no device of a board, or the board's library isn't preloaded");
     }
+    init_screen(&m_sScreen, nullptr);
 }
 
 COverlayMeter::~COverlayMeter()
@@ -186,9 +196,20 @@ void COverlayMeter::clearGlyphs()
     writeAt(FPGA_GLYPHS, cBlank.data(), cBlank.size());
 }
 
+void COverlayMeter::clearTextLine()
+{
+    const std::array<unsigned char, 2 * CELLS> cBlank = {};
+    writeAt(FPGA_TEXT_PAGES, cBlank.data(), cBlank.size());
+}
+
 void COverlayMeter::readFrame(int /*iCall*/)
 {
     get_video_image_from_fpga(bytes(m_cFrame), 0, VIDEO_IMAGE_SIZE);
+}
+
+void COverlayMeter::drawTextLine(int /*iCall*/)
+{
+    m_cBackEnd.drawText(m_cText);
 }
 
 void COverlayMeter::readFrameLeast(int /*iCall*/)
@@ -219,6 +240,16 @@ void COverlayMeter::loadGlyphsLeast(int iCall)
     CGlyphs cSwapped;
     swapPairs(GLYPH_SETS[iCall % SETS], cSwapped.data());
     writeAt(FPGA_GLYPHS, cSwapped.data(), cSwapped.size());
+}
+
+void COverlayMeter::drawTextLineLeast(int /*iCall*/)
+{
+    const unsigned char au8Cell[] = {'x', CELL_COLOR};
+    for (int i = 0; i < CELLS; ++i) {
+        lseek(fbfd, FPGA_TEXT_PAGES + 2 * i, SEEK_SET);
+        if (write(fbfd, au8Cell, sizeof au8Cell) != sizeof au8Cell)
+            throw std::runtime_error("the FPGA can't be written");
+    }
 }
 
 // The last line of the buffer is outside the reversal.
@@ -254,4 +285,14 @@ bool COverlayMeter::areGlyphsLast()
     readAt(FPGA_GLYPHS, cStored.data(), cStored.size());
     swapPairs(GLYPH_SETS[SETS - 1], cSwapped.data());
     return cStored == cSwapped;
+}
+
+bool COverlayMeter::isTextLineThere()
+{
+    std::array<unsigned char, 2 * CELLS> cStored;
+    readAt(FPGA_TEXT_PAGES, cStored.data(), cStored.size());
+    bool bThere = true;
+    for (std::size_t i = 0; i < cStored.size(); i += 2)
+        bThere = bThere && cStored[i] == 'x' && cStored[i + 1] == CELL_COLOR;
+    return bThere;
 }

@@ -1,6 +1,10 @@
 #ifndef HALDEND_BENCH_COVERLAYMETER_H
 #define HALDEND_BENCH_COVERLAYMETER_H
 
+#include "fpga/screen.h"
+#include "overlay/COverlayText.h"
+#include "overlay/CVideoOverlayBackEnd.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -17,6 +21,7 @@ enum EOperation {
     eFrameRead,       ///< the stored frame out of the FPGA; the least is the read and one copy
     eFrameWrite,      ///< a frame into the FPGA; the least is one copy and the write
     eGlyphSet,        ///< another glyph set into the FPGA; the least is a byte-pair swap and the write
+    eTextLine,        ///< a text of 53 cells on the screen; the least is a seek and a write a cell
     eFrameReadFresh,  ///< as above, but the library's working memory is new from the kernel, as it is in the
     eFrameWriteFresh, ///< first calls of a process; the least works in memory that it has
     OPERATIONS
@@ -47,25 +52,32 @@ private:
     void prepareFrameWarm();
     void prepareFrameFresh();
     void clearGlyphs();
+    void clearTextLine();
 
     void readFrame(int iCall);
     void writeFrame(int iCall);
     void loadGlyphs(int iCall);
+    void drawTextLine(int iCall);
 
     void readFrameLeast(int iCall);
     void writeFrameLeast(int iCall);
     void loadGlyphsLeast(int iCall);
+    void drawTextLineLeast(int iCall);
 
     bool isFrameMirrored();
     bool isFrameSplit();
     bool isFrameAlike();
     bool areGlyphsLast();
+    bool isTextLineThere();
 
     // All of them for the whole run: allocations of our own would warm or cool the library's.
     std::vector<std::uint32_t> m_cFrame;   ///< what the calls get
     std::vector<std::uint32_t> m_cScratch; ///< where the copies of the least go
     std::vector<std::uint32_t> m_cStored;  ///< what the FPGA holds, for the checks
     std::uint32_t m_u32Pattern;            ///< first word of the next frame
+    screen m_sScreen;
+    CVideoOverlayBackEnd m_cBackEnd;
+    COverlayText m_cText; ///< of a whole line
 };
 
 #endif

@@ -10,6 +10,7 @@ namespace
 
 using CClock = std::chrono::steady_clock;
 
+const char* const OBJECT = "videodisplay";
 const char* const GETTER = "get_displayed_video_width";
 const int WIDTH = 688; // of every service, before anybody sets it
 const char* const ONE_WAY = "set_video_position";
@@ -24,7 +25,7 @@ double secondsSince(CClock::time_point cStart)
 
 void get(CBusClient& rcClient, const std::string& rcBusName)
 {
-    if (rcClient.get(rcBusName, GETTER) != WIDTH)
+    if (rcClient.get(rcBusName, OBJECT, GETTER) != WIDTH)
         throw std::runtime_error("wrong width");
 }
 
@@ -67,7 +68,7 @@ void CRoundMeter::measureOneWay(const SService& rcService, CFigures& rcFigures)
     CBusClient& rcClient = m_rcScene.client();
     const CClock::time_point cStart = CClock::now();
     for (int i = iCalls - 1; i >= 0; --i)
-        rcClient.send(rcService.cBusName, ONE_WAY, LAST_X + i, LAST_Y + i);
+        rcClient.send(rcService.cBusName, OBJECT, ONE_WAY, "ii", LAST_X + i, LAST_Y + i);
     // The barrier is a getter, because it queues up behind the setters; a ping of a Qt service is answered
     // by the thread that reads the socket, which may be far ahead of the objects.
     get(rcClient, rcService.cBusName);

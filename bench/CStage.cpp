@@ -29,6 +29,11 @@ SProgram program(EService eService, const CVirtualBoard& rcBoard)
     switch (eService) {
     case eBareQt:
         return referenceProgram("velmar.bench.qt", BENCH_BARE_QT_SERVICE);
+    case eBareQtOverlay:
+        return {
+            "velmar.bench.overlay",
+            {BENCH_BARE_QT_SERVICE, "velmar.bench.overlay", rcBoard.device("fpgamem")}
+        };
     case eSdBus:
         return referenceProgram("velmar.bench.sdbus", BENCH_SDBUS_SERVICE);
     default:

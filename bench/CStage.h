@@ -15,7 +15,8 @@ enum EService {
     eDaemon, ///< the daemon as it is shipped
     eBareQt, ///< its interface in Qt with nothing behind it
     eSdBus,  ///< its interface in C with nothing behind it
-    SERVICES
+    SERVICES,
+    eBareQtOverlay = SERVICES ///< the overlay in Qt with nothing behind it but the device calls
 };
 
 /// One of them at work.

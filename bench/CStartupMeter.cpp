@@ -7,6 +7,7 @@ namespace
 
 using CClock = std::chrono::steady_clock;
 
+const char* const OBJECT = "videodisplay";
 const char* const GETTER = "get_displayed_video_width";
 
 } // namespace
@@ -18,7 +19,7 @@ CFigures CStartupMeter::measure(EService eService)
     std::unique_ptr<SService> pcService = m_rcStage.start(eService);
     cFigures[eStartTime] = std::chrono::duration<double, std::milli>(CClock::now() - cStart).count();
 
-    m_rcStage.client().get(pcService->cBusName, GETTER);
+    m_rcStage.client().get(pcService->cBusName, OBJECT, GETTER);
     const CProcess::SMemory sMemory = pcService->cProcess.residentMemory(m_rcStage.board().path());
     cFigures[eResident] = static_cast<double>(sMemory.u64Elsewhere);
     cFigures[eResidentBoard] = static_cast<double>(sMemory.u64Elsewhere + sMemory.u64Below);

@@ -28,14 +28,16 @@ struct SOptions {
 const SUnit MICROSECONDS = {1, "µs"};
 const char* const COPY = "one memcpy, transfer";
 const char* const SWAP = "swap, transfer";
+const char* const CELL = "seek, write a cell";
 
 // A benchmark is a row here, and an operation of the meter.
 const SRatioRow ROWS[] = {
-    {"get_video_image_from_fpga",               eFrameRead,       MICROSECONDS, eLeast, COPY, eAtMost, 2.0},
-    {"write_video_image_to_fpga",               eFrameWrite,      MICROSECONDS, eLeast, COPY, eAtMost, 2.0},
-    {"load_font, another set",                  eGlyphSet,        MICROSECONDS, eLeast, SWAP, eAtMost, 1.3},
-    {"get_video_image_from_fpga, fresh memory", eFrameReadFresh,  MICROSECONDS, eLeast, COPY, eNone,   0  },
-    {"write_video_image_to_fpga, fresh memory", eFrameWriteFresh, MICROSECONDS, eLeast, COPY, eNone,   0  },
+    {"get_video_image_from_fpga",               eFrameRead,       MICROSECONDS, eLeast, COPY, eAtMost, 2.0 },
+    {"write_video_image_to_fpga",               eFrameWrite,      MICROSECONDS, eLeast, COPY, eAtMost, 2.0 },
+    {"load_font, another set",                  eGlyphSet,        MICROSECONDS, eLeast, SWAP, eAtMost, 1.3 },
+    {"drawText, 53 cells",                      eTextLine,        MICROSECONDS, eLeast, CELL, eAtMost, 1.25},
+    {"get_video_image_from_fpga, fresh memory", eFrameReadFresh,  MICROSECONDS, eLeast, COPY, eNone,   0   },
+    {"write_video_image_to_fpga, fresh memory", eFrameWriteFresh, MICROSECONDS, eLeast, COPY, eNone,   0   },
 };
 
 void printUsage(std::ostream& rcStream)

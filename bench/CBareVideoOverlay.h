@@ -1,0 +1,41 @@
+#ifndef HALDEND_BENCH_CBAREVIDEOOVERLAY_H
+#define HALDEND_BENCH_CBAREVIDEOOVERLAY_H
+
+#include <QObject>
+#include <QString>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+/// What the daemon's service object of "/videooverlay" would be if there were nothing behind it but the device: the
+/// few slots that are measured, under the same generated adaptor. A call's price here is Qt's and the device's.
+class CBareVideoOverlay : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The FPGA device may be empty: then nothing is written.
+    explicit CBareVideoOverlay(const char* pszDevice) : m_iDevice(open(pszDevice, O_RDWR | O_CLOEXEC)) {}
+
+public slots:
+    int get_max_text_line_width() { return 53; }
+    int create_text() { return ++m_iTexts; }
+
+    /// A seek and a write of two bytes a character.
+    void set_text_string(int, const QString& text)
+    {
+        const QByteArray cCodes = text.toLatin1();
+        for (int i = 0; i < cCodes.size(); ++i) {
+            const char acCell[] = {cCodes[i], 0x15};
+            lseek(m_iDevice, 0x300000 + 2 * i, SEEK_SET);
+            if (write(m_iDevice, acCell, sizeof acCell) != sizeof acCell)
+                qWarning("bare_qt_service: the device can't be written");
+        }
+    }
+
+private:
+    int m_iDevice;
+    int m_iTexts = 0;
+};
+
+#endif
