@@ -1,0 +1,10 @@
+#ifndef HALDEND_VIDEO_EVIDEOINPUTTYPE_H
+#define HALDEND_VIDEO_EVIDEOINPUTTYPE_H
+
+/// Where the picture comes from. The values travel on the bus.
+enum EVideoInputType {
+    eVideoInputTypeExternal = 0, ///< a video signal is present at the decoder's input
+    eVideoInputTypeInternal = 1, ///< no input signal
+};
+
+#endif
