@@ -5,10 +5,12 @@
 #include "dbus/CHaldenDebug.h"
 #include "dbus/CHaldenVideoDisplay.h"
 #include "dbus/CHaldenVideoOverlay.h"
+#include "dbus/CHaldenVideoProcessing.h"
 #include "overlay/COverlayObjectManager.h"
 #include "overlay/CVideoOverlayBackEnd.h"
 #include "overlay/CVideoOverlayFrontEnd.h"
 #include "platform/CMultimediaPlatform.h"
+#include "video/CVideoProcessor.h"
 
 #include <QDBusConnection>
 #include <QDBusError>
@@ -23,9 +25,11 @@ CMultimediaDaemon::CMultimediaDaemon()
       m_pcVideoOverlayBackEnd(new CVideoOverlayBackEnd),
       m_pcVideoOverlayFrontEnd(
           new CVideoOverlayFrontEnd(*m_pcVideoOverlayBackEnd, *m_pcOverlayObjectManager)),
+      m_pcVideoProcessor(new CVideoProcessor),
       m_pcDebug(new CHaldenDebug),
       m_pcVideoDisplay(new CHaldenVideoDisplay),
-      m_pcVideoOverlay(new CHaldenVideoOverlay(*m_pcVideoOverlayFrontEnd))
+      m_pcVideoOverlay(new CHaldenVideoOverlay(*m_pcVideoOverlayFrontEnd)),
+      m_pcVideoProcessing(new CHaldenVideoProcessing(*m_pcVideoProcessor))
 {
 }
 
@@ -36,6 +40,8 @@ CMultimediaDaemon::~CMultimediaDaemon()
     delete m_pcDebug;
     delete m_pcVideoDisplay;
     delete m_pcVideoOverlay;
+    delete m_pcVideoProcessing;
+    delete m_pcVideoProcessor;
     delete m_pcVideoOverlayFrontEnd;
     delete m_pcVideoOverlayBackEnd;
     delete m_pcOverlayObjectManager;
@@ -92,11 +98,12 @@ void CMultimediaDaemon::performShutdown()
 bool CMultimediaDaemon::initSubsystems(const char* pszI2CPort, const char* pszFPGAFrameBuffer,
                                        const char* pszLimeFrameBuffer)
 {
-    return CMultimediaPlatform::initialize(pszI2CPort, pszFPGAFrameBuffer, pszLimeFrameBuffer) != 0;
+    return CMultimediaPlatform::initialize(pszI2CPort, pszFPGAFrameBuffer, pszLimeFrameBuffer) != 0 &&
+           m_pcVideoProcessor->initialize(pszI2CPort);
 }
 
 bool CMultimediaDaemon::setupDBusConnections()
 {
     return m_pcDebug->setupDBusConnection() && m_pcVideoDisplay->setupDBusConnection() &&
-           m_pcVideoOverlay->setupDBusConnection();
+           m_pcVideoOverlay->setupDBusConnection() && m_pcVideoProcessing->setupDBusConnection();
 }

@@ -4,10 +4,12 @@
 class CHaldenDebug;
 class CHaldenVideoDisplay;
 class CHaldenVideoOverlay;
+class CHaldenVideoProcessing;
 class COverlayObjectManager;
 class CSignalHook;
 class CVideoOverlayBackEnd;
 class CVideoOverlayFrontEnd;
+class CVideoProcessor;
 
 /// The daemon: owns every subsystem object, brings the subsystems up in a fixed order and takes them down
 /// in another. One per process, created by the first use, destroyed by performShutdown().
@@ -50,9 +52,11 @@ private:
     COverlayObjectManager* m_pcOverlayObjectManager;
     CVideoOverlayBackEnd* m_pcVideoOverlayBackEnd;
     CVideoOverlayFrontEnd* m_pcVideoOverlayFrontEnd;
+    CVideoProcessor* m_pcVideoProcessor;
     CHaldenDebug* m_pcDebug;
     CHaldenVideoDisplay* m_pcVideoDisplay;
     CHaldenVideoOverlay* m_pcVideoOverlay;
+    CHaldenVideoProcessing* m_pcVideoProcessing;
 };
 
 #endif

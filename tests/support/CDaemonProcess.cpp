@@ -79,7 +79,8 @@ bool CDaemonProcess::startAndWaitForName()
                      [&cLoop] { cLoop.exit(1); });
     QTimer::singleShot(TIMEOUT_PROCESS_MS, &cLoop, [&cLoop] { cLoop.exit(2); });
     start();
-    return cLoop.exec() == 0;
+    // When its event loop starts, Qt lets a call that has just come overtake those that have waited for it.
+    return cLoop.exec() == 0 && settle();
 }
 
 bool CDaemonProcess::waitForEnd()

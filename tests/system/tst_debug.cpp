@@ -206,6 +206,14 @@ void TestDebug::prints_what_is_in_the_chip_now()
                                           "V-v32-(0fd50eb1) N-help-[Capture-Scale]")));
 }
 
+// The trace without the watch over the camera signal, whose second may be up at any time.
+static QStringList operations(const CBoard& rcBoard)
+{
+    QStringList cLines = rcBoard.traceLines();
+    cLines.removeAll(QStringLiteral("i2c read 0x1f = 0x00"));
+    return cLines;
+}
+
 void TestDebug::prints_nothing_for_other_words_data()
 {
     QTest::addColumn<QString>("word");
@@ -219,7 +227,7 @@ void TestDebug::prints_nothing_for_other_words()
     m_pcScene->board().setTracing(true);
     send("print_hardware_config", {word});
     QCOMPARE(printed(), QStringList());
-    QCOMPARE(m_pcScene->board().traceLines(), QStringList());
+    QCOMPARE(operations(m_pcScene->board()), QStringList());
 }
 
 // The bus is open during the bring-up only; the number it had may be another file's by now.
@@ -229,7 +237,7 @@ void TestDebug::a_closed_bus_reads_as_ff()
     send("print_hardware_config", {QStringLiteral("saa7113")});
     const QStringList cRegisters = printed().filter(QStringLiteral("DEBUG_print_bitfields_by_name:"));
     QCOMPARE(cRegisters.filter(QStringLiteral("V-v08-(ff)")).size(), 31);
-    QCOMPARE(m_pcScene->board().traceLines(), QStringList());
+    QCOMPARE(operations(m_pcScene->board()), QStringList());
 }
 
 void TestDebug::saves_what_is_in_the_chips()

@@ -23,6 +23,8 @@ private slots:
 
     void device_failures_end_with_255_data();
     void device_failures_end_with_255();
+    void without_the_signal_monitor_it_ends_with_255_data();
+    void without_the_signal_monitor_it_ends_with_255();
     void a_register_file_that_can_not_be_read_ends_with_255_data();
     void a_register_file_that_can_not_be_read_ends_with_255();
     void devices_that_do_not_exist_end_with_255();
@@ -84,9 +86,13 @@ void TestStartup::brings_the_board_up_and_shows_the_live_picture()
     QCOMPARE(differenceFromGolden(cScene.board().picture(), QStringLiteral("renderer_unscaled")), QString());
     QCOMPARE(cScene.end(), QString());
     QCOMPARE(cScene.daemon().log(), (QStringList{STARTING, QStringLiteral("Terminating haldend...")}));
-    QCOMPARE(cScene.daemon().standardOutput(), QByteArray("CHaldenDebug::setupDBusConnection(start) \n"
-                                                          "CHaldenDebug::setupDBusConnection(new) \n"
-                                                          "CHaldenDebug::setupDBusConnection()=1 \n"));
+    QCOMPARE(cScene.daemon().standardOutput(),
+             QByteArray("CHaldenDebug::setupDBusConnection(start) \n"
+                        "CHaldenDebug::setupDBusConnection(new) \n"
+                        "CHaldenDebug::setupDBusConnection()=1 \n"
+                        "CHaldenVideoProcessing::setupDBusConnection() \n"
+                        "CHaldenVideoProcessing::setupDBusConnection(new) \n"
+                        "CHaldenVideoProcessing::setupDBusConnection()=1 \n"));
 }
 
 // A field of /proc/PID/status.
@@ -202,6 +208,32 @@ void TestStartup::device_failures_end_with_255()
     setFault(cScene, static_cast<board_operation>(operation), static_cast<quint32>(nth), 1);
     EXPECT_FAILED_START(cScene, STARTING, labels.constFirst(), HARDWARE, FAILED);
     QVERIFY2(cScene.daemon().standardOutput().startsWith(output), cScene.describe());
+}
+
+void TestStartup::without_the_signal_monitor_it_ends_with_255_data()
+{
+    QTest::addColumn<int>("operation");
+    QTest::addColumn<QString>("output");
+    QTest::newRow("bus can't be opened")
+        << int(BOARD_OPERATION_I2C_OPEN) << QStringLiteral("Cannot open saa7113-device");
+    QTest::newRow("no decoder on the bus")
+        << int(BOARD_OPERATION_I2C_SLAVE) << QStringLiteral("i2c communication broken");
+}
+
+// The third to use the bus, behind the bring-up of decoder and encoder.
+void TestStartup::without_the_signal_monitor_it_ends_with_255()
+{
+    QFETCH(int, operation);
+    QFETCH(QString, output);
+    CScene cScene;
+    QVERIFY2(cScene.prepare(), cScene.describe());
+    setFault(cScene, static_cast<board_operation>(operation), 3, 1);
+    cScene.daemon().start();
+    QVERIFY2(cScene.daemon().waitForEnd(), cScene.describe());
+    QVERIFY2(!cScene.daemon().crashed(), cScene.describe());
+    QCOMPARE(cScene.daemon().exitCode(), 255);
+    QCOMPARE(cScene.daemon().log(), (QStringList{STARTING, HARDWARE, FAILED}));
+    QCOMPARE(cScene.daemon().unexpectedOutput(), QStringList{output});
 }
 
 void TestStartup::a_register_file_that_can_not_be_read_ends_with_255_data()
