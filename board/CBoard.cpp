@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSaveFile>
 #include <QtEndian>
 
 #include <cstring>
@@ -27,6 +28,10 @@ const SOperation OPERATIONS[BOARD_OPERATION_COUNT] = {
 #undef OPERATION_ROW
 
 static_assert(static_cast<unsigned>(BOARD_OPERATION_COUNT) <= BOARD_FAULT_SLOTS, "a slot for each operation");
+
+#define CODEC_MODE_NAME(identifier, name) name,
+const char* const CODEC_MODES[BOARD_CODEC_MODE_COUNT] = {BOARD_CODEC_MODES(CODEC_MODE_NAME)};
+#undef CODEC_MODE_NAME
 
 QString join(const QString& rcDirectory, const char* pszFile)
 {
@@ -88,6 +93,8 @@ bool CBoard::create(const QString& rcDirectory, QString& rcError)
         !createFile(rcDirectory, BOARD_CAMERA, BOARD_CAMERA_BYTES, rcError) ||
         !createFile(rcDirectory, BOARD_TRACE, 0, rcError) ||
         !createFile(rcDirectory, BOARD_JUDGEMENTS, 0, rcError) ||
+        !createFile(rcDirectory, BOARD_CODEC_STATE, 0, rcError) ||
+        !createFile(rcDirectory, BOARD_CODEC_LOG, 0, rcError) ||
         !createFile(rcDirectory, BOARD_CONTROL, sizeof(board_control), rcError) ||
         !copyRegisterFiles(rcDirectory, rcError))
         return false;
@@ -299,7 +306,7 @@ QStringList CBoard::linesOf(const char* pszFile) const
     QFile cFile(path(pszFile));
     if (!cFile.open(QIODevice::ReadOnly))
         return QStringList();
-    return QString::fromLatin1(cFile.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return QString::fromUtf8(cFile.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
 QStringList CBoard::traceLines() const
@@ -376,6 +383,75 @@ QVector<CBoard::SFault> CBoard::faults() const
             cFaults << cFault;
     }
     return cFaults;
+}
+
+// Codec
+
+void CBoard::setCodecMode(board_codec_mode eMode)
+{
+    if (isOpen() && eMode < BOARD_CODEC_MODE_COUNT)
+        board_store(&control()->codec_mode, eMode);
+}
+
+board_codec_mode CBoard::codecMode() const
+{
+    return isOpen() ? static_cast<board_codec_mode>(board_load(&control()->codec_mode)) : BOARD_CODEC_OK;
+}
+
+void CBoard::setCodecDelay(quint32 u32Milliseconds)
+{
+    if (isOpen())
+        board_store(&control()->codec_delay, u32Milliseconds);
+}
+
+quint32 CBoard::codecDelay() const
+{
+    return isOpen() ? board_load(&control()->codec_delay) : 0;
+}
+
+bool CBoard::setCodecState(const SCodecState& rsState)
+{
+    if (!isOpen())
+        return false;
+    // Replaced whole: whoever looks at it never sees half a state.
+    QSaveFile cFile(path(BOARD_CODEC_STATE));
+    return cFile.open(QIODevice::WriteOnly) && cFile.write(rsState.toText()) >= 0 && cFile.commit();
+}
+
+SCodecState CBoard::codecState() const
+{
+    QFile cFile(path(BOARD_CODEC_STATE));
+    return isOpen() && cFile.open(QIODevice::ReadOnly) ? SCodecState::fromText(cFile.readAll())
+                                                       : SCodecState();
+}
+
+bool CBoard::noteCodecCall(const QString& rcLine)
+{
+    QFile cFile(path(BOARD_CODEC_LOG));
+    return isOpen() && cFile.open(QIODevice::Append) && cFile.write(rcLine.toUtf8() + '\n') > 0;
+}
+
+QStringList CBoard::codecCalls() const
+{
+    return isOpen() ? linesOf(BOARD_CODEC_LOG) : QStringList();
+}
+
+bool CBoard::clearCodecCalls()
+{
+    return isOpen() && QFile::resize(path(BOARD_CODEC_LOG), 0);
+}
+
+QString CBoard::codecModeName(board_codec_mode eMode)
+{
+    return eMode < BOARD_CODEC_MODE_COUNT ? QLatin1String(CODEC_MODES[eMode]) : QString();
+}
+
+board_codec_mode CBoard::codecModeByName(const QString& rcName)
+{
+    int iMode = 0;
+    while (iMode < BOARD_CODEC_MODE_COUNT && rcName != QLatin1String(CODEC_MODES[iMode]))
+        iMode++;
+    return static_cast<board_codec_mode>(iMode);
 }
 
 QString CBoard::operationName(board_operation eOperation)

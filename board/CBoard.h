@@ -2,6 +2,7 @@
 #define HALDEND_BOARD_CBOARD_H
 
 #include "board/CMappedFile.h"
+#include "board/SCodecState.h"
 #include "board/board_layout.h"
 
 #include <QImage>
@@ -127,6 +128,26 @@ public:
     void clearFaults();
     QVector<SFault> faults() const; ///< those set, also when used up
     /// @}
+
+    /// \name Codec
+    /// The stand-in of the codec service, halden-codec, which heeds the modes while it runs and keeps its state
+    /// and the calls that it got on the board; virtual-board.md has the grammar of the calls.
+    /// @{
+    void setCodecMode(board_codec_mode eMode);
+    board_codec_mode codecMode() const;
+    void setCodecDelay(quint32 u32Milliseconds); ///< so long takes each call; 0 is the usual
+    quint32 codecDelay() const;
+    bool
+    setCodecState(const SCodecState& rsState); ///< the stand-in's own, and for tests of what it looks like
+    SCodecState codecState() const;
+    bool noteCodecCall(const QString& rcLine);
+    QStringList codecCalls() const;
+    bool clearCodecCalls();
+    /// @}
+
+    /// The name of a mode, and the other way round: BOARD_CODEC_MODE_COUNT if there is none.
+    static QString codecModeName(board_codec_mode eMode);
+    static board_codec_mode codecModeByName(const QString& rcName);
 
     /// The name of an operation, and the other way round: BOARD_OPERATION_NONE if there is none.
     static QString operationName(board_operation eOperation);

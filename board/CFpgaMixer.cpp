@@ -1,6 +1,7 @@
 #include "board/CFpgaMixer.h"
 
 #include "board/CBoard.h"
+#include "board/CPlaybackPicture.h"
 #include "fpga/fpga_map.h"
 
 #include <QtEndian>
@@ -21,6 +22,7 @@ const int CURSOR_PIXELS = 32;
 
 // CTRL
 const quint32 FRAME_GENERATOR = 1u << 23;
+const quint32 PLAY_MODE = 3u << 24;
 
 /// The bits of CTRL that one control set has. Set C has no graphic priority.
 struct SControlBits {
@@ -92,6 +94,8 @@ void CFpgaMixer::source(quint32 u32Control, bool bRestore)
 {
     if (bRestore)
         storedFrame();
+    else if ((u32Control & PLAY_MODE) == PLAY_MODE)
+        m_cFrame = CPlaybackPicture::frame(m_rcBoard.codecState());
     else if ((u32Control & FRAME_GENERATOR) != 0)
         m_cFrame.fill(OPAQUE | m_rcBoard.fpgaRegister(FPGA_FGCC));
     else if (m_rcBoard.isCameraPlugged())

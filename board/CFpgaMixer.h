@@ -10,7 +10,9 @@ class CBoard;
 /// This is the model that the virtual board has of the FPGA, not a statement about the hardware. All of it is
 /// in coordinates of the 720 x 576 frame; a field line is two frame lines, the first field the even ones.
 ///
-/// - Source: the camera; in its place the frame generator's colour while CTRL has fgon set; in its place the stored frame while the control set's restore bit is set.
+/// - Source: the camera; in its place the frame generator's colour while CTRL has fgon set; in its place what the
+///   codec plays back while CTRL has both por bits set; in its place the stored frame while the control set's
+///   restore bit is set.
 /// - Graphic layer: the page that the display register names, 720 x 288 field lines, by its palette.
 /// - Text layer: 53 x 26 cells of the page that TEMO names, the first at TSXP (pixels), TSYP (field lines),
 ///   TESZ pixels wide and field lines high; even frame lines show a glyph's first half, odd ones its second.

@@ -84,6 +84,16 @@ QByteArray CGlyphSheet::encoded(int iSet, const QString& text)
     return codes;
 }
 
+QImage CGlyphSheet::textLine(const QString& rcText, QRgb uInk, QRgb uPaper)
+{
+    const QByteArray cCodes = encoded(1, rcText);
+    QImage cLine(CELL_WIDTH * cCodes.size(), CELL_HEIGHT, QImage::Format_RGB32);
+    for (int i = 0; i < cCodes.size(); ++i)
+        drawCell(cLine, i * CELL_WIDTH, 0, font_map_tab_iso8859_15.rows, static_cast<uchar>(cCodes[i]), uInk,
+                 uPaper);
+    return cLine;
+}
+
 QImage CGlyphSheet::enlarged(const QImage& frame, int iLines)
 {
     const int columns = 16 * iLines; // a pixel's width in fifteenths of a column

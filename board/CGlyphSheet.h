@@ -24,6 +24,9 @@ public:
     /// nobody overlooks.
     static QByteArray encoded(int iSet, const QString& text);
 
+    /// A line of text in set 1, a glyph 12 x 20 frame pixels.
+    static QImage textLine(const QString& rcText, QRgb uInk, QRgb uPaper);
+
     /// The whole picture at the monitor's aspect.
     static QImage enlarged(const QImage& frame, int iLines);
 };

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 int commandCamera(const QStringList& rcArguments);
+int commandCodec(const QStringList& rcArguments);
 int commandCreate(const QStringList& rcArguments);
 int commandFault(const QStringList& rcArguments);
 int commandGlyphs(const QStringList& rcArguments);

@@ -20,14 +20,16 @@
 #define BOARD_VARIABLE "HALDEN_BOARD" /* environment: the board's directory */
 
 /* Files of the directory. */
-#define BOARD_FPGA       "fpgamem"
-#define BOARD_LIME       "fb0"
-#define BOARD_I2C        "i2c-1"
-#define BOARD_CNFS       "cnfs"
-#define BOARD_CAMERA     "camera"
-#define BOARD_CONTROL    "control"
-#define BOARD_TRACE      "trace"
-#define BOARD_JUDGEMENTS "judgements"
+#define BOARD_FPGA        "fpgamem"
+#define BOARD_LIME        "fb0"
+#define BOARD_I2C         "i2c-1"
+#define BOARD_CNFS        "cnfs"
+#define BOARD_CAMERA      "camera"
+#define BOARD_CONTROL     "control"
+#define BOARD_TRACE       "trace"
+#define BOARD_JUDGEMENTS  "judgements"
+#define BOARD_CODEC_STATE "codec-state"
+#define BOARD_CODEC_LOG   "codec-log"
 
 #define BOARD_CNFS_FIXED "/usr/etc/cnfs" /* the folder that the daemon names, and BOARD_CNFS stands in for */
 
@@ -86,8 +88,21 @@ enum board_operation {
 };
 #undef BOARD_OPERATION_ENUMERATOR
 
+/* How the codec stand-in takes its next calls: identifier, name. */
+#define BOARD_CODEC_MODES(MODE)                                 \
+    MODE(OK, "ok")         /* as it should */                   \
+    MODE(REFUSE, "refuse") /* answers with an error */          \
+    MODE(HANG, "hang")     /* doesn't answer */                 \
+    MODE(STALL, "stall")   /* the recorded file doesn't grow */ \
+    MODE(LOSE, "lose")     /* a new recording makes no file */  \
+    MODE(DIE, "die")       /* ends in the middle of the next one */
+
+#define BOARD_CODEC_ENUMERATOR(identifier, name) BOARD_CODEC_##identifier,
+enum board_codec_mode { BOARD_CODEC_MODES(BOARD_CODEC_ENUMERATOR) BOARD_CODEC_MODE_COUNT };
+#undef BOARD_CODEC_ENUMERATOR
+
 #define BOARD_MAGIC         0x64426c48u /* "HlBd" in the file */
-#define BOARD_VERSION       1u
+#define BOARD_VERSION       2u
 #define BOARD_ORDER_LITTLE  1u
 #define BOARD_ORDER_BIG     2u
 #define BOARD_FAULT_SLOTS   32u
@@ -110,6 +125,8 @@ struct board_control {
     uint32_t lime_order;                          /* order of fb0's words */
     uint32_t trace;                               /* 1: every device operation is noted */
     struct board_fault faults[BOARD_FAULT_SLOTS]; /* by enum board_operation */
+    uint32_t codec_mode;                          /* enum board_codec_mode */
+    uint32_t codec_delay;                         /* of each call, milliseconds */
 };
 
 static inline uint32_t board_load(const uint32_t* word)

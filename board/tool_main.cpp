@@ -24,6 +24,7 @@ const SCommand COMMANDS[] = {
     {"judgements", "[show | clear]",                   "what programs may not do, and did", commandJudgements},
     {"camera",     "test | FILE | unplug | plug",      "chooses what the camera sees",      commandCamera    },
     {"signal",     "on | off",                         "gives and takes the video signal",  commandSignal    },
+    {"codec",      "MODE | slow MS | log | clear",     "steers the codec stand-in",         commandCodec     },
     {"fault",      "OPERATION | list | clear",         "makes operations fail",             commandFault     },
 };
 

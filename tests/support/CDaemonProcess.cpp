@@ -1,13 +1,10 @@
 #include "tests/support/CDaemonProcess.h"
 
+#include "tests/support/ServiceStart.h"
 #include "tests/support/Timeouts.h"
 
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
-#include <QDBusServiceWatcher>
-#include <QEventLoop>
 #include <QRegularExpression>
-#include <QTimer>
 #include <QUuid>
 
 #include <csignal>
@@ -72,15 +69,8 @@ void CDaemonProcess::start()
 
 bool CDaemonProcess::startAndWaitForName()
 {
-    QEventLoop cLoop;
-    QDBusServiceWatcher cWatcher(SERVICE, client(), QDBusServiceWatcher::WatchForRegistration);
-    QObject::connect(&cWatcher, &QDBusServiceWatcher::serviceRegistered, &cLoop, [&cLoop] { cLoop.exit(0); });
-    QObject::connect(&m_cProcess, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), &cLoop,
-                     [&cLoop] { cLoop.exit(1); });
-    QTimer::singleShot(TIMEOUT_PROCESS_MS, &cLoop, [&cLoop] { cLoop.exit(2); });
-    start();
     // When its event loop starts, Qt lets a call that has just come overtake those that have waited for it.
-    return cLoop.exec() == 0 && settle();
+    return startAndWaitForService([this] { start(); }, m_cProcess, client(), SERVICE) && settle();
 }
 
 bool CDaemonProcess::waitForEnd()

@@ -47,6 +47,8 @@ private slots:
     void plugs_the_camera();
     void switches_the_signal();
     void shows_and_clears_judgements();
+    void steers_the_codec();
+    void shows_and_clears_the_codec_calls();
     void sets_faults();
     void fills_the_disk();
     void lists_and_clears_faults();
@@ -114,6 +116,12 @@ void TestHaldenBoard::refuses_bad_lines_data()
     QTest::newRow("signal how") << QStringList({"signal", "maybe"}) << "'maybe' is none of on, off";
     QTest::newRow("signal") << QStringList("signal") << "an argument is missing";
     QTest::newRow("judgements how") << QStringList({"judgements", "hide"}) << "'hide' is none of show, clear";
+    QTest::newRow("codec how") << QStringList({"codec", "dance"})
+                               << "'dance' is none of show, log, clear, slow, ok";
+    QTest::newRow("codec slow") << QStringList({"codec", "slow"}) << "'' is no number of milliseconds";
+    QTest::newRow("codec slow how") << QStringList({"codec", "slow", "-1"}) << "1";
+    QTest::newRow("codec slower") << QStringList({"codec", "slow", "9999999999"}) << "is no number";
+    QTest::newRow("codec too much") << QStringList({"codec", "ok", "5"}) << "unexpected argument '5'";
     QTest::newRow("operation") << QStringList({"fault", "lunch"}) << "unknown operation 'lunch'";
     QTest::newRow("error") << QStringList({"fault", "fork", "--errno", "EMINE"}) << "unknown error 'EMINE'";
     QTest::newRow("nth") << QStringList({"fault", "fork", "--nth", "0"}) << "at least 1";
@@ -159,8 +167,8 @@ void TestHaldenBoard::helps_data()
     QTest::addColumn<QString>("part");
     QTest::newRow("tool") << QStringList("--help") << "registers";
     QTest::newRow("tool, short") << QStringList("-h") << "HALDEN_BOARD";
-    for (const char* pszCommand :
-         {"create", "picture", "registers", "trace", "camera", "fault", "glyphs", "signal", "judgements"})
+    for (const char* pszCommand : {"create", "picture", "registers", "trace", "camera", "fault", "glyphs",
+                                   "signal", "judgements", "codec"})
         QTest::newRow(pszCommand) << QStringList({pszCommand, "--help"}) << "--board <DIR>";
     QTest::newRow("operations") << QStringList({"fault", "-h"}) << "fpga-ioctl-write";
 }
@@ -490,6 +498,38 @@ void TestHaldenBoard::shows_and_clears_judgements()
     QCOMPARE(outputLines(), QStringList(cLime));
     QVERIFY(QFile::remove(m_cBoard.path(BOARD_JUDGEMENTS)));
     QCOMPARE(run({"judgements", "clear"}), 1);
+    QVERIFY2(m_cErrors.contains(QLatin1String("can't be cleared")), qPrintable(m_cErrors));
+}
+
+void TestHaldenBoard::steers_the_codec()
+{
+    for (const char* pszMode : {"refuse", "hang", "stall", "lose", "die", "ok"}) {
+        QCOMPARE(run({"codec", pszMode}), 0);
+        QCOMPARE(CBoard::codecModeName(m_cBoard.codecMode()), QString(pszMode));
+    }
+    QCOMPARE(run({"codec", "slow", "250"}), 0);
+    QCOMPARE(m_cBoard.codecDelay(), 250u);
+    QCOMPARE(run({"codec"}), 0);
+    QCOMPARE(outputLines(), QStringList("ok, 250 ms a call; idle 0 "));
+    SCodecState sState;
+    sState.eActivity = SCodecState::PLAYING_PAUSED;
+    sState.iFrame = 75;
+    sState.cFile = QStringLiteral("a.ts");
+    QVERIFY(m_cBoard.setCodecState(sState));
+    QCOMPARE(run({"codec", "show"}), 0);
+    QCOMPARE(outputLines(), QStringList("ok, 250 ms a call; playing-paused 75 a.ts"));
+}
+
+void TestHaldenBoard::shows_and_clears_the_codec_calls()
+{
+    QVERIFY(m_cBoard.noteCodecCall("/Record pause interface=-"));
+    QVERIFY(m_cBoard.noteCodecCall("/Record stop interface=-"));
+    QCOMPARE(run({"codec", "log"}), 0);
+    QCOMPARE(outputLines(), QStringList({"/Record pause interface=-", "/Record stop interface=-"}));
+    QCOMPARE(run({"codec", "clear"}), 0);
+    QCOMPARE(m_cBoard.codecCalls(), QStringList());
+    QVERIFY(QFile::remove(m_cBoard.path(BOARD_CODEC_LOG)));
+    QCOMPARE(run({"codec", "clear"}), 1);
     QVERIFY2(m_cErrors.contains(QLatin1String("can't be cleared")), qPrintable(m_cErrors));
 }
 

@@ -1,0 +1,55 @@
+#include "tests/support/CCodecProcess.h"
+
+#include "board/board_layout.h"
+#include "tests/support/ServiceStart.h"
+#include "tests/support/Timeouts.h"
+
+#include <QUuid>
+
+CCodecProcess::CCodecProcess() : m_cEnvironment(QProcessEnvironment::systemEnvironment())
+{
+    m_cProcess.setProcessChannelMode(QProcess::MergedChannels);
+}
+
+CCodecProcess::~CCodecProcess()
+{
+    end();
+}
+
+void CCodecProcess::setVariable(const QString& rcName, const QString& rcValue)
+{
+    m_cEnvironment.insert(rcName, rcValue);
+}
+
+bool CCodecProcess::start(const QString& rcBusAddress, const QString& rcBoard)
+{
+    setVariable(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), rcBusAddress);
+    setVariable(QStringLiteral(BOARD_VARIABLE), rcBoard);
+    m_cProcess.setProcessEnvironment(m_cEnvironment);
+    const QString cClient = QUuid::createUuid().toString();
+    const bool bStarted = startAndWaitForService(
+        [this] { m_cProcess.start(QStringLiteral(HALDEND_CODEC), QStringList()); }, m_cProcess,
+        QDBusConnection::connectToBus(rcBusAddress, cClient), QStringLiteral("velmar.mobilygen"));
+    QDBusConnection::disconnectFromBus(cClient);
+    return bStarted;
+}
+
+bool CCodecProcess::waitForEnd()
+{
+    return m_cProcess.state() == QProcess::NotRunning || m_cProcess.waitForFinished(TIMEOUT_PROCESS_MS);
+}
+
+void CCodecProcess::end()
+{
+    m_cProcess.terminate();
+    if (!waitForEnd()) {
+        m_cProcess.kill();
+        m_cProcess.waitForFinished(TIMEOUT_PROCESS_MS);
+    }
+}
+
+QByteArray CCodecProcess::describe()
+{
+    return "halden-codec: exit code " + QByteArray::number(m_cProcess.exitCode()) + "\n" +
+           (m_cProcess.isOpen() ? m_cProcess.readAll() : QByteArray());
+}

@@ -1,0 +1,41 @@
+#ifndef HALDEND_TESTS_CCODECPROCESS_H
+#define HALDEND_TESTS_CCODECPROCESS_H
+
+#include <QProcess>
+#include <QString>
+
+/// The codec stand-in as a process beside the daemon, on the bus and the board of a scene.
+///
+///     CCodecProcess cCodec;
+///     QVERIFY2(cCodec.start(cScene.bus().address(), cScene.board().directory()), cCodec.describe());
+///     cScene.board().setCodecMode(BOARD_CODEC_REFUSE);
+class CCodecProcess
+{
+public:
+    CCodecProcess();
+    ~CCodecProcess();
+
+    /// Adds a variable to the environment of the next start, such as the one for another clock.
+    void setVariable(const QString& rcName, const QString& rcValue);
+
+    /// Starts it and waits until it owns its name. False if it doesn't get there. After an end it can be
+    /// started again.
+    bool start(const QString& rcBusAddress, const QString& rcBoard);
+
+    /// Waits for the end by itself, which is what the mode "die" leads to. False if it doesn't end.
+    bool waitForEnd();
+
+    /// Ends it, whatever it is doing.
+    void end();
+
+    QProcess& process() { return m_cProcess; }
+
+    /// For failure messages.
+    QByteArray describe();
+
+private:
+    QProcess m_cProcess;
+    QProcessEnvironment m_cEnvironment;
+};
+
+#endif
