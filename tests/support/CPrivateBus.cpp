@@ -2,6 +2,17 @@
 
 #include "tests/support/Timeouts.h"
 
+#include <QDir>
+#include <QFile>
+
+#include <pwd.h>
+#include <unistd.h>
+
+CPrivateBus::SPolicy::SPolicy()
+    : cFile(QStringLiteral(HALDEND_BUS_POLICY)), cRoot(QString::fromLocal8Bit(getpwuid(geteuid())->pw_name))
+{
+}
+
 CPrivateBus::~CPrivateBus()
 {
     stop();
@@ -24,6 +35,36 @@ bool CPrivateBus::start(const QString& rcConfiguration)
     }
     m_cAddress = QString::fromLocal8Bit(m_cProcess.readLine()).trimmed();
     return true;
+}
+
+static void replaceName(QByteArray& rcPolicy, const QString& rcAttribute, const QString& rcName)
+{
+    if (!rcName.isEmpty())
+        rcPolicy.replace(rcAttribute.toLatin1(), rcAttribute.section(QLatin1Char('"'), 0, 0).toLatin1() +
+                                                     '"' + rcName.toLatin1() + '"');
+}
+
+bool CPrivateBus::startUnderPolicy(const SPolicy& rsPolicy)
+{
+    const QString cConfiguration = m_cDirectory.filePath(QStringLiteral("system.conf"));
+    QFile cPolicy(rsPolicy.cFile);
+    QFile cCopy(m_cDirectory.filePath(QStringLiteral("system.d/velmar.haldend.conf")));
+    QFile::remove(cConfiguration);
+    if (!QFile::copy(QStringLiteral(HALDEND_SYSTEM_BUS_CONF), cConfiguration) ||
+        !QDir(m_cDirectory.path()).mkpath(QStringLiteral("system.d")) || !cPolicy.open(QIODevice::ReadOnly) ||
+        !cCopy.open(QIODevice::WriteOnly)) {
+        m_cError = QStringLiteral("%1: can't be used").arg(rsPolicy.cFile);
+        return false;
+    }
+    QByteArray cText = cPolicy.readAll();
+    replaceName(cText, QStringLiteral("user=\"root\""), rsPolicy.cRoot);
+    replaceName(cText, QStringLiteral("user=\"haldend\""), rsPolicy.cUser);
+    replaceName(cText, QStringLiteral("group=\"haldend\""), rsPolicy.cGroup);
+    cCopy.write(cText);
+    cCopy.close();
+    QFile::setPermissions(m_cDirectory.path(), QFile::permissions(m_cDirectory.path()) | QFile::ReadGroup |
+                                                   QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther);
+    return start(cConfiguration);
 }
 
 void CPrivateBus::stop()

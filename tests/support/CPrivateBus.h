@@ -16,6 +16,20 @@ public:
     /// Starts the bus; it accepts connections when this returns true. On false error() says why. Another
     /// configuration file than the virtual board's can be named.
     bool start(const QString& rcConfiguration = QStringLiteral(HALDEND_PRIVATE_BUS_CONF));
+
+    /// Who stands in for whom in the daemon's policy; an empty name is left as it is.
+    struct SPolicy {
+        SPolicy(); ///< The shipped policy, where root is the user of the test.
+
+        QString cFile;
+        QString cRoot;
+        QString cUser;  ///< of the user haldend, who may own the name
+        QString cGroup; ///< of the group haldend, who may call
+    };
+
+    /// Starts a bus as strict as a machine's system bus, with the daemon's policy. Every user can reach it.
+    bool startUnderPolicy(const SPolicy& rsPolicy = SPolicy());
+
     void stop();
 
     /// What DBUS_SYSTEM_BUS_ADDRESS has to hold for its clients.

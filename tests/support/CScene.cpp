@@ -12,7 +12,7 @@ CScene::~CScene()
 bool CScene::prepare()
 {
     const QString cDirectory = m_cDirectory.filePath(QStringLiteral("board"));
-    if (!m_cBus.start()) {
+    if (!m_cBus.startUnderPolicy()) {
         m_cError = m_cBus.error();
         return false;
     }

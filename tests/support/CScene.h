@@ -7,7 +7,8 @@
 
 #include <QTemporaryDir>
 
-/// What a system test is played on: a private bus, a virtual board and the daemon, all its own.
+/// What a system test is played on: a private bus with the daemon's policy, a virtual board and the daemon, all its
+/// own.
 ///
 ///     CScene cScene;
 ///     QVERIFY2(cScene.start(), cScene.describe());

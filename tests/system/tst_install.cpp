@@ -1,0 +1,255 @@
+/* What an installation puts in place, and that the bus enforces the policy in it. */
+#include "board/CBoard.h"
+#include "tests/support/CDaemonProcess.h"
+#include "tests/support/CPrivateBus.h"
+#include "tests/support/Timeouts.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <csignal>
+
+#include <grp.h>
+#include <unistd.h>
+
+namespace
+{
+
+const QString POLICY = QStringLiteral("/usr/share/dbus-1/system.d/velmar.haldend.conf");
+const QString INTERFACES = QStringLiteral("/usr/share/dbus-1/interfaces/");
+const QString PROGRAM = QStringLiteral("/usr/sbin/haldend");
+const QString MANUAL = QStringLiteral("/usr/share/man/man8/haldend.8");
+
+/// Users and groups that every Debian has and that have nothing to do with each other, in the place of
+/// haldend's, which exist only where the daemon is at home.
+const QString SOMEBODY = QStringLiteral("nobody");
+const QString OWNER = QStringLiteral("games");
+const QString GROUP = QStringLiteral("news");
+
+const QString GRANTED = QStringLiteral("granted");
+const QString REFUSED = QStringLiteral("refused");
+
+/// Runs to its end. The exit status, -1 if that can't be had.
+int run(QProcess& rcProcess, const QStringList& rcCommand)
+{
+    rcProcess.setProcessChannelMode(QProcess::MergedChannels);
+    rcProcess.start(rcCommand.first(), rcCommand.mid(1));
+    if (!rcProcess.waitForFinished(TIMEOUT_PROCESS_MS) || rcProcess.exitStatus() != QProcess::NormalExit)
+        return -1;
+    return rcProcess.exitCode();
+}
+
+QByteArray contents(const QString& rcFile)
+{
+    QFile cFile(rcFile);
+    return cFile.open(QIODevice::ReadOnly) ? cFile.readAll() : QByteArray();
+}
+
+} // namespace
+
+class TestInstall : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void puts_these_files_in_place();
+    void files_are_those_of_the_project_data();
+    void files_are_those_of_the_project();
+    void the_program_runs();
+    void the_manual_page_is_well_formed();
+    void the_policy_is_enforced_data();
+    void the_policy_is_enforced();
+
+private:
+    QString installed(const QString& rcFile) const { return m_cRoot.path() + rcFile; }
+
+    QTemporaryDir m_cRoot;
+};
+
+static QStringList interfaceFiles()
+{
+    return QDir(QStringLiteral(HALDEND_INTERFACE_DIR)).entryList({QStringLiteral("*.xml")});
+}
+
+static QStringList registerFiles()
+{
+    return {QStringLiteral("fpga.cnf"), QStringLiteral("lime.cnf"), QStringLiteral("saa7113.cnf"),
+            QStringLiteral("saa7129.cnf")};
+}
+
+void TestInstall::initTestCase()
+{
+    QProcess cProcess;
+    QProcessEnvironment cEnvironment = QProcessEnvironment::systemEnvironment();
+    cEnvironment.insert(QStringLiteral("DESTDIR"), m_cRoot.path());
+    cProcess.setProcessEnvironment(cEnvironment);
+    const int iStatus =
+        run(cProcess, {QStringLiteral(CMAKE_PROGRAM), QStringLiteral("--install"), QStringLiteral(BUILD_TREE),
+                       QStringLiteral("--prefix"), QStringLiteral("/usr")});
+    QVERIFY2(iStatus == 0, cProcess.readAll());
+}
+
+void TestInstall::puts_these_files_in_place()
+{
+    QStringList cExpected{PROGRAM, MANUAL, POLICY};
+    for (const QString& rcName : registerFiles())
+        cExpected << QStringLiteral(BOARD_CNFS_FIXED "/") + rcName;
+    QVERIFY(interfaceFiles().size() >= 2);
+    for (const QString& rcName : interfaceFiles())
+        cExpected << INTERFACES + rcName;
+    QStringList cFound;
+    QDirIterator cIterator(m_cRoot.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (cIterator.hasNext())
+        cFound << cIterator.next().mid(m_cRoot.path().size());
+    cExpected.sort();
+    cFound.sort();
+    QCOMPARE(cFound, cExpected);
+}
+
+void TestInstall::files_are_those_of_the_project_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("source");
+    const QString cPackaging = QStringLiteral(PACKAGING_DIR "/");
+    QTest::newRow("policy") << POLICY << cPackaging + "velmar.haldend.conf";
+    QTest::newRow("manual page") << MANUAL << cPackaging + "haldend.8";
+    for (const QString& rcName : registerFiles())
+        QTest::newRow(qPrintable(rcName))
+            << QStringLiteral(BOARD_CNFS_FIXED "/") + rcName << cPackaging + "cnfs/" + rcName;
+    for (const QString& rcName : interfaceFiles())
+        QTest::newRow(qPrintable(rcName))
+            << INTERFACES + rcName << QStringLiteral(HALDEND_INTERFACE_DIR "/") + rcName;
+}
+
+void TestInstall::files_are_those_of_the_project()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, source);
+    QVERIFY(!contents(source).isEmpty());
+    QCOMPARE(contents(installed(file)), contents(source));
+    const QFile::Permissions cReadable = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+    QCOMPARE(QFile::permissions(installed(file)) & cReadable, cReadable);
+}
+
+void TestInstall::the_program_runs()
+{
+    QProcess cProcess;
+    QCOMPARE(run(cProcess, {installed(PROGRAM), QStringLiteral("-h")}), 0);
+    QVERIFY(cProcess.readAll().startsWith("Usage: haldend"));
+}
+
+void TestInstall::the_manual_page_is_well_formed()
+{
+    QProcess cProcess;
+    const int iStatus = run(cProcess, {QStringLiteral("mandoc"), QStringLiteral("-T"), QStringLiteral("lint"),
+                                       QStringLiteral("-W"), QStringLiteral("warning"), installed(MANUAL)});
+    QVERIFY2(iStatus == 0, cProcess.readAll());
+}
+
+// A request is what a client has to say to dbus-send.
+
+static QStringList callOf(const char* pszPath, const char* pszMember)
+{
+    return {QStringLiteral("--dest=velmar.haldend"), QLatin1String(pszPath), QLatin1String(pszMember)};
+}
+
+/// A row for each client that this test can play. bOwner: the user haldend may; bMember: members of its group may.
+static void addRows(const char* pszWhat, const QStringList& rcRequest, bool bOwner, bool bMember)
+{
+    const auto cAdd = [&](const char* pszClient, bool bGranted) {
+        QTest::addRow("%s %s", pszClient, pszWhat)
+            << pszClient << rcRequest << (bGranted ? GRANTED : REFUSED);
+    };
+    cAdd("root", true);
+    if (geteuid() == 0) {
+        cAdd("somebody", false);
+        cAdd("owner", bOwner);
+        cAdd("member", bMember);
+    } else {
+        cAdd("owner and member", bOwner || bMember);
+    }
+}
+
+void TestInstall::the_policy_is_enforced_data()
+{
+    QTest::addColumn<QString>("client");
+    QTest::addColumn<QStringList>("request");
+    QTest::addColumn<QString>("answer");
+    if (geteuid() != 0)
+        qInfo("Not root, so strangers can't be played: this user takes the places of root and of haldend.");
+    addRows("owns the name",
+            {"--dest=org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.RequestName",
+             "string:velmar.haldend", "uint32:4"},
+            true, false);
+    addRows("calls", callOf("/videodisplay", "velmar.haldend.videodisplay.get_displayed_video_width"), false,
+            true);
+    addRows("introspects", callOf("/videodisplay", "org.freedesktop.DBus.Introspectable.Introspect"), false,
+            true);
+    // Service staff's object, by its interface and by others.
+    addRows("debugs", callOf("/debug", "velmar.haldend.debug.fpga_disable_video_restore"), false, false);
+    addRows("introspects debug", callOf("/debug", "org.freedesktop.DBus.Introspectable.Introspect"), false,
+            false);
+    addRows("asks debug for properties",
+            callOf("/debug", "org.freedesktop.DBus.Properties.GetAll")
+                << QStringLiteral("string:velmar.haldend.debug"),
+            false, false);
+}
+
+/// The policy for a client that this test can play, and the command that plays it.
+static QStringList play(const QString& rcClient, CPrivateBus::SPolicy& rsPolicy)
+{
+    if (geteuid() == 0) {
+        rsPolicy.cUser = OWNER;
+        rsPolicy.cGroup = GROUP;
+        if (rcClient == QLatin1String("root"))
+            return {};
+        const QString cUser = rcClient == QLatin1String("owner") ? OWNER : SOMEBODY;
+        const QString cGroup = rcClient == QLatin1String("member") ? GROUP : QStringLiteral("nogroup");
+        return {QStringLiteral("setpriv"), QStringLiteral("--reuid=") + cUser,
+                QStringLiteral("--regid=") + cGroup, QStringLiteral("--clear-groups")};
+    }
+    if (rcClient != QLatin1String("root")) {
+        rsPolicy.cUser = rsPolicy.cRoot;
+        rsPolicy.cGroup = QString::fromLocal8Bit(getgrgid(getegid())->gr_name);
+        rsPolicy.cRoot.clear();
+    }
+    return {};
+}
+
+void TestInstall::the_policy_is_enforced()
+{
+    QFETCH(QString, client);
+    QFETCH(QStringList, request);
+    QFETCH(QString, answer);
+    CPrivateBus::SPolicy sPolicy;
+    sPolicy.cFile = installed(POLICY);
+    QStringList cCommand = play(client, sPolicy);
+    CPrivateBus cBus;
+    QVERIFY2(cBus.startUnderPolicy(sPolicy), qPrintable(cBus.error()));
+    const QTemporaryDir cDirectory;
+    const QString cBoard = cDirectory.filePath(QStringLiteral("board"));
+    QString cError;
+    QVERIFY2(CBoard::create(cBoard, cError), qPrintable(cError));
+    CDaemonProcess cDaemon;
+    cDaemon.setBusAddress(cBus.address());
+    cDaemon.useBoard(cBoard);
+    QVERIFY2(cDaemon.startAndWaitForName(), cDaemon.describe());
+
+    QProcess cClient;
+    cCommand << QStringLiteral("dbus-send") << QStringLiteral("--bus=") + cBus.address()
+             << QStringLiteral("--print-reply");
+    const int iStatus = run(cClient, cCommand + request);
+    const QByteArray cSaid = cClient.readAll();
+    QVERIFY2((iStatus == 0) == (answer == GRANTED), cSaid);
+    QCOMPARE(cSaid.contains("org.freedesktop.DBus.Error.AccessDenied"), answer == REFUSED);
+    QVERIFY(cDaemon.endBySignal(SIGTERM));
+    QCOMPARE(cDaemon.exitCode(), 0);
+}
+
+QTEST_GUILESS_MAIN(TestInstall)
+#include "tst_install.moc"
