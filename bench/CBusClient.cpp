@@ -4,7 +4,6 @@
 #include "bench/CProcess.h"
 #include "bench/Timeouts.h"
 
-#include <cstdarg>
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
@@ -157,15 +156,16 @@ int CBusClient::get(const std::string& rcName, const char* pszObject, const char
     return iValue;
 }
 
-void CBusClient::send(const std::string& rcName, const char* pszObject, const char* pszMethod,
-                      const char* pszTypes, ...)
+sd_bus_message* CBusClient::newOneWay(const std::string& rcName, const char* pszObject, const char* pszMethod)
 {
-    const CMessage cCall = newCall(m_pcBus, rcName, pszObject, pszMethod);
+    CMessage cCall = newCall(m_pcBus, rcName, pszObject, pszMethod);
     checked(sd_bus_message_set_expect_reply(cCall.get(), 0), pszMethod);
-    va_list psArguments;
-    va_start(psArguments, pszTypes);
-    const int iResult = sd_bus_message_appendv(cCall.get(), pszTypes, psArguments);
-    va_end(psArguments);
-    checked(iResult, pszMethod);
-    checked(sd_bus_send(m_pcBus, cCall.get(), nullptr), pszMethod);
+    return cCall.release();
+}
+
+void CBusClient::sendOneWay(sd_bus_message* pcCall, int iAppended)
+{
+    const CMessage cCall(pcCall);
+    checked(iAppended, sd_bus_message_get_member(pcCall));
+    checked(sd_bus_send(m_pcBus, pcCall, nullptr), sd_bus_message_get_member(pcCall));
 }

@@ -32,10 +32,20 @@ public:
 
     /// Sends a call that expects no reply, and doesn't wait. Types and arguments are those of
     /// sd_bus_message_append().
+    template <typename... TArguments>
     void send(const std::string& rcName, const char* pszObject, const char* pszMethod, const char* pszTypes,
-              ...);
+              TArguments... arguments)
+    {
+        sd_bus_message* pcCall = newOneWay(rcName, pszObject, pszMethod);
+        sendOneWay(pcCall, sd_bus_message_append(pcCall, pszTypes, arguments...));
+    }
 
 private:
+    sd_bus_message* newOneWay(const std::string& rcName, const char* pszObject, const char* pszMethod);
+
+    /// Sends a message that newOneWay() gave and releases it. iAppended is how filling it went.
+    void sendOneWay(sd_bus_message* pcCall, int iAppended);
+
     sd_bus* m_pcBus;
 };
 

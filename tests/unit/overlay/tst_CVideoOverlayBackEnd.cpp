@@ -131,7 +131,7 @@ void TestCVideoOverlayBackEnd::making_and_unmaking_it_touches_no_hardware()
     m_pcBackEnd->drawText(cText);
     m_pcPage->take();
     m_pcBackEnd.reset();
-    CVideoOverlayBackEnd();
+    const CVideoOverlayBackEnd cAnother;
     QCOMPARE(m_pcPage->take(), fpga_accesses());
 }
 
@@ -826,7 +826,7 @@ void TestCVideoOverlayBackEnd::unsupported_operations_say_so()
 
 void TestCVideoOverlayBackEnd::all_unsupported_operations_are_listed()
 {
-#define COUNTED(operation, parameters, arguments) +1
+#define COUNTED(operation, parameters, arguments) +1 // NOLINT(bugprone-macro-parentheses)
     QCOMPARE(0 OVERLAY_UNSUPPORTED_OPERATIONS(COUNTED, COUNTED), 37);
 #undef COUNTED
 }

@@ -86,6 +86,7 @@ public:
     unsigned int getMaxTextLineWidth() const override { return 77; }
     unsigned int getMaxTextLineCount() const override { return 33; }
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the arguments bring theirs.
 #define NOTED(operation, parameters, arguments) \
     void operation parameters override          \
     {                                           \
@@ -93,6 +94,7 @@ public:
     }
     OVERLAY_UNSUPPORTED_OPERATIONS(NOTED, NOTED)
 #undef NOTED
+    // NOLINTEND(bugprone-macro-parentheses)
 
 private:
     QStringList m_cCalls;
