@@ -33,9 +33,9 @@ void stopped_clock::advance(long seconds)
 
 extern "C" {
 
-int gettimeofday(timeval* time, void* /*zone*/) noexcept
+int gettimeofday(timeval* __tv, void* /*__tz*/) noexcept
 {
-    *time = stopped ? now : real_time();
+    *__tv = stopped ? now : real_time();
     return 0;
 }
 }
