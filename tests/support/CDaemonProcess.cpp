@@ -182,7 +182,7 @@ QStringList CDaemonProcess::unexpectedOutput()
 
 QStringList CDaemonProcess::takeUnexpectedOutput()
 {
-    const QStringList cLines = unexpectedOutput();
+    QStringList cLines = unexpectedOutput();
     m_iTakenLines += cLines.size();
     return cLines;
 }
