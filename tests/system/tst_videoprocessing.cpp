@@ -296,7 +296,8 @@ void TestVideoProcessing::a_file_that_does_not_grow_ends_the_recording()
     QCOMPARE(call("start_video_recording", file("film.ts")), OK);
     QTRY_COMPARE_WITH_TIMEOUT(m_cSignals, QStringList{QStringLiteral("video_recording_error 1")},
                               TIMEOUT_PROCESS_MS);
-    QTRY_COMPARE(m_pcScene->board().codecCalls().value(1), QStringLiteral("/Record stop interface=- no-reply"));
+    QTRY_COMPARE(m_pcScene->board().codecCalls().value(1),
+                 QStringLiteral("/Record stop interface=- no-reply"));
     QCOMPARE(call("stop_video_recording"), INVALID_STATE);
 }
 
