@@ -7,11 +7,41 @@
 #include <exception>
 #include <iostream>
 
+#include <getopt.h>
+
 bool parseNumber(const char* pszText, int iMin, int iMax, int& riNumber)
 {
     const char* pszEnd = pszText + strlen(pszText);
     const auto [pszStop, eError] = std::from_chars(pszText, pszEnd, riNumber);
     return eError == std::errc() && pszStop == pszEnd && riNumber >= iMin && riNumber <= iMax;
+}
+
+int parseOptions(int iCount, char** ppszArguments, const std::vector<SBenchOption>& rcOptions,
+                 void (*pfnPrintUsage)(std::ostream&))
+{
+    const int HELP = 'h';
+    const int FIRST = 256; // behind all characters, '?' among them
+    std::vector<option> cOptions;
+    for (const SBenchOption& rsOption : rcOptions)
+        cOptions.push_back(
+            {rsOption.pszName, required_argument, nullptr, FIRST + static_cast<int>(cOptions.size())});
+    cOptions.push_back({"help", no_argument, nullptr, HELP});
+    cOptions.push_back({nullptr, 0, nullptr, 0});
+
+    bool bGood = true;
+    int iOption = 0;
+    while ((iOption = getopt_long(iCount, ppszArguments, "", cOptions.data(), nullptr)) != -1) {
+        if (iOption == HELP) {
+            pfnPrintUsage(std::cout);
+            return 0;
+        }
+        bGood =
+            bGood && iOption >= FIRST && rcOptions[static_cast<std::size_t>(iOption - FIRST)].cTake(optarg);
+    }
+    if (bGood && optind == iCount)
+        return -1;
+    pfnPrintUsage(std::cerr);
+    return 2;
 }
 
 int runBench(const char* pszProgram, const std::function<void()>& rcWork)

@@ -4,6 +4,8 @@
 #define HALDEND_BENCH_BENCHPROGRAM_H
 
 #include <functional>
+#include <iosfwd>
+#include <vector>
 
 const int WARM_UP_ROUNDS = 5; // measured, and dropped
 
@@ -13,6 +15,16 @@ const int ROUNDS_MAX = 100000;
 
 /// A decimal number from iMin to iMax, and nothing behind it. Returns false for anything else.
 bool parseNumber(const char* pszText, int iMin, int iMax, int& riNumber);
+
+/// An option with an argument, and what takes it: false if it is of no use.
+struct SBenchOption {
+    const char* pszName;
+    std::function<bool(const char*)> cTake;
+};
+
+/// Reads the options, and --help besides. Gives the status to end with, or -1 to go on.
+int parseOptions(int iCount, char** ppszArguments, const std::vector<SBenchOption>& rcOptions,
+                 void (*pfnPrintUsage)(std::ostream&));
 
 /// Does the work and returns the exit status: 0 when it is done and all of it printed, 1 after an exception,
 /// which is told on standard error, and 128 + n after the signal n.

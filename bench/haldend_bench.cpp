@@ -10,8 +10,6 @@
 
 #include <iostream>
 
-#include <getopt.h>
-
 namespace
 {
 
@@ -56,38 +54,6 @@ void printUsage(std::ostream& rcStream)
                 "Exit status: 0 measured, whatever came out; 1 not measured; 2 wrong options.\n";
 }
 
-// Gives the status to end with, or -1 to go on.
-int parseOptions(int iCount, char** ppszArguments, SOptions& rsOptions)
-{
-    const option sOptions[] = {
-        {"rounds", required_argument, nullptr, 'r'},
-        {"calls",  required_argument, nullptr, 'c'},
-        {"help",   no_argument,       nullptr, 'h'},
-        {nullptr,  0,                 nullptr, 0  }
-    };
-    bool bGood = true;
-    int iOption = 0;
-    while ((iOption = getopt_long(iCount, ppszArguments, "", sOptions, nullptr)) != -1) {
-        switch (iOption) {
-        case 'r':
-            bGood = bGood && parseNumber(optarg, ROUNDS_MIN, ROUNDS_MAX, rsOptions.iRounds);
-            break;
-        case 'c':
-            bGood = bGood && parseNumber(optarg, CALLS_MIN, CALLS_MAX, rsOptions.iCalls);
-            break;
-        case 'h':
-            printUsage(std::cout);
-            return 0;
-        default:
-            bGood = false;
-        }
-    }
-    if (bGood && optind == iCount)
-        return -1;
-    printUsage(std::cerr);
-    return 2;
-}
-
 CRoundStatistics measure(const SOptions& rsOptions)
 {
     CScene cScene;
@@ -121,7 +87,17 @@ void print(const CRoundStatistics& rcStatistics, const SOptions& rsOptions)
 int main(int iCount, char** ppszArguments)
 {
     SOptions sOptions;
-    const int iStatus = parseOptions(iCount, ppszArguments, sOptions);
+    const std::vector<SBenchOption> cOptions = {
+        {"rounds",
+         [&sOptions](const char* pszText) {
+             return parseNumber(pszText, ROUNDS_MIN, ROUNDS_MAX, sOptions.iRounds);
+         }},
+        {"calls",
+         [&sOptions](const char* pszText) {
+             return parseNumber(pszText, CALLS_MIN, CALLS_MAX, sOptions.iCalls);
+         }},
+    };
+    const int iStatus = parseOptions(iCount, ppszArguments, cOptions, printUsage);
     if (iStatus != -1)
         return iStatus;
 

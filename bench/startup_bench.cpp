@@ -9,8 +9,6 @@
 
 #include <iostream>
 
-#include <getopt.h>
-
 namespace
 {
 
@@ -48,34 +46,6 @@ void printUsage(std::ostream& rcStream)
                 "Exit status: 0 measured, whatever came out; 1 not measured; 2 wrong options.\n";
 }
 
-// Gives the status to end with, or -1 to go on.
-int parseOptions(int iCount, char** ppszArguments, SOptions& rsOptions)
-{
-    const option sOptions[] = {
-        {"rounds", required_argument, nullptr, 'r'},
-        {"help",   no_argument,       nullptr, 'h'},
-        {nullptr,  0,                 nullptr, 0  }
-    };
-    bool bGood = true;
-    int iOption = 0;
-    while ((iOption = getopt_long(iCount, ppszArguments, "", sOptions, nullptr)) != -1) {
-        switch (iOption) {
-        case 'r':
-            bGood = bGood && parseNumber(optarg, ROUNDS_MIN, ROUNDS_MAX, rsOptions.iRounds);
-            break;
-        case 'h':
-            printUsage(std::cout);
-            return 0;
-        default:
-            bGood = false;
-        }
-    }
-    if (bGood && optind == iCount)
-        return -1;
-    printUsage(std::cerr);
-    return 2;
-}
-
 void measure(const SOptions& rsOptions)
 {
     CStage cStage;
@@ -105,7 +75,13 @@ void measure(const SOptions& rsOptions)
 int main(int iCount, char** ppszArguments)
 {
     SOptions sOptions;
-    const int iStatus = parseOptions(iCount, ppszArguments, sOptions);
+    const std::vector<SBenchOption> cOptions = {
+        {"rounds",
+         [&sOptions](const char* pszText) {
+             return parseNumber(pszText, ROUNDS_MIN, ROUNDS_MAX, sOptions.iRounds);
+         }},
+    };
+    const int iStatus = parseOptions(iCount, ppszArguments, cOptions, printUsage);
     if (iStatus != -1)
         return iStatus;
 
