@@ -22,6 +22,7 @@ int parseOptions(int iCount, char** ppszArguments, const std::vector<SBenchOptio
     const int HELP = 'h';
     const int FIRST = 256; // behind all characters, '?' among them
     std::vector<option> cOptions;
+    cOptions.reserve(rcOptions.size() + 2);
     for (const SBenchOption& rsOption : rcOptions)
         cOptions.push_back(
             {rsOption.pszName, required_argument, nullptr, FIRST + static_cast<int>(cOptions.size())});
