@@ -94,7 +94,8 @@ void TestCOverlayObjectManager::a_new_text_has_its_defaults()
     QCOMPARE(int{rcText.getY()}, 0);
 
     const COverlayTextStateData* pcState = m_pcManager->getTextObjectStateData(rcText);
-    QVERIFY(pcState != nullptr);
+    if (!pcState)
+        QFAIL("a new text has no state");
     QVERIFY(!pcState->isVisible());
     QCOMPARE(pcState->getTextId(), 0U);
 }
