@@ -5,7 +5,6 @@
  */
 #include "board/CGlyphSheet.h"
 #include "board/SentencePages.h"
-#include "board/still_image_demo.h"
 #include "fpga/box.h"
 #include "fpga/cursor.h"
 #include "fpga/font.h"
@@ -159,12 +158,9 @@ void prepareOverlay(screen& rsScreen)
 
 int usage()
 {
-    std::fputs("Usage: halden-demo SCENE\n       halden-demo COMMAND FILE\n\n", stderr);
+    std::fputs("Usage: halden-demo SCENE\n\n", stderr);
     for (const SScene& rsScene : SCENES)
         std::fprintf(stderr, "  %-10s %s\n", rsScene.pszName, rsScene.pszHelp);
-    std::fputs("\n", stderr);
-    for (const SImageCommand* psCommand = IMAGE_COMMANDS; psCommand->pszName != nullptr; ++psCommand)
-        std::fprintf(stderr, "  %-10s %s\n", psCommand->pszName, psCommand->pszHelp);
     std::fputs("\nThe board is the directory given by HALDEN_BOARD; the board library has to be preloaded.\n",
                stderr);
     return 2;
@@ -186,17 +182,6 @@ int showScene(const SScene& rsScene)
     return 0;
 }
 
-int workOnImage(const SImageCommand& rsCommand, const char* pszFile)
-{
-    if (!openBoard())
-        return 1;
-    screen sScreen = {};
-    init_screen(&sScreen, nullptr);
-    const bool bDone = rsCommand.pfnDo(QString::fromLocal8Bit(pszFile));
-    destroy_fpga_framebuffer();
-    return bDone ? 0 : 1;
-}
-
 } // namespace
 
 int main(int argc, char* argv[])
@@ -204,8 +189,5 @@ int main(int argc, char* argv[])
     for (const SScene& rsScene : SCENES)
         if (argc == 2 && std::strcmp(rsScene.pszName, argv[1]) == 0)
             return showScene(rsScene);
-    for (const SImageCommand* psCommand = IMAGE_COMMANDS; psCommand->pszName != nullptr; ++psCommand)
-        if (argc == 3 && std::strcmp(psCommand->pszName, argv[1]) == 0)
-            return workOnImage(*psCommand, argv[2]);
     return usage();
 }

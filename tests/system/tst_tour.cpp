@@ -1,8 +1,10 @@
 /* The tour of ./run --once, step by step, each picture against its golden one. */
 #include "tests/golden.h"
+#include "tests/support/CCodecProcess.h"
 #include "tests/support/CScene.h"
 #include "tests/support/Timeouts.h"
 
+#include <QDBusMessage>
 #include <QFile>
 #include <QHash>
 #include <QProcess>
@@ -12,6 +14,14 @@
 class TestTour : public QObject
 {
     Q_OBJECT
+
+public slots:
+    void onSignal(const QDBusMessage& rcMessage)
+    {
+        m_cSignals << QStringLiteral("%1 %2 %3")
+                          .arg(rcMessage.path().mid(1), rcMessage.member(),
+                               rcMessage.arguments().value(0).toString());
+    }
 
 private slots:
     void initTestCase();
@@ -26,13 +36,23 @@ private:
     void compare(const QString& rcName);
 
     CScene m_cScene;
+    CCodecProcess m_cCodec;
+    QStringList m_cSignals;
     QTemporaryDir m_cPictures;
     QHash<QString, QImage> m_acPictures;
+    QImage m_cShot;
 };
 
 void TestTour::initTestCase()
 {
+    QVERIFY2(m_cScene.prepare(), m_cScene.describe());
+    QVERIFY2(m_cCodec.start(m_cScene.bus().address(), m_cScene.board().directory()), m_cCodec.describe());
     QVERIFY2(m_cScene.start(), m_cScene.describe());
+    for (const char* pszObject : {"videooverlay", "videoprocessing"})
+        QVERIFY(m_cScene.daemon().client().connect(QStringLiteral("velmar.haldend"),
+                                                   QStringLiteral("/%1").arg(pszObject),
+                                                   QStringLiteral("velmar.haldend.%1").arg(pszObject),
+                                                   QString(), this, SLOT(onSignal(QDBusMessage))));
 }
 
 void TestTour::cleanupTestCase()
@@ -59,8 +79,6 @@ QByteArray TestTour::run(const QString& rcProgram, const QStringList& rcArgument
     QProcess cProcess;
     QProcessEnvironment cEnvironment = QProcessEnvironment::systemEnvironment();
     cEnvironment.insert(QStringLiteral(BOARD_VARIABLE), m_cScene.board().directory());
-    if (rcProgram.endsWith(QLatin1String("halden-demo")))
-        cEnvironment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(HALDEND_BOARD_PRELOAD));
     cProcess.setProcessEnvironment(cEnvironment);
     cProcess.start(rcProgram, rcArguments);
     if (!cProcess.waitForFinished(TIMEOUT_PROCESS_MS) || cProcess.exitCode() != 0)
@@ -100,7 +118,8 @@ void TestTour::steps()
     QFETCH(QString, step);
     const QString cCommand = step.section(QLatin1Char(' '), 0, 0);
     const QString cRest = step.section(QLatin1Char(' '), 1);
-    const QStringList cArguments = QProcess::splitCommand(cRest.section(QStringLiteral(" = "), 0, 0));
+    QStringList cArguments = QProcess::splitCommand(cRest.section(QStringLiteral(" = "), 0, 0));
+    cArguments.replaceInStrings(QStringLiteral("$pictures"), m_cPictures.path());
     if (cCommand == QLatin1String("call")) {
         const QByteArray cAnswer = call(cArguments);
         QVERIFY2(!cAnswer.startsWith("failed"), cAnswer.constData());
@@ -110,14 +129,16 @@ void TestTour::steps()
     } else if (cCommand == QLatin1String("board")) {
         const QByteArray cAnswer = run(QStringLiteral(HALDEND_BOARD_TOOL), cArguments);
         QVERIFY2(!cAnswer.startsWith("failed"), cAnswer.constData());
-    } else if (cCommand == QLatin1String("demo")) {
-        const QByteArray cAnswer = run(QStringLiteral(HALDEND_BOARD_DEMO),
-                                       {cArguments.value(0), m_cPictures.filePath(cArguments.value(1))});
-        QVERIFY2(!cAnswer.startsWith("failed"), cAnswer.constData());
+    } else if (cCommand == QLatin1String("signal")) {
+        QTRY_VERIFY_WITH_TIMEOUT(m_cSignals.contains(cRest), TIMEOUT_PROCESS_MS);
+        m_cSignals = m_cSignals.mid(m_cSignals.indexOf(cRest) + 1);
     } else if (cCommand == QLatin1String("set")) {
         setField(cArguments.value(0), cArguments.value(1), cArguments.value(2));
     } else if (cCommand == QLatin1String("picture")) {
         compare(cRest);
+    } else if (cCommand == QLatin1String("shot")) {
+        QTRY_VERIFY_WITH_TIMEOUT(m_cScene.board().picture() != m_cShot, TIMEOUT_CALL_MS);
+        m_cShot = m_cScene.board().picture();
     } else if (cCommand == QLatin1String("until")) {
         QTRY_VERIFY_WITH_TIMEOUT(m_cScene.board().picture() == m_acPictures.value(cRest), TIMEOUT_CALL_MS);
     } else {
