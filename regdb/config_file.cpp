@@ -32,7 +32,6 @@ void set_all_regs_from_config(const chip_regs* chip)
     config_setting_t* root = config_mirror_root(chip);
     if (root == nullptr)
         return;
-    /* Setting a field can add to the root, behind what is being walked: what the file named comes first. */
     const unsigned int count = static_cast<unsigned int>(config_setting_length(root));
     for (unsigned int i = 0; i < count; ++i)
         set_reg_by_name_from_config_setting(chip, config_setting_get_elem(root, i));
@@ -42,11 +41,16 @@ void set_reg_by_name_from_config_setting(const chip_regs* chip, config_setting_t
 {
     if (config_setting_is_group(group) == CONFIG_FALSE || config_setting_name(group) == nullptr)
         return;
+    reg_bf_group* reg = search_reg_bf_group_by_name(chip, config_setting_name(group));
+    if (reg == nullptr)
+        return;
+    /* The configuration holds these values already: they come from there. */
     const unsigned int count = static_cast<unsigned int>(config_setting_length(group));
     for (unsigned int i = 0; i < count; ++i) {
-        config_setting_t* member = config_setting_get_elem(group, i);
-        set_bitfield_by_name(chip, config_setting_name(group), config_setting_name(member),
-                             static_cast<uint32_t>(config_setting_get_int(member)));
+        const config_setting_t* member = config_setting_get_elem(group, i);
+        reg_bf* bf = search_reg_bf_by_name(reg, config_setting_name(member));
+        if (bf != nullptr)
+            set_bitfield(reg, bf, static_cast<uint32_t>(config_setting_get_int(member)));
     }
 }
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 
 #include <sys/stat.h>
 
@@ -24,19 +25,19 @@ static bool is_regular_or_absent(const std::string& path)
 /* Where in a line the name of the file begins that it includes; npos if it includes none. As the library reads it,
  * the directive begins its line. Lines in comments count as well, which refuses more than the library would fail
  * on, and never less. */
-static size_t name_in_include(const std::string& line)
+static size_t name_in_include(std::string_view line)
 {
-    static const std::string directive = "@include";
+    static const std::string_view directive = "@include";
     size_t at = line.find_first_not_of(BLANKS);
-    if (at == std::string::npos || line.compare(at, directive.size(), directive) != 0)
-        return std::string::npos;
+    if (at == std::string_view::npos || line.compare(at, directive.size(), directive) != 0)
+        return std::string_view::npos;
     at = line.find_first_not_of(BLANKS, at + directive.size());
-    return at != std::string::npos && line[at] == '"' ? at + 1 : std::string::npos;
+    return at != std::string_view::npos && line[at] == '"' ? at + 1 : std::string_view::npos;
 }
 
 /* The name up to its closing quote, a backslash before what is meant as it stands. Nothing if it isn't closed in
  * its line, or has a byte 0 in it: the library reads on behind both, and might come to a name that we don't see. */
-static std::optional<std::string> quoted_name(const std::string& line, size_t at)
+static std::optional<std::string> quoted_name(std::string_view line, size_t at)
 {
     std::string name;
     for (; at < line.size() && line[at] != '"'; ++at) {
@@ -51,12 +52,12 @@ static std::optional<std::string> quoted_name(const std::string& line, size_t at
 
 static bool is_safe(const std::string& path, std::set<std::string>* seen);
 
-static bool is_safe_line(const std::string& line, std::set<std::string>* seen)
+static bool is_safe_line(std::string_view line, std::set<std::string>* seen)
 {
     if (line.size() > LONGEST_LINE)
         return false;
     const size_t at = name_in_include(line);
-    if (at == std::string::npos)
+    if (at == std::string_view::npos)
         return true;
     const std::optional<std::string> included = quoted_name(line, at);
     return included && is_safe(*included, seen);
@@ -70,7 +71,7 @@ static bool has_safe_lines(FILE* file, std::set<std::string>* seen)
     bool safe = true;
     for (ssize_t length; safe && (length = getline(&line, &capacity, file)) != -1;) {
         const bool ended = line[length - 1] == '\n';
-        safe = is_safe_line(std::string(line, static_cast<size_t>(length) - (ended ? 1 : 0)), seen);
+        safe = is_safe_line(std::string_view(line, static_cast<size_t>(length) - (ended ? 1 : 0)), seen);
     }
     free(line);
     return safe && ferror(file) == 0;

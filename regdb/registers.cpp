@@ -75,6 +75,14 @@ int get_bitfield_by_name(const chip_regs* chip, const char* reg_name, const char
     return 1;
 }
 
+void set_bitfield(reg_bf_group* reg, reg_bf* bf, uint32_t value)
+{
+    bf->value = value;
+    make_reg_value(reg);
+    make_bitfield_value(reg);
+    reg->valid = 1;
+}
+
 int set_bitfield_by_name(const chip_regs* chip, const char* reg_name, const char* bf_name, uint32_t value)
 {
     reg_bf_group* reg = search_reg_bf_group_by_name(chip, reg_name);
@@ -82,10 +90,7 @@ int set_bitfield_by_name(const chip_regs* chip, const char* reg_name, const char
     if (bf == nullptr)
         return -1;
     config_mirror_set(config_mirror_group(chip, reg_name), bf_name, value);
-    bf->value = value;
-    make_reg_value(reg);
-    make_bitfield_value(reg);
-    reg->valid = 1;
+    set_bitfield(reg, bf, value);
     return 1;
 }
 

@@ -37,8 +37,11 @@ void make_bitfield_value(struct reg_bf_group* reg);
 int get_bitfield_by_name(const struct chip_regs* chip, const char* reg_name, const char* bf_name,
                          uint32_t* out);
 
-/* Sets a field in the configuration, as given, and in the table; the register is composed and split again, which
- * cuts every field to its length, and becomes valid. The chip is not written. Returns 1, or -1. */
+/* Sets a field of a register in the table; the register is composed and split again, which cuts every field to its
+ * length, and becomes valid. Configuration and chip stay as they are. */
+void set_bitfield(struct reg_bf_group* reg, struct reg_bf* bf, uint32_t value);
+
+/* The same by name, and in the configuration, as given. The chip is not written. Returns 1, or -1. */
 int set_bitfield_by_name(const struct chip_regs* chip, const char* reg_name, const char* bf_name,
                          uint32_t value);
 
