@@ -14,8 +14,10 @@ class CBareVideoOverlay : public QObject
     Q_OBJECT
 
 public:
-    /// The FPGA device may be empty: then nothing is written.
-    explicit CBareVideoOverlay(const char* pszDevice) : m_iDevice(open(pszDevice, O_RDWR | O_CLOEXEC)) {}
+    CBareVideoOverlay(const char* pszDevice, QObject* pcParent)
+        : QObject(pcParent), m_iDevice(open(pszDevice, O_RDWR | O_CLOEXEC))
+    {
+    }
 
 public slots:
     int get_max_text_line_width() { return 53; }

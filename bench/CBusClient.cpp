@@ -13,6 +13,7 @@ namespace
 {
 
 const char* const BUS = "org.freedesktop.DBus";
+const char* const CODEC = "velmar.mobilygen";
 const char* const BUS_PATH = "/org/freedesktop/DBus";
 
 const std::uint64_t MICROSECONDS_TO_CALL = TIMEOUT_CALL_MS * std::uint64_t{1000};
@@ -41,17 +42,6 @@ int checked(int iResult, const char* pszWhat)
         throw std::system_error(-iResult, std::generic_category(), pszWhat);
     }
     return iResult;
-}
-
-CMessage newCall(sd_bus* pcBus, const std::string& rcName, const std::string& rcObject, const char* pszMethod)
-{
-    const std::string cPath = "/" + rcObject;
-    const std::string cInterface = "velmar.haldend." + rcObject;
-    sd_bus_message* pcMessage = nullptr;
-    checked(sd_bus_message_new_method_call(pcBus, &pcMessage, rcName.c_str(), cPath.c_str(),
-                                           cInterface.c_str(), pszMethod),
-            pszMethod);
-    return CMessage(pcMessage);
 }
 
 CMessage call(sd_bus* pcBus, sd_bus_message* pcCall)
@@ -150,22 +140,65 @@ void CBusClient::waitForEndOfName(const std::string& rcName)
 
 int CBusClient::get(const std::string& rcName, const char* pszObject, const char* pszMethod)
 {
-    const CMessage cReply = call(m_pcBus, newCall(m_pcBus, rcName, pszObject, pszMethod).get());
+    return call(rcName, pszObject, pszMethod, "");
+}
+
+void CBusClient::listen(const std::string& rcName, const char* pszObject, const char* pszSignal)
+{
+    const std::string cMatch = "type='signal',sender='" + rcName + "',path='/" + pszObject +
+                               "',interface='velmar.haldend." + pszObject + "',member='" + pszSignal + "'";
+    checked(sd_bus_add_match(m_pcBus, nullptr, cMatch.c_str(), noteSignal, this), pszSignal);
+}
+
+int CBusClient::noteSignal(sd_bus_message* pcSignal, void* pvClient, sd_bus_error* /*psError*/)
+{
     int iValue = 0;
-    checked(sd_bus_message_read(cReply.get(), "i", &iValue), pszMethod);
+    const int iResult = sd_bus_message_read(pcSignal, "i", &iValue);
+    if (iResult > 0)
+        static_cast<CBusClient*>(pvClient)->m_cSignals.push_back(iValue);
+    return iResult;
+}
+
+int CBusClient::waitForSignal()
+{
+    process(m_pcBus);
+    while (m_cSignals.empty()) {
+        if (checked(sd_bus_wait(m_pcBus, MICROSECONDS_TO_CALL), "sd_bus_wait") == 0)
+            throw std::runtime_error("a signal didn't come");
+        process(m_pcBus);
+    }
+    const int iValue = m_cSignals.front();
+    m_cSignals.pop_front();
     return iValue;
 }
 
-sd_bus_message* CBusClient::newOneWay(const std::string& rcName, const char* pszObject, const char* pszMethod)
+sd_bus_message* CBusClient::newCall(const std::string& rcName, const char* pszObject, const char* pszMethod)
 {
-    CMessage cCall = newCall(m_pcBus, rcName, pszObject, pszMethod);
-    checked(sd_bus_message_set_expect_reply(cCall.get(), 0), pszMethod);
-    return cCall.release();
+    const std::string cPath = std::string("/") + pszObject;
+    const std::string cInterface = std::string("velmar.haldend.") + pszObject;
+    sd_bus_message* pcMessage = nullptr;
+    checked(sd_bus_message_new_method_call(m_pcBus, &pcMessage, rcName.c_str(), cPath.c_str(),
+                                           rcName == CODEC ? nullptr : cInterface.c_str(), pszMethod),
+            pszMethod);
+    return pcMessage;
+}
+
+int CBusClient::reply(sd_bus_message* pcCall, int iAppended)
+{
+    const CMessage cCall(pcCall);
+    const char* pszMethod = sd_bus_message_get_member(pcCall);
+    checked(iAppended, pszMethod);
+    const CMessage cReply = ::call(m_pcBus, pcCall);
+    int iValue = 0;
+    if (sd_bus_message_is_empty(cReply.get()) == 0)
+        checked(sd_bus_message_read(cReply.get(), "i", &iValue), pszMethod);
+    return iValue;
 }
 
 void CBusClient::sendOneWay(sd_bus_message* pcCall, int iAppended)
 {
     const CMessage cCall(pcCall);
     checked(iAppended, sd_bus_message_get_member(pcCall));
+    checked(sd_bus_message_set_expect_reply(pcCall, 0), sd_bus_message_get_member(pcCall));
     checked(sd_bus_send(m_pcBus, pcCall, nullptr), sd_bus_message_get_member(pcCall));
 }

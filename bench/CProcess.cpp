@@ -120,6 +120,24 @@ bool CProcess::waitFor(int iDescriptor, int iTimeoutMs) const
     return true;
 }
 
+std::uint64_t CProcess::sleeps() const
+{
+    const std::string cField = "voluntary_ctxt_switches:";
+    std::uint64_t u64Sum = 0;
+    const std::string cTasks = "/proc/" + std::to_string(m_iProcess) + "/task";
+    for (const auto& rcTask : std::filesystem::directory_iterator(cTasks)) {
+        std::ifstream cStatus(rcTask.path() / "status");
+        std::string cWord;
+        while (cStatus >> cWord && cWord != cField) {
+        }
+        std::uint64_t u64Switches = 0;
+        if (!(cStatus >> u64Switches))
+            throw std::runtime_error("the kernel doesn't count how often its threads sleep");
+        u64Sum += u64Switches;
+    }
+    return u64Sum;
+}
+
 std::uint64_t CProcess::cpuTime() const
 {
     std::uint64_t u64Sum = 0;

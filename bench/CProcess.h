@@ -40,6 +40,9 @@ public:
     /// kernel doesn't tell.
     std::uint64_t cpuTime() const;
 
+    /// How often its threads went to sleep so far, and so had to be woken up.
+    std::uint64_t sleeps() const;
+
     /// Memory that is there at the moment, shared or not, in kilobytes.
     struct SMemory {
         std::uint64_t u64Below;     ///< of mapped files below a directory

@@ -17,25 +17,30 @@ SProgram daemonProgram(const CVirtualBoard& rcBoard)
     };
 }
 
-SProgram referenceProgram(const std::string& rcBusName, const std::string& rcPath)
+SProgram bareQtProgram(const std::string& rcBusName, const std::vector<std::string>& rcRole = {})
 {
-    return {
-        rcBusName, {rcPath, rcBusName}
-    };
+    std::vector<std::string> cArguments = {BENCH_BARE_QT_SERVICE, rcBusName};
+    cArguments.insert(cArguments.end(), rcRole.begin(), rcRole.end());
+    return {rcBusName, cArguments};
 }
 
 SProgram program(EService eService, const CVirtualBoard& rcBoard)
 {
     switch (eService) {
     case eBareQt:
-        return referenceProgram("velmar.bench.qt", BENCH_BARE_QT_SERVICE);
+        return bareQtProgram("velmar.bench.qt");
     case eBareQtOverlay:
-        return {
-            "velmar.bench.overlay",
-            {BENCH_BARE_QT_SERVICE, "velmar.bench.overlay", rcBoard.device("fpgamem")}
-        };
+        return bareQtProgram("velmar.bench.overlay", {"overlay", rcBoard.device("fpgamem")});
+    case eBareQtProcessing:
+        return bareQtProgram("velmar.bench.processing", {"processing", rcBoard.device("fpgamem")});
+    case eBareQtPoll:
+        return bareQtProgram("velmar.bench.poll", {"poll", rcBoard.device("i2c-1")});
+    case eBareCodec:
+        return bareQtProgram("velmar.mobilygen", {"codec"});
     case eSdBus:
-        return referenceProgram("velmar.bench.sdbus", BENCH_SDBUS_SERVICE);
+        return {
+            "velmar.bench.sdbus", {BENCH_SDBUS_SERVICE, "velmar.bench.sdbus"}
+        };
     default:
         return daemonProgram(rcBoard);
     }

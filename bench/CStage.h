@@ -16,7 +16,10 @@ enum EService {
     eBareQt, ///< its interface in Qt with nothing behind it
     eSdBus,  ///< its interface in C with nothing behind it
     SERVICES,
-    eBareQtOverlay = SERVICES ///< the overlay in Qt with nothing behind it but the device calls
+    eBareQtOverlay = SERVICES, ///< the overlay in Qt with nothing behind it but the device calls
+    eBareQtProcessing,         ///< recordings and still images in Qt, with the least behind them
+    eBareQtPoll,               ///< Qt with the decoder's status read each second
+    eBareCodec                 ///< in the codec service's place, one that does nothing but answer
 };
 
 /// One of them at work.
@@ -35,6 +38,9 @@ public:
 
     CBusClient& client() { return m_cClient; }
     const CVirtualBoard& board() const { return m_cBoard; }
+
+    /// Path of a file that is gone with the stage; in memory where the system offers that.
+    std::string file(const std::string& rcName) const { return m_cDirectory.file(rcName); }
 
     /// Starts a service, and returns when it owns its bus name. The references get the daemon's environment, the
     /// preloaded board included: it costs all of them the same. Throws like the constructor.
