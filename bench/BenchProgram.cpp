@@ -16,6 +16,13 @@ bool parseNumber(const char* pszText, int iMin, int iMax, int& riNumber)
     return eError == std::errc() && pszStop == pszEnd && riNumber >= iMin && riNumber <= iMax;
 }
 
+SBenchOption roundsOption(int& riRounds)
+{
+    return {"rounds", [&riRounds](const char* pszText) {
+                return parseNumber(pszText, ROUNDS_MIN, ROUNDS_MAX, riRounds);
+            }};
+}
+
 int parseOptions(int iCount, char** ppszArguments, const std::vector<SBenchOption>& rcOptions,
                  void (*pfnPrintUsage)(std::ostream&))
 {
@@ -57,6 +64,18 @@ int runBench(const char* pszProgram, const std::function<void()>& rcWork)
         return 1;
     }
     return std::cout.flush() ? 0 : 1;
+}
+
+CRoundStatistics measureRounds(int iRounds, const std::function<CRoundStatistics::CRound(int)>& rcMeasure)
+{
+    CRoundStatistics cStatistics;
+    for (int iRound = 0; iRound < WARM_UP_ROUNDS + iRounds; ++iRound) {
+        CInterruption::check();
+        const CRoundStatistics::CRound cRound = rcMeasure(iRound);
+        if (iRound >= WARM_UP_ROUNDS)
+            cStatistics.add(cRound);
+    }
+    return cStatistics;
 }
 
 void printBuildWarning()

@@ -1,7 +1,9 @@
-/* What the programs of the bench have in common as programs: how many rounds they take, how they read a
- * number, and how they end. */
+/* What the programs of the bench have in common as programs: how they read their options, take their rounds, and
+ * end. */
 #ifndef HALDEND_BENCH_BENCHPROGRAM_H
 #define HALDEND_BENCH_BENCHPROGRAM_H
+
+#include "bench/CRoundStatistics.h"
 
 #include <functional>
 #include <iosfwd>
@@ -22,6 +24,9 @@ struct SBenchOption {
     std::function<bool(const char*)> cTake;
 };
 
+/// --rounds N.
+SBenchOption roundsOption(int& riRounds);
+
 /// Reads the options, and --help besides. Gives the status to end with, or -1 to go on.
 int parseOptions(int iCount, char** ppszArguments, const std::vector<SBenchOption>& rcOptions,
                  void (*pfnPrintUsage)(std::ostream&));
@@ -29,6 +34,10 @@ int parseOptions(int iCount, char** ppszArguments, const std::vector<SBenchOptio
 /// Does the work and returns the exit status: 0 when it is done and all of it printed, 1 after an exception,
 /// which is told on standard error, and 128 + n after the signal n.
 int runBench(const char* pszProgram, const std::function<void()>& rcWork);
+
+/// The rounds that are measured, and those of warming up before them, which are dropped. The function gets the number of
+/// the round. Looks for an interruption before each.
+CRoundStatistics measureRounds(int iRounds, const std::function<CRoundStatistics::CRound(int)>& rcMeasure);
 
 /// Says below the table that it is worth nothing, if this isn't the build that is shipped.
 void printBuildWarning();

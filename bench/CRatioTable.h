@@ -32,14 +32,21 @@ struct SRatioRow {
 class CRatioTable
 {
 public:
-    explicit CRatioTable(const CRoundStatistics& rcStatistics);
-
-    void add(const SRatioRow& rsRow);
+    /// With all rows that a bench has.
+    template <typename TRows>
+    CRatioTable(const CRoundStatistics& rcStatistics, const TRows& rcRows) : CRatioTable(rcStatistics)
+    {
+        for (const SRatioRow& rsRow : rcRows)
+            add(rsRow);
+    }
 
     /// Lines to print, the last one ended too.
     std::string text() const { return m_cTable.text(); }
 
 private:
+    explicit CRatioTable(const CRoundStatistics& rcStatistics);
+
+    void add(const SRatioRow& rsRow);
     std::string figure(const SRatioRow& rsRow, std::size_t iSide) const;
 
     const CRoundStatistics& m_rcStatistics;

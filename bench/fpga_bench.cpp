@@ -74,17 +74,9 @@ CRoundStatistics::CRound measureRound(COverlayMeter& rcMeter, int iRound)
 void measure(const SOptions& rsOptions)
 {
     COverlayMeter cMeter(rsOptions.cBoard + "/fpgamem");
-    CRoundStatistics cStatistics;
-    for (int iRound = 0; iRound < WARM_UP_ROUNDS + rsOptions.iRounds; ++iRound) {
-        const CRoundStatistics::CRound cRound = measureRound(cMeter, iRound);
-        if (iRound >= WARM_UP_ROUNDS)
-            cStatistics.add(cRound);
-    }
-
-    CRatioTable cTable(cStatistics);
-    for (const SRatioRow& rsRow : ROWS)
-        cTable.add(rsRow);
-    std::cout << cTable.text() << "\nMedians of " << rsOptions.iRounds
+    const CRoundStatistics cStatistics =
+        measureRounds(rsOptions.iRounds, [&cMeter](int iRound) { return measureRound(cMeter, iRound); });
+    std::cout << CRatioTable(cStatistics, ROWS).text() << "\nMedians of " << rsOptions.iRounds
               << " rounds; the ratio is the median of the rounds' ratios.\n";
     printBuildWarning();
 }
@@ -109,12 +101,9 @@ int main(int iCount, char** ppszArguments)
 {
     SOptions sOptions;
     const std::vector<SBenchOption> cOptions = {
-        {"rounds",
-         [&sOptions](const char* pszText) {
-             return parseNumber(pszText, ROUNDS_MIN, ROUNDS_MAX, sOptions.iRounds);
-         }},
+        roundsOption(sOptions.iRounds),
         {"board",
-         [&sOptions](const char* pszText) {
+                            [&sOptions](const char* pszText) {
              sOptions.cBoard = pszText;
              return true;
          }},

@@ -3,7 +3,6 @@
  * Microseconds belong to a machine, ratios to the daemon. So the daemon, the same interface in Qt with
  * nothing behind it, and the same in C take turns in short rounds, on one bus, for one client. */
 #include "bench/BenchProgram.h"
-#include "bench/CInterruption.h"
 #include "bench/CRatioTable.h"
 #include "bench/CRoundMeter.h"
 #include "bench/CScene.h"
@@ -58,26 +57,20 @@ CRoundStatistics measure(const SOptions& rsOptions)
 {
     CScene cScene;
     CRoundMeter cMeter(cScene, rsOptions.iCalls);
-    CRoundStatistics cStatistics;
-    for (int iRound = 0; iRound < WARM_UP_ROUNDS + rsOptions.iRounds; ++iRound) {
+    return measureRounds(rsOptions.iRounds, [&cMeter](int iRound) {
         CRoundStatistics::CRound cRound(SERVICES);
         for (int i = 0; i < SERVICES; ++i) {
-            CInterruption::check();
             const auto eService = static_cast<EService>((iRound + i) % SERVICES);
             cRound[eService] = cMeter.measure(eService);
         }
-        if (iRound >= WARM_UP_ROUNDS)
-            cStatistics.add(cRound);
-    }
-    return cStatistics;
+        return cRound;
+    });
 }
 
 void print(const CRoundStatistics& rcStatistics, const SOptions& rsOptions)
 {
-    CRatioTable cTable(rcStatistics);
-    for (const SRatioRow& rsRow : ROWS)
-        cTable.add(rsRow);
-    std::cout << cTable.text() << "\nMedians of " << rsOptions.iRounds << " rounds of " << rsOptions.iCalls
+    std::cout << CRatioTable(rcStatistics, ROWS).text() << "\nMedians of " << rsOptions.iRounds
+              << " rounds of " << rsOptions.iCalls
               << " getters a service; the ratio is the median of the rounds' ratios.\n";
     printBuildWarning();
 }
@@ -88,12 +81,9 @@ int main(int iCount, char** ppszArguments)
 {
     SOptions sOptions;
     const std::vector<SBenchOption> cOptions = {
-        {"rounds",
-         [&sOptions](const char* pszText) {
-             return parseNumber(pszText, ROUNDS_MIN, ROUNDS_MAX, sOptions.iRounds);
-         }},
+        roundsOption(sOptions.iRounds),
         {"calls",
-         [&sOptions](const char* pszText) {
+                            [&sOptions](const char* pszText) {
              return parseNumber(pszText, CALLS_MIN, CALLS_MAX, sOptions.iCalls);
          }},
     };

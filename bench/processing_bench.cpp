@@ -64,24 +64,15 @@ CRoundStatistics::CRound measureRound(CProcessingMeter& rcMeter, int iRound)
     takeTurns(rcMeter, eRecording, PROCESSING_SIDES, iRound, cRound);
     takeTurns(rcMeter, eStillImage, eSdBusProcessing, iRound, cRound);
     rcMeter.measureIdle(cRound);
-    CInterruption::check();
     return cRound;
 }
 
 void measure(const SOptions& rsOptions)
 {
     CProcessingMeter cMeter;
-    CRoundStatistics cStatistics;
-    for (int iRound = 0; iRound < WARM_UP_ROUNDS + rsOptions.iRounds; ++iRound) {
-        const CRoundStatistics::CRound cRound = measureRound(cMeter, iRound);
-        if (iRound >= WARM_UP_ROUNDS)
-            cStatistics.add(cRound);
-    }
-
-    CRatioTable cTable(cStatistics);
-    for (const SRatioRow& rsRow : ROWS)
-        cTable.add(rsRow);
-    std::cout << cTable.text() << "\nMedians of " << rsOptions.iRounds
+    const CRoundStatistics cStatistics =
+        measureRounds(rsOptions.iRounds, [&cMeter](int iRound) { return measureRound(cMeter, iRound); });
+    std::cout << CRatioTable(cStatistics, ROWS).text() << "\nMedians of " << rsOptions.iRounds
               << " rounds; the ratio is the median of the rounds' ratios.\n";
     printBuildWarning();
 }
@@ -92,10 +83,7 @@ int main(int iCount, char** ppszArguments)
 {
     SOptions sOptions;
     const std::vector<SBenchOption> cOptions = {
-        {"rounds",
-         [&sOptions](const char* pszText) {
-             return parseNumber(pszText, ROUNDS_MIN, ROUNDS_MAX, sOptions.iRounds);
-         }},
+        roundsOption(sOptions.iRounds),
     };
     const int iStatus = parseOptions(iCount, ppszArguments, cOptions, printUsage);
     if (iStatus != -1)

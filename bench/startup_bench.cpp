@@ -3,7 +3,6 @@
  *
  * Both are started and ended in turns, on one bus and one board. */
 #include "bench/BenchProgram.h"
-#include "bench/CInterruption.h"
 #include "bench/CRatioTable.h"
 #include "bench/CStartupMeter.h"
 
@@ -50,22 +49,15 @@ void measure(const SOptions& rsOptions)
 {
     CStage cStage;
     CStartupMeter cMeter(cStage);
-    CRoundStatistics cStatistics;
-    for (int iRound = 0; iRound < WARM_UP_ROUNDS + rsOptions.iRounds; ++iRound) {
+    const CRoundStatistics cStatistics = measureRounds(rsOptions.iRounds, [&cMeter](int iRound) {
         CRoundStatistics::CRound cRound(SERVICES);
         for (int i = 0; i < SIDE_COUNT; ++i) {
-            CInterruption::check();
             const EService eService = SIDES[(iRound + i) % SIDE_COUNT];
             cRound[eService] = cMeter.measure(eService);
         }
-        if (iRound >= WARM_UP_ROUNDS)
-            cStatistics.add(cRound);
-    }
-
-    CRatioTable cTable(cStatistics);
-    for (const SRatioRow& rsRow : ROWS)
-        cTable.add(rsRow);
-    std::cout << cTable.text() << "\nMedians of " << rsOptions.iRounds
+        return cRound;
+    });
+    std::cout << CRatioTable(cStatistics, ROWS).text() << "\nMedians of " << rsOptions.iRounds
               << " starts of each; the ratio is the median of the rounds' ratios.\n";
     printBuildWarning();
 }
@@ -76,10 +68,7 @@ int main(int iCount, char** ppszArguments)
 {
     SOptions sOptions;
     const std::vector<SBenchOption> cOptions = {
-        {"rounds",
-         [&sOptions](const char* pszText) {
-             return parseNumber(pszText, ROUNDS_MIN, ROUNDS_MAX, sOptions.iRounds);
-         }},
+        roundsOption(sOptions.iRounds),
     };
     const int iStatus = parseOptions(iCount, ppszArguments, cOptions, printUsage);
     if (iStatus != -1)

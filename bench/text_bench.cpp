@@ -60,10 +60,7 @@ void measure()
 {
     CTextMeter cMeter;
     const CRoundStatistics cStatistics = measureRatios(cMeter);
-    CRatioTable cTable(cStatistics);
-    for (const SRatioRow& rsRow : ROWS)
-        cTable.add(rsRow);
-    std::cout << cTable.text() << "\nMedians of " << ROUNDS
+    std::cout << CRatioTable(cStatistics, ROWS).text() << "\nMedians of " << ROUNDS
               << " rounds; the ratio is the median of the rounds' ratios.\n"
               << std::flush;
     printGrowth(cMeter);
