@@ -21,6 +21,13 @@ void CCodecProcess::setVariable(const QString& rcName, const QString& rcValue)
     m_cEnvironment.insert(rcName, rcValue);
 }
 
+void CCodecProcess::useClock(const SClock& rsClock)
+{
+    setVariable(QStringLiteral("LD_PRELOAD"), rsClock.cLibrary);
+    for (auto it = rsClock.cVariables.begin(); it != rsClock.cVariables.end(); ++it)
+        setVariable(it.key(), it.value());
+}
+
 bool CCodecProcess::start(const QString& rcBusAddress, const QString& rcBoard)
 {
     setVariable(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), rcBusAddress);
@@ -31,6 +38,7 @@ bool CCodecProcess::start(const QString& rcBusAddress, const QString& rcBoard)
         [this] { m_cProcess.start(QStringLiteral(HALDEND_CODEC), QStringList()); }, m_cProcess,
         QDBusConnection::connectToBus(rcBusAddress, cClient), QStringLiteral("velmar.mobilygen"));
     QDBusConnection::disconnectFromBus(cClient);
+    m_iPid = m_cProcess.processId();
     return bStarted;
 }
 
@@ -46,6 +54,8 @@ void CCodecProcess::end()
         m_cProcess.kill();
         m_cProcess.waitForFinished(TIMEOUT_PROCESS_MS);
     }
+    removeClockOf(m_iPid);
+    m_iPid = 0;
 }
 
 QByteArray CCodecProcess::describe()

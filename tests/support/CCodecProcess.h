@@ -1,6 +1,8 @@
 #ifndef HALDEND_TESTS_CCODECPROCESS_H
 #define HALDEND_TESTS_CCODECPROCESS_H
 
+#include "tests/support/FasterClock.h"
+
 #include <QProcess>
 #include <QString>
 
@@ -15,8 +17,11 @@ public:
     CCodecProcess();
     ~CCodecProcess();
 
-    /// Adds a variable to the environment of the next start, such as the one for another clock.
+    /// Adds a variable to the environment of the next start.
     void setVariable(const QString& rcName, const QString& rcValue);
+
+    /// Starts on another clock.
+    void useClock(const SClock& rsClock);
 
     /// Starts it and waits until it owns its name. False if it doesn't get there. After an end it can be
     /// started again.
@@ -36,6 +41,7 @@ public:
 private:
     QProcess m_cProcess;
     QProcessEnvironment m_cEnvironment;
+    qint64 m_iPid = 0; ///< while it runs, and until end()
 };
 
 #endif

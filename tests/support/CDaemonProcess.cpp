@@ -34,10 +34,8 @@ CDaemonProcess::CDaemonProcess() : m_cClientName(QUuid::createUuid().toString())
 CDaemonProcess::~CDaemonProcess()
 {
     QDBusConnection::disconnectFromBus(m_cClientName);
-    if (m_cProcess.state() != QProcess::NotRunning) {
-        m_cProcess.kill();
-        m_cProcess.waitForFinished(TIMEOUT_PROCESS_MS);
-    }
+    if (m_cProcess.state() != QProcess::NotRunning)
+        kill();
 }
 
 void CDaemonProcess::setVariable(const QString& rcName, const QString& rcValue)
@@ -60,6 +58,14 @@ void CDaemonProcess::useBoard(const QString& rcDirectory)
                   rcDirectory + QStringLiteral("/fb0")});
 }
 
+void CDaemonProcess::useClock(const SClock& rsClock)
+{
+    const QString cPreload = QStringLiteral("LD_PRELOAD");
+    setVariable(cPreload, m_cEnvironment.value(cPreload) + QLatin1Char(' ') + rsClock.cLibrary);
+    for (auto it = rsClock.cVariables.begin(); it != rsClock.cVariables.end(); ++it)
+        setVariable(it.key(), it.value());
+}
+
 void CDaemonProcess::start()
 {
     m_cProcess.setProcessEnvironment(m_cEnvironment);
@@ -77,9 +83,16 @@ bool CDaemonProcess::waitForEnd()
 {
     if (m_cProcess.state() == QProcess::NotRunning || m_cProcess.waitForFinished(TIMEOUT_PROCESS_MS))
         return true;
+    kill();
+    return false;
+}
+
+void CDaemonProcess::kill()
+{
+    const qint64 iPid = pid();
     m_cProcess.kill();
     m_cProcess.waitForFinished(TIMEOUT_PROCESS_MS);
-    return false;
+    removeClockOf(iPid);
 }
 
 bool CDaemonProcess::endBySignal(int iSignal)

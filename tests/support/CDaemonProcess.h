@@ -1,6 +1,8 @@
 #ifndef HALDEND_TESTS_CDAEMONPROCESS_H
 #define HALDEND_TESTS_CDAEMONPROCESS_H
 
+#include "tests/support/FasterClock.h"
+
 #include <QDBusConnection>
 #include <QProcess>
 #include <QString>
@@ -28,6 +30,9 @@ public:
 
     /// Starts on the virtual board in rcDirectory, with the three devices of it as options.
     void useBoard(const QString& rcDirectory);
+
+    /// Starts on another clock; after useBoard().
+    void useClock(const SClock& rsClock);
 
     /// Starts the process and returns at once.
     void start();
@@ -74,6 +79,7 @@ public:
     QByteArray describe();
 
 private:
+    void kill();
     void collect();
 
     QProcess m_cProcess;
