@@ -2,6 +2,8 @@
 
 #include "tests/support/Timeouts.h"
 
+#include <QRegularExpression>
+
 bool CBusMonitor::start(const QString& rcBusAddress)
 {
     m_cMonitor.start(QStringLiteral("dbus-monitor"), {QStringLiteral("--address"), rcBusAddress});
@@ -17,6 +19,25 @@ bool CBusMonitor::waitFor(const QByteArray& rcText)
         m_cSeen += m_cMonitor.readAllStandardOutput();
     }
     return true;
+}
+
+QStringList CBusMonitor::messagesOf(const QString& rcSender) const
+{
+    static const QRegularExpression cVariable(QStringLiteral("(time|sender|serial|reply_serial)=\\S+ ?"));
+    QStringList cMessages;
+    bool bOwn = false;
+    for (const QString& rcLine : QString::fromUtf8(m_cSeen).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        // Arguments are indented.
+        if (rcLine.startsWith(QLatin1Char(' '))) {
+            if (bOwn)
+                cMessages.last() += QStringLiteral(", ") + rcLine.simplified();
+            continue;
+        }
+        bOwn = rcLine.contains(QStringLiteral(" sender=%1 ").arg(rcSender));
+        if (bOwn)
+            cMessages << QString(rcLine).remove(cVariable).trimmed();
+    }
+    return cMessages;
 }
 
 int CBusMonitor::repliesTo(const QString& rcClient) const

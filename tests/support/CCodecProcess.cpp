@@ -6,6 +6,8 @@
 
 #include <QUuid>
 
+#include <csignal>
+
 CCodecProcess::CCodecProcess() : m_cEnvironment(QProcessEnvironment::systemEnvironment())
 {
     m_cProcess.setProcessChannelMode(QProcess::MergedChannels);
@@ -47,8 +49,26 @@ bool CCodecProcess::waitForEnd()
     return m_cProcess.state() == QProcess::NotRunning || m_cProcess.waitForFinished(TIMEOUT_PROCESS_MS);
 }
 
+void CCodecProcess::sendSignal(int iSignal)
+{
+    // Without a process it would go to the whole group.
+    if (m_cProcess.processId() > 0)
+        ::kill(static_cast<pid_t>(m_cProcess.processId()), iSignal);
+}
+
+void CCodecProcess::hold()
+{
+    sendSignal(SIGSTOP);
+}
+
+void CCodecProcess::goOn()
+{
+    sendSignal(SIGCONT);
+}
+
 void CCodecProcess::end()
 {
+    goOn();
     m_cProcess.terminate();
     if (!waitForEnd()) {
         m_cProcess.kill();

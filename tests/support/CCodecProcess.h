@@ -30,6 +30,10 @@ public:
     /// Waits for the end by itself, which is what the mode "die" leads to. False if it doesn't end.
     bool waitForEnd();
 
+    /// Lets it stand still, so that a call of it lasts until it goes on.
+    void hold();
+    void goOn();
+
     /// Ends it, whatever it is doing.
     void end();
 
@@ -39,6 +43,8 @@ public:
     QByteArray describe();
 
 private:
+    void sendSignal(int iSignal);
+
     QProcess m_cProcess;
     QProcessEnvironment m_cEnvironment;
     qint64 m_iPid = 0; ///< while it runs, and until end()

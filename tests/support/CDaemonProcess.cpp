@@ -131,6 +131,12 @@ QDBusMessage CDaemonProcess::call(const QString& rcPath, const QString& rcMethod
     return client().call(methodCall(rcPath, rcMethod, rcArguments), QDBus::Block, TIMEOUT_CALL_MS);
 }
 
+QDBusPendingCall CDaemonProcess::ask(const QString& rcPath, const QString& rcMethod,
+                                     const QVariantList& rcArguments)
+{
+    return client().asyncCall(methodCall(rcPath, rcMethod, rcArguments), TIMEOUT_CALL_MS);
+}
+
 QByteArray CDaemonProcess::introspect(const QString& rcPath)
 {
     const QDBusMessage cMessage = QDBusMessage::createMethodCall(
@@ -143,6 +149,14 @@ bool CDaemonProcess::settle()
     // Introspection is answered in the daemon's event loop, behind the calls sent before; a ping would be
     // answered by the bus library at once.
     return !introspect(QStringLiteral("/videodisplay")).isEmpty();
+}
+
+bool CDaemonProcess::receives()
+{
+    // The bus library of the daemon answers it, in a thread of its own.
+    const QDBusMessage cPing = QDBusMessage::createMethodCall(
+        SERVICE, QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
+    return client().call(cPing, QDBus::Block, TIMEOUT_CALL_MS).type() == QDBusMessage::ReplyMessage;
 }
 
 void CDaemonProcess::collect()

@@ -4,6 +4,7 @@
 #include "tests/support/FasterClock.h"
 
 #include <QDBusConnection>
+#include <QDBusPendingCall>
 #include <QProcess>
 #include <QString>
 #include <QStringList>
@@ -54,11 +55,17 @@ public:
     void send(const QString& rcPath, const QString& rcMethod, const QVariantList& rcArguments);
     QDBusMessage call(const QString& rcPath, const QString& rcMethod, const QVariantList& rcArguments = {});
 
+    /// A method call whose reply is fetched later.
+    QDBusPendingCall ask(const QString& rcPath, const QString& rcMethod, const QVariantList& rcArguments);
+
     /// The introspection data of an object.
     QByteArray introspect(const QString& rcPath);
 
     /// Waits until everything sent before has been carried out: calls are served in order.
     bool settle();
+
+    /// Waits until everything sent before has come to the daemon, also while its event loop is busy.
+    bool receives();
 
     QProcess& process() { return m_cProcess; }
     qint64 pid() const { return m_cProcess.processId(); }

@@ -1,26 +1,20 @@
 /* "/videoprocessing" from a client on the bus to the codec service, the FPGA and the file system. */
-#include "tests/support/CCodecProcess.h"
-#include "tests/support/CScene.h"
+#include "tests/support/CBusMonitor.h"
+#include "tests/support/CVideoScene.h"
 #include "tests/support/Introspection.h"
-#include "tests/support/Timeouts.h"
 
 #include <QDBusArgument>
-#include <QDBusMessage>
+#include <QDBusConnectionInterface>
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
 #include <QtTest>
 
+#include <csignal>
+
 class TestVideoProcessing : public QObject
 {
     Q_OBJECT
-
-public slots:
-    void onSignal(const QDBusMessage& rcMessage)
-    {
-        m_cSignals
-            << QStringLiteral("%1 %2").arg(rcMessage.member()).arg(rcMessage.arguments().value(0).toInt());
-    }
 
 private slots:
     void init();
@@ -31,74 +25,84 @@ private slots:
     void a_playback_is_the_codecs();
     void commands_are_refused_in_other_states_data();
     void commands_are_refused_in_other_states();
-    void a_codec_that_fails_ends_in_the_error_data();
-    void a_codec_that_fails_ends_in_the_error();
+    void commands_behind_a_save_are_refused_data();
+    void commands_behind_a_save_are_refused();
+    void commands_that_come_while_an_image_is_written_wait_for_it();
+    void each_call_sends_these_messages_data();
+    void each_call_sends_these_messages();
     void a_still_image_of_a_recording_pauses_it();
     void a_missing_image_is_shown_all_the_same();
     void the_camera_is_unplugged_and_plugged();
-    void a_file_that_does_not_grow_ends_the_recording();
-    void a_running_recording_is_stopped_at_the_end();
-    void a_running_playback_is_stopped_at_the_end();
+    void the_end_stops_what_runs_data();
+    void the_end_stops_what_runs();
+    void the_end_without_a_codec_is_as_quiet_data();
+    void the_end_without_a_codec_is_as_quiet();
+    void the_end_comes_after_a_pending_save();
+    void the_end_comes_after_a_running_save();
 
 private:
-    int call(const char* pszMethod, const QString& rcFile = QString());
-    bool is(const char* pszMethod);
-    QString file(const char* pszName) const { return m_pcFiles->filePath(QLatin1String(pszName)); }
-    void enterState(int iState);
+    int call(const char* pszMethod, const QString& rcFile = QString())
+    {
+        return m_pcScene->call(pszMethod, rcFile);
+    }
+    bool is(const char* pszMethod) { return m_pcScene->is(pszMethod); }
+    QString file(const char* pszName) const { return m_pcScene->file(pszName); }
 
-    QScopedPointer<QTemporaryDir> m_pcFiles;
-    QScopedPointer<CScene> m_pcScene;
-    QScopedPointer<CCodecProcess> m_pcCodec;
-    QStringList m_cSignals;
+    QScopedPointer<CVideoScene> m_pcScene;
 };
 
-static const QString PATH = QStringLiteral("/videoprocessing");
-static const QString INTERFACE = QStringLiteral("velmar.haldend.videoprocessing");
+Q_DECLARE_METATYPE(CVideoScene::EState)
 
-static const int OK = 0;
-static const int ERROR = 1;
-static const int INVALID_STATE = 2;
-static const int FILE_OPEN_ERROR = 3;
+using namespace VideoResult;
+
+static const quint32 CONTROL = 0xff0000; // of the FPGA
+static const quint32 FRAME_GENERATOR = 0x00800000;
+static const quint32 STORED_PICTURE = 0x00100010;
+static const quint32 PLAY_MODE = 0x03000000;
+
+static const QString RECORD_PAUSE = QStringLiteral("/Record pause interface=-");
+static const QString RECORD_RESUME = QStringLiteral("/Record resume interface=-");
+static const QString RECORD_STOP = QStringLiteral("/Record stop interface=-");
+static const QString PLAY_STOP = QStringLiteral("/Play stop interface=-");
+
+// A picture is stored and shown, read, and the live one is back.
+static const QStringList ONE_SAVE = {
+    QStringLiteral("fpga write32 0x00ff0008 0x00000001"),
+    QStringLiteral("fpga write32 0x00ff0000 0x00100010"),
+    QStringLiteral("fpga seek 0x01000000"),
+    QStringLiteral("fpga read 1658880 = 1658880 : ff ff ff ff ff ff ff ff ff ff ff ff ff ff ff ff ..."),
+    QStringLiteral("fpga write32 0x00ff0000 0x00000000"),
+};
+
+// What was traced, but for the looks at the input signal, which come by themselves.
+static QStringList deviceOperations(const CBoard& rcBoard)
+{
+    QStringList cOperations;
+    for (const QString& rcLine : rcBoard.traceLines())
+        if (!rcLine.startsWith(QLatin1String("i2c")))
+            cOperations << rcLine;
+    return cOperations;
+}
 
 void TestVideoProcessing::init()
 {
-    m_cSignals.clear();
-    m_pcFiles.reset(new QTemporaryDir);
-    m_pcScene.reset(new CScene);
-    m_pcCodec.reset(new CCodecProcess);
-    QVERIFY2(m_pcScene->prepare(), m_pcScene->describe());
-    QVERIFY2(m_pcCodec->start(m_pcScene->bus().address(), m_pcScene->board().directory()),
-             m_pcCodec->describe());
+    m_pcScene.reset(new CVideoScene);
     QVERIFY2(m_pcScene->start(), m_pcScene->describe());
-    QVERIFY(m_pcScene->daemon().client().connect(QStringLiteral("velmar.haldend"), PATH, INTERFACE, QString(),
-                                                 this, SLOT(onSignal(QDBusMessage))));
 }
 
 void TestVideoProcessing::cleanup()
 {
     QCOMPARE(m_pcScene->end(), QString());
-    m_pcCodec->end();
-}
-
-int TestVideoProcessing::call(const char* pszMethod, const QString& rcFile)
-{
-    const QVariantList cArguments = rcFile.isNull() ? QVariantList() : QVariantList{rcFile};
-    const QDBusMessage cReply = m_pcScene->daemon().call(PATH, QString::fromLatin1(pszMethod), cArguments);
-    return cReply.type() == QDBusMessage::ReplyMessage ? cReply.arguments().value(0).toInt() : -1;
-}
-
-bool TestVideoProcessing::is(const char* pszMethod)
-{
-    return m_pcScene->daemon().call(PATH, QString::fromLatin1(pszMethod)).arguments().value(0).toBool();
 }
 
 void TestVideoProcessing::introspection_equals_the_interface_file()
 {
     QFile cFile(QStringLiteral(HALDEND_INTERFACE_DIR "/velmar.haldend.videoprocessing.xml"));
     QVERIFY(cFile.open(QIODevice::ReadOnly));
-    const QStringList cExpected = describeInterface(cFile.readAll(), INTERFACE);
+    const QStringList cExpected = describeInterface(cFile.readAll(), CVideoScene::INTERFACE);
     QVERIFY(!cExpected.isEmpty());
-    QCOMPARE(describeInterface(m_pcScene->daemon().introspect(PATH), INTERFACE), cExpected);
+    QCOMPARE(describeInterface(m_pcScene->daemon().introspect(CVideoScene::PATH), CVideoScene::INTERFACE),
+             cExpected);
 }
 
 void TestVideoProcessing::a_recording_is_the_codecs()
@@ -115,15 +119,14 @@ void TestVideoProcessing::a_recording_is_the_codecs()
     QVERIFY(!is("is_video_recording_running"));
     // No message has an interface; the 3 is always sent.
     QCOMPARE(m_pcScene->board().codecCalls(),
-             (QStringList{QStringLiteral("/Record record \"%1\" 3 interface=-").arg(cFile),
-                          QStringLiteral("/Record pause interface=-"),
-                          QStringLiteral("/Record resume interface=-"),
-                          QStringLiteral("/Record stop interface=-")}));
-    const QDBusMessage cTime = m_pcScene->daemon().call(PATH, QStringLiteral("query_video_recording_time"));
+             (QStringList{QStringLiteral("/Record record \"%1\" 3 interface=-").arg(cFile), RECORD_PAUSE,
+                          RECORD_RESUME, RECORD_STOP}));
+    const QDBusMessage cTime =
+        m_pcScene->daemon().call(CVideoScene::PATH, QStringLiteral("query_video_recording_time"));
     QCOMPARE(cTime.signature(), QStringLiteral("av"));
     QCOMPARE(qdbus_cast<QVariantList>(cTime.arguments().value(0)), (QVariantList{0U, 0U, 0U}));
     QCOMPARE(call("get_video_recording_average_data_rate"), 22);
-    QCOMPARE(m_cSignals, QStringList());
+    QCOMPARE(m_pcScene->signalled(), QStringList());
 }
 
 void TestVideoProcessing::a_playback_is_the_codecs()
@@ -133,142 +136,255 @@ void TestVideoProcessing::a_playback_is_the_codecs()
     QVERIFY(cMade.open(QIODevice::WriteOnly));
     QCOMPARE(call("start_video_playback", cFile), OK);
     QVERIFY(is("is_video_playback_running"));
-    QCOMPARE(m_pcScene->board().fpgaRegister(0xff0000), 0x03000000U);
+    QCOMPARE(m_pcScene->board().fpgaRegister(CONTROL), PLAY_MODE);
     QCOMPARE(call("pause_video_playback"), OK);
     QVERIFY(is("is_video_playback_paused"));
     QCOMPARE(call("resume_video_playback"), OK);
     QCOMPARE(call("stop_video_playback"), OK);
-    QCOMPARE(m_pcScene->board().fpgaRegister(0xff0000), 0U);
-    QCOMPARE(
-        m_pcScene->board().codecCalls(),
-        (QStringList{QStringLiteral("/Play play \"%1\" interface=-").arg(cFile),
-                     QStringLiteral("/Play pause interface=-"), QStringLiteral("/Play resume interface=-"),
-                     QStringLiteral("/Play stop interface=-")}));
-}
-
-// By the commands that lead there; 9 is the error.
-void TestVideoProcessing::enterState(int iState)
-{
-    const QString cFile = file("film.ts");
-    QFile cMade(cFile);
-    QVERIFY(cMade.open(QIODevice::WriteOnly));
-    if (iState == 1 || iState == 2 || iState == 6)
-        QCOMPARE(call("start_video_recording", cFile), OK);
-    if (iState == 2 || iState == 6)
-        QCOMPARE(call("pause_video_recording"), OK);
-    if (iState == 3 || iState == 4)
-        QCOMPARE(call("start_video_playback", cFile), OK);
-    if (iState == 4)
-        QCOMPARE(call("pause_video_playback"), OK);
-    if (iState == 5 || iState == 6)
-        QCOMPARE(call("display_video_image", file("none.bmp")), FILE_OPEN_ERROR);
-    if (iState == 9) {
-        m_pcScene->board().setCodecMode(BOARD_CODEC_REFUSE);
-        QCOMPARE(call("start_video_recording", cFile), ERROR);
-        m_pcScene->board().setCodecMode(BOARD_CODEC_OK);
-    }
+    QCOMPARE(m_pcScene->board().fpgaRegister(CONTROL), 0U);
+    QCOMPARE(m_pcScene->board().codecCalls(),
+             (QStringList{QStringLiteral("/Play play \"%1\" interface=-").arg(cFile),
+                          QStringLiteral("/Play pause interface=-"),
+                          QStringLiteral("/Play resume interface=-"), PLAY_STOP}));
 }
 
 void TestVideoProcessing::commands_are_refused_in_other_states_data()
 {
-    QTest::addColumn<int>("state");
+    QTest::addColumn<CVideoScene::EState>("state");
     QTest::addColumn<QStringList>("allowed");
     const QString cSave = QStringLiteral("save_video_image");
     const QString cDisplay = QStringLiteral("display_video_image");
     const QString cStop = QStringLiteral("stop_video_recording");
-    QTest::newRow("idle") << 0
+    QTest::newRow("idle") << CVideoScene::IDLE
                           << QStringList{cSave, cDisplay, QStringLiteral("start_video_recording"),
                                          QStringLiteral("start_video_playback")};
-    QTest::newRow("recording") << 1 << QStringList{cSave, QStringLiteral("pause_video_recording"), cStop};
+    QTest::newRow("recording") << CVideoScene::RECORDING
+                               << QStringList{cSave, QStringLiteral("pause_video_recording"), cStop};
     QTest::newRow("recording paused")
-        << 2 << QStringList{cSave, cDisplay, QStringLiteral("resume_video_recording"), cStop};
-    QTest::newRow("playback") << 3
+        << CVideoScene::RECORDING_PAUSED
+        << QStringList{cSave, cDisplay, QStringLiteral("resume_video_recording"), cStop};
+    QTest::newRow("playback") << CVideoScene::PLAYBACK
                               << QStringList{QStringLiteral("pause_video_playback"),
                                              QStringLiteral("stop_video_playback")};
-    QTest::newRow("playback paused") << 4
+    QTest::newRow("playback paused") << CVideoScene::PLAYBACK_PAUSED
                                      << QStringList{QStringLiteral("resume_video_playback"),
                                                     QStringLiteral("stop_video_playback")};
     // Clearing an image answers 2 also when it was allowed, and so isn't among the refused ones either.
-    QTest::newRow("image") << 5 << QStringList{QStringLiteral("clear_video_image")};
-    QTest::newRow("image over a paused recording") << 6 << QStringList{QStringLiteral("clear_video_image")};
-    QTest::newRow("error") << 9 << QStringList{};
+    QTest::newRow("image") << CVideoScene::IMAGE << QStringList{QStringLiteral("clear_video_image")};
+    QTest::newRow("image over a paused recording")
+        << CVideoScene::IMAGE_RECORDING_PAUSED << QStringList{QStringLiteral("clear_video_image")};
+    QTest::newRow("error") << CVideoScene::FAILED << QStringList{};
 }
 
 // A refused command sends nothing to the codec and touches no device.
 void TestVideoProcessing::commands_are_refused_in_other_states()
 {
-    QFETCH(int, state);
+    QFETCH(CVideoScene::EState, state);
     QFETCH(QStringList, allowed);
-    enterState(state);
+    QVERIFY(m_pcScene->enterState(state));
     CBoard& rcBoard = m_pcScene->board();
     rcBoard.clearCodecCalls();
-    const quint32 u32Control = rcBoard.fpgaRegister(0xff0000);
-    int iRefused = 0;
-    for (const char* pszCommand :
-         {"save_video_image", "display_video_image", "clear_video_image", "start_video_recording",
-          "pause_video_recording", "resume_video_recording", "stop_video_recording", "start_video_playback",
-          "pause_video_playback", "resume_video_playback", "stop_video_playback"}) {
-        if (allowed.contains(QLatin1String(pszCommand)))
-            continue;
-        const QByteArray cCommand = pszCommand;
-        const bool bFile = cCommand.startsWith("start") || cCommand.endsWith("e_video_image") ||
-                           cCommand.startsWith("display");
-        QCOMPARE(call(pszCommand, bFile ? file("other") : QString()), INVALID_STATE);
-        ++iRefused;
-    }
-    QCOMPARE(iRefused, 11 - allowed.size());
+    const quint32 u32Control = rcBoard.fpgaRegister(CONTROL);
+    QCOMPARE(m_pcScene->notRefused(allowed), QStringList());
     QCOMPARE(rcBoard.codecCalls(), QStringList());
-    QCOMPARE(rcBoard.fpgaRegister(0xff0000), u32Control);
+    QCOMPARE(rcBoard.fpgaRegister(CONTROL), u32Control);
     QVERIFY(!QFileInfo::exists(file("other")));
 }
 
-void TestVideoProcessing::a_codec_that_fails_ends_in_the_error_data()
+void TestVideoProcessing::commands_behind_a_save_are_refused_data()
 {
-    QTest::addColumn<int>("mode"); // -1: not on the bus
-    QTest::newRow("refuses") << int(BOARD_CODEC_REFUSE);
-    QTest::newRow("dies in the middle of the call") << int(BOARD_CODEC_DIE);
-    QTest::newRow("isn't there") << -1;
+    QTest::addColumn<CVideoScene::EState>("state");
+    QTest::addColumn<QByteArray>("command");
+    QTest::addColumn<QStringList>("calls");
+    QTest::newRow("idle") << CVideoScene::RECORDING << QByteArray("stop_video_recording")
+                          << QStringList{RECORD_STOP};
+    QTest::newRow("recording") << CVideoScene::RECORDING_PAUSED << QByteArray("resume_video_recording")
+                               << QStringList{RECORD_RESUME, RECORD_PAUSE, RECORD_RESUME};
+    QTest::newRow("recording paused")
+        << CVideoScene::RECORDING << QByteArray("pause_video_recording") << QStringList{RECORD_PAUSE};
 }
 
-void TestVideoProcessing::a_codec_that_fails_ends_in_the_error()
+// The daemon waits for the codec to carry out the command that leads to the state until it has got all of the calls
+// behind it. So the save finds the others waiting already, and its image is written when they are through.
+void TestVideoProcessing::commands_behind_a_save_are_refused()
 {
-    QFETCH(int, mode);
-    QCOMPARE(call("start_video_recording", file("film.ts")), OK);
-    if (mode < 0)
-        m_pcCodec->end();
-    else
-        m_pcScene->board().setCodecMode(static_cast<board_codec_mode>(mode));
-    QCOMPARE(call("pause_video_recording"), ERROR);
-    // For good: also when the codec is back.
-    m_pcScene->board().setCodecMode(BOARD_CODEC_OK);
-    QCOMPARE(call("stop_video_recording"), INVALID_STATE);
-    QCOMPARE(call("start_video_playback", file("film.ts")), INVALID_STATE);
-    QCOMPARE(call("save_video_image", file("a.bmp")), INVALID_STATE);
-    QVERIFY(!is("is_video_recording_running"));
+    QFETCH(CVideoScene::EState, state);
+    QFETCH(QByteArray, command);
+    QFETCH(QStringList, calls);
+    CBoard& rcBoard = m_pcScene->board();
+    QVERIFY(m_pcScene->enterState(state));
+    rcBoard.clearCodecCalls();
+    rcBoard.setTracing(true);
+    m_pcScene->codec().hold();
+    QList<QDBusPendingCall> cAsked{m_pcScene->ask(command),
+                                   m_pcScene->ask("save_video_image", file("a.bmp"))};
+    QList<int> cExpected{OK, OK};
+    for (const CVideoScene::SCommand& rsCommand : CVideoScene::COMMANDS) {
+        cAsked << m_pcScene->ask(rsCommand.pszName, rsCommand.bFile ? file("other") : QString());
+        cExpected << INVALID_STATE;
+    }
+    for (const char* pszQuestion : {"is_video_recording_running", "is_video_recording_paused",
+                                    "is_video_playback_running", "is_video_playback_paused"}) {
+        cAsked << m_pcScene->ask(pszQuestion);
+        cExpected << 0;
+    }
+    QVERIFY(m_pcScene->daemon().receives());
+    m_pcScene->codec().goOn();
+    QList<int> cAnswers;
+    for (const QDBusPendingCall& rcAsked : cAsked)
+        cAnswers << CVideoScene::answerTo(rcAsked);
+    QCOMPARE(cAnswers, cExpected);
+    QTRY_COMPARE(m_pcScene->signalled(), QStringList{QStringLiteral("video_image_saved 0")});
+
+    QCOMPARE(rcBoard.codecCalls(), calls);
+    QCOMPARE(deviceOperations(rcBoard), ONE_SAVE);
+    QCOMPARE(QImage(file("a.bmp")).size(), QSize(720, 576));
+    QVERIFY(!QFileInfo::exists(file("other")));
+    QCOMPARE(is("is_video_recording_running"), command.startsWith("resume"));
+    QCOMPARE(is("is_video_recording_paused"), command.startsWith("pause"));
+}
+
+void TestVideoProcessing::commands_that_come_while_an_image_is_written_wait_for_it()
+{
+    QVERIFY(m_pcScene->enterState(CVideoScene::RECORDING));
+    QCOMPARE(call("save_video_image", file("a.bmp")), OK);
+    QTRY_VERIFY(QFileInfo::exists(file("a.bmp")));
+    QCOMPARE(m_pcScene->signalled(), QStringList());
+    QCOMPARE(call("resume_video_recording"), INVALID_STATE);
+    QCOMPARE(call("pause_video_recording"), OK);
+    QCOMPARE(m_pcScene->board().codecCalls().mid(1),
+             (QStringList{RECORD_PAUSE, RECORD_RESUME, RECORD_PAUSE}));
+    QTRY_COMPARE(m_pcScene->signalled(), QStringList{QStringLiteral("video_image_saved 0")});
+}
+
+static QString codec(const char* pszPath, const char* pszMember, const QString& rcArguments = QString())
+{
+    return QStringLiteral(
+               "method call -> destination=velmar.mobilygen path=%1; interface=(null); member=%2%3")
+        .arg(QLatin1String(pszPath), QLatin1String(pszMember), rcArguments);
+}
+
+static QString answer(const char* pszValue)
+{
+    return QStringLiteral("method return -> destination=client, %1").arg(QLatin1String(pszValue));
+}
+
+static QString emitted(const char* pszMember, const char* pszValue)
+{
+    return QStringLiteral("signal -> destination=(null destination) path=/videoprocessing; "
+                          "interface=velmar.haldend.videoprocessing; member=%1, %2")
+        .arg(QLatin1String(pszMember), QLatin1String(pszValue));
+}
+
+void TestVideoProcessing::each_call_sends_these_messages_data()
+{
+    QTest::addColumn<CVideoScene::EState>("state");
+    QTest::addColumn<QByteArray>("method");
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QStringList>("messages");
+
+    using Scene = CVideoScene;
+    const QString cFilm = QStringLiteral(", string \"film.ts\"");
+    const QString cOk = answer("int32 0");
+    const QString cRefused = answer("int32 2");
+    const QString cNotFound = answer("int32 3");
+    const QString cNo = answer("boolean false");
+    const QString cSaved = emitted("video_image_saved", "int32 0");
+    const struct {
+        Scene::EState eState;
+        const char* pszMethod;
+        const char* pszFile;
+        QStringList cMessages;
+    } asRows[] = {
+        {Scene::IDLE,                   "save_video_image",           "a.bmp",   {cOk, cSaved}                       },
+        {Scene::RECORDING,
+         "save_video_image",                                          "a.bmp",
+         {codec("/Record", "pause"), cOk, codec("/Record", "resume"), cSaved}                                        },
+        {Scene::RECORDING_PAUSED,       "save_video_image",           "a.bmp",   {cOk, cSaved}                       },
+        {Scene::IDLE,                   "display_video_image",        "a.bmp",   {cNotFound}                         },
+        {Scene::RECORDING_PAUSED,       "display_video_image",        "a.bmp",   {cNotFound}                         },
+        {Scene::IMAGE,                  "clear_video_image",          nullptr,   {cRefused}                          },
+        {Scene::IMAGE_RECORDING_PAUSED, "clear_video_image",          nullptr,   {cRefused}                          },
+        {Scene::IDLE,
+         "start_video_recording",                                     "film.ts",
+         {codec("/Record", "record", cFilm + QStringLiteral(", int32 3")), cOk}                                      },
+        {Scene::RECORDING,              "pause_video_recording",      nullptr,   {codec("/Record", "pause"), cOk}    },
+        {Scene::RECORDING_PAUSED,       "resume_video_recording",     nullptr,   {codec("/Record", "resume"), cOk}   },
+        {Scene::RECORDING,              "stop_video_recording",       nullptr,   {codec("/Record", "stop"), cOk}     },
+        {Scene::RECORDING_PAUSED,       "stop_video_recording",       nullptr,   {codec("/Record", "stop"), cOk}     },
+        {Scene::IDLE,                   "start_video_playback",       "film.ts", {codec("/Play", "play", cFilm), cOk}},
+        {Scene::PLAYBACK,               "pause_video_playback",       nullptr,   {codec("/Play", "pause"), cOk}      },
+        {Scene::PLAYBACK_PAUSED,        "resume_video_playback",      nullptr,   {codec("/Play", "resume"), cOk}     },
+        {Scene::PLAYBACK,               "stop_video_playback",        nullptr,   {codec("/Play", "stop"), cOk}       },
+        {Scene::PLAYBACK_PAUSED,        "stop_video_playback",        nullptr,   {codec("/Play", "stop"), cOk}       },
+
+        {Scene::RECORDING,              "start_video_recording",      "film.ts", {cRefused}                          },
+        {Scene::IDLE,                   "stop_video_playback",        nullptr,   {cRefused}                          },
+        {Scene::FAILED,                 "stop_video_recording",       nullptr,   {cRefused}                          },
+
+        {Scene::IDLE,                   "is_video_recording_running", nullptr,   {cNo}                               },
+        {Scene::RECORDING_PAUSED,       "is_video_recording_paused",  nullptr,   {answer("boolean true")}            },
+        {Scene::PLAYBACK,               "is_video_playback_running",  nullptr,   {answer("boolean true")}            },
+        {Scene::PLAYBACK,               "is_video_playback_paused",   nullptr,   {cNo}                               },
+        {Scene::IDLE,
+         "query_video_recording_time",                                nullptr,
+         {answer("array [, variant uint32 0, variant uint32 0, variant uint32 0, ]")}                                },
+        {Scene::IDLE,                   "is_video_input_available",   nullptr,   {cNo}                               },
+        {Scene::IDLE,                   "get_video_input_type",       nullptr,   {cOk}                               },
+    };
+    for (const auto& rsRow : asRows)
+        QTest::addRow("%s in state %d", rsRow.pszMethod, int(rsRow.eState))
+            << rsRow.eState << QByteArray(rsRow.pszMethod) << QByteArray(rsRow.pszFile) << rsRow.cMessages;
+}
+
+// All that the daemon sends, in its order, as a monitor on the bus sees it.
+void TestVideoProcessing::each_call_sends_these_messages()
+{
+    QFETCH(CVideoScene::EState, state);
+    QFETCH(QByteArray, method);
+    QFETCH(QByteArray, name);
+    QFETCH(QStringList, messages);
+    QVERIFY(m_pcScene->enterState(state));
+    QDBusConnection cClient = m_pcScene->daemon().client();
+    const QString cDaemon = cClient.interface()->serviceOwner(QStringLiteral("velmar.haldend"));
+    CBusMonitor cMonitor;
+    QVERIFY(cMonitor.start(m_pcScene->bus().address()));
+
+    call(method, name.isNull() ? QString() : file(name));
+    QTRY_COMPARE(m_pcScene->signalled().size(), messages.filter(QStringLiteral("signal ->")).size());
+    // The answer that ends it is like no other.
+    QCOMPARE(call("get_video_recording_average_data_rate"), 22);
+    QVERIFY2(cMonitor.waitFor("int32 22"), cMonitor.seen().constData());
+    QVERIFY(cMonitor.end());
+
+    QStringList cSent = cMonitor.messagesOf(cDaemon);
+    cSent.replaceInStrings(QLatin1Char('=') + cClient.baseService(), QStringLiteral("=client"));
+    cSent.replaceInStrings(QFileInfo(file("a")).path() + QLatin1Char('/'), QString());
+    QCOMPARE(cSent, messages + QStringList{answer("int32 22")});
+    // What the monitor doesn't show.
+    QCOMPARE(m_pcScene->board().codecCalls().filter(QStringLiteral("no-reply")), QStringList());
 }
 
 void TestVideoProcessing::a_still_image_of_a_recording_pauses_it()
 {
     QCOMPARE(call("start_video_recording", file("film.ts")), OK);
     QCOMPARE(call("save_video_image", file("a.bmp")), OK);
-    QTRY_COMPARE(m_cSignals, QStringList{QStringLiteral("video_image_saved 0")});
+    QTRY_COMPARE(m_pcScene->signalled(), QStringList{QStringLiteral("video_image_saved 0")});
     QVERIFY(is("is_video_recording_running"));
-    QCOMPARE(m_pcScene->board().codecCalls().mid(1),
-             (QStringList{QStringLiteral("/Record pause interface=-"),
-                          QStringLiteral("/Record resume interface=-")}));
+    QCOMPARE(m_pcScene->board().codecCalls().mid(1), (QStringList{RECORD_PAUSE, RECORD_RESUME}));
     QCOMPARE(QImage(file("a.bmp")).size(), QSize(720, 576));
     QCOMPARE(call("stop_video_recording"), OK);
 
     QCOMPARE(call("display_video_image", file("a.bmp")), OK);
-    QCOMPARE(m_pcScene->board().fpgaRegister(0xff0000), 0x00100010U);
+    QCOMPARE(m_pcScene->board().fpgaRegister(CONTROL), STORED_PICTURE);
     QCOMPARE(call("clear_video_image"), INVALID_STATE);
-    QCOMPARE(m_pcScene->board().fpgaRegister(0xff0000), 0U);
+    QCOMPARE(m_pcScene->board().fpgaRegister(CONTROL), 0U);
 }
 
 void TestVideoProcessing::a_missing_image_is_shown_all_the_same()
 {
     QCOMPARE(call("display_video_image", file("none.bmp")), FILE_OPEN_ERROR);
-    QCOMPARE(m_pcScene->board().fpgaRegister(0xff0000), 0x00100010U);
+    QCOMPARE(m_pcScene->board().fpgaRegister(CONTROL), STORED_PICTURE);
     QCOMPARE(call("start_video_recording", file("film.ts")), INVALID_STATE);
     QCOMPARE(call("clear_video_image"), INVALID_STATE);
     QCOMPARE(call("start_video_recording", file("film.ts")), OK);
@@ -280,41 +396,81 @@ void TestVideoProcessing::the_camera_is_unplugged_and_plugged()
     QCOMPARE(call("get_video_input_type"), 0);
     QVERIFY(!is("is_video_input_available"));
     rcBoard.setCameraPlugged(false);
-    QTRY_COMPARE(m_cSignals, QStringList{QStringLiteral("video_input_type_changed 1")});
+    QTRY_COMPARE(m_pcScene->signalled(), QStringList{QStringLiteral("video_input_type_changed 1")});
     QCOMPARE(call("get_video_input_type"), 1);
     QVERIFY(is("is_video_input_available"));
-    QCOMPARE(rcBoard.fpgaRegister(0xff0000), 0x00800000U);
+    QCOMPARE(rcBoard.fpgaRegister(CONTROL), FRAME_GENERATOR);
     rcBoard.setCameraPlugged(true);
-    QTRY_COMPARE(m_cSignals.size(), 2);
-    QCOMPARE(m_cSignals.constLast(), QStringLiteral("video_input_type_changed 0"));
-    QCOMPARE(rcBoard.fpgaRegister(0xff0000), 0U);
+    QTRY_COMPARE(m_pcScene->signalled().size(), 2);
+    QCOMPARE(m_pcScene->signalled().constLast(), QStringLiteral("video_input_type_changed 0"));
+    QCOMPARE(rcBoard.fpgaRegister(CONTROL), 0U);
 }
 
-void TestVideoProcessing::a_file_that_does_not_grow_ends_the_recording()
+void TestVideoProcessing::the_end_stops_what_runs_data()
 {
-    m_pcScene->board().setCodecMode(BOARD_CODEC_STALL);
-    QCOMPARE(call("start_video_recording", file("film.ts")), OK);
-    QTRY_COMPARE_WITH_TIMEOUT(m_cSignals, QStringList{QStringLiteral("video_recording_error 1")},
-                              TIMEOUT_PROCESS_MS);
-    QTRY_COMPARE(m_pcScene->board().codecCalls().value(1),
-                 QStringLiteral("/Record stop interface=- no-reply"));
-    QCOMPARE(call("stop_video_recording"), INVALID_STATE);
+    QTest::addColumn<CVideoScene::EState>("state");
+    QTest::addColumn<QStringList>("calls");
+    const QStringList cNothing;
+    QTest::newRow("idle") << CVideoScene::IDLE << cNothing;
+    QTest::newRow("recording") << CVideoScene::RECORDING << QStringList{RECORD_STOP};
+    QTest::newRow("recording paused") << CVideoScene::RECORDING_PAUSED << QStringList{RECORD_STOP};
+    QTest::newRow("playback") << CVideoScene::PLAYBACK << QStringList{PLAY_STOP};
+    QTest::newRow("playback paused") << CVideoScene::PLAYBACK_PAUSED << QStringList{PLAY_STOP};
+    QTest::newRow("image") << CVideoScene::IMAGE << cNothing;
+    // What doesn't run isn't stopped.
+    QTest::newRow("image over a paused recording") << CVideoScene::IMAGE_RECORDING_PAUSED << cNothing;
+    QTest::newRow("error") << CVideoScene::FAILED << cNothing;
 }
 
-void TestVideoProcessing::a_running_recording_is_stopped_at_the_end()
+void TestVideoProcessing::the_end_stops_what_runs()
 {
-    QCOMPARE(call("start_video_recording", file("film.ts")), OK);
+    QFETCH(CVideoScene::EState, state);
+    QFETCH(QStringList, calls);
+    QVERIFY(m_pcScene->enterState(state));
+    m_pcScene->board().clearCodecCalls();
     QCOMPARE(m_pcScene->end(), QString());
-    QCOMPARE(m_pcScene->board().codecCalls().constLast(), QStringLiteral("/Record stop interface=-"));
-    QVERIFY2(m_pcScene->start(), m_pcScene->describe());
+    QCOMPARE(m_pcScene->board().codecCalls(), calls);
+    QCOMPARE(m_pcScene->signalled(), QStringList());
 }
 
-void TestVideoProcessing::a_running_playback_is_stopped_at_the_end()
+void TestVideoProcessing::the_end_without_a_codec_is_as_quiet_data()
 {
-    enterState(3);
+    QTest::addColumn<CVideoScene::EState>("state");
+    QTest::newRow("recording") << CVideoScene::RECORDING;
+    QTest::newRow("playback") << CVideoScene::PLAYBACK;
+}
+
+void TestVideoProcessing::the_end_without_a_codec_is_as_quiet()
+{
+    QFETCH(CVideoScene::EState, state);
+    QVERIFY(m_pcScene->enterState(state));
+    m_pcScene->codec().end();
     QCOMPARE(m_pcScene->end(), QString());
-    QCOMPARE(m_pcScene->board().codecCalls().constLast(), QStringLiteral("/Play stop interface=-"));
-    QVERIFY2(m_pcScene->start(), m_pcScene->describe());
+}
+
+// The signal comes while the save waits for the pause of the recording.
+void TestVideoProcessing::the_end_comes_after_a_pending_save()
+{
+    QVERIFY(m_pcScene->enterState(CVideoScene::RECORDING));
+    m_pcScene->board().setCodecDelay(500);
+    m_pcScene->ask("save_video_image", file("a.bmp"));
+    QTRY_COMPARE(m_pcScene->board().codecCalls().value(1), RECORD_PAUSE);
+    ::kill(static_cast<pid_t>(m_pcScene->daemon().pid()), SIGTERM);
+    QCOMPARE(m_pcScene->end(), QString());
+    QCOMPARE(m_pcScene->board().codecCalls().mid(1), (QStringList{RECORD_PAUSE, RECORD_RESUME, RECORD_STOP}));
+    QCOMPARE(QImage(file("a.bmp")).size(), QSize(720, 576));
+    QTRY_COMPARE(m_pcScene->signalled(), QStringList{QStringLiteral("video_image_saved 0")});
+}
+
+void TestVideoProcessing::the_end_comes_after_a_running_save()
+{
+    QVERIFY(m_pcScene->enterState(CVideoScene::RECORDING));
+    QCOMPARE(call("save_video_image", file("a.bmp")), OK);
+    QTRY_VERIFY(QFileInfo::exists(file("a.bmp")));
+    QCOMPARE(m_pcScene->end(), QString());
+    QCOMPARE(m_pcScene->board().codecCalls().mid(1), (QStringList{RECORD_PAUSE, RECORD_RESUME, RECORD_STOP}));
+    QCOMPARE(QFileInfo(file("a.bmp")).size(), 54 + 4 * 720 * 576);
+    QTRY_COMPARE(m_pcScene->signalled(), QStringList{QStringLiteral("video_image_saved 0")});
 }
 
 QTEST_GUILESS_MAIN(TestVideoProcessing)
