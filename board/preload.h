@@ -60,6 +60,20 @@ void descriptor_copy(int original, int copy);
 unsigned descriptor_slave(int descriptor);
 void descriptor_set_slave(int descriptor, unsigned slave);
 
+/* The number of the position of the descriptor's file, 0 if it has none of ours. */
+unsigned descriptor_position(int descriptor);
+void descriptor_set_position(int descriptor, unsigned number);
+
+/* --- Positions: where reads and writes of a device stand. Results as of the system call. --- */
+
+/* Gives a file that was just opened a position, if there is one left. */
+void position_begin(int descriptor);
+
+int64_t position_of(int descriptor);
+int64_t position_seek(int descriptor, int64_t offset, int whence);
+ssize_t position_read(int descriptor, void* buffer, size_t count);
+ssize_t position_write(int descriptor, const void* buffer, size_t count);
+
 /* --- The attached board --- */
 
 struct file_identity {
@@ -135,7 +149,6 @@ void judge_operation(const struct board* board, enum device device, const char* 
 
 int device_open(enum device device, int descriptor); /* judges one that was just opened */
 void device_close(enum device device);               /* notes it; before the close */
-void device_forget_seek(void);                       /* when a descriptor may become another file's */
 int64_t device_seek(enum device device, int descriptor, int64_t offset, int whence);
 ssize_t device_read(enum device device, int descriptor, void* buffer, size_t count);
 ssize_t device_write(enum device device, int descriptor, const void* buffer, size_t count);

@@ -1,7 +1,7 @@
 /* The table of descriptors.
  *
- * One atomic word a descriptor: the device, and above it the I2C slave address chosen on it. Of a closed
- * descriptor that was a device the device stands above instead, and none below. Descriptors behind the end of
+ * One atomic word a descriptor: the device, and above it, on the I2C bus, the slave address chosen there, otherwise the
+ * number of the file's position. Of a closed descriptor that was a device the device stands above instead, and none below. Descriptors behind the end of
  * the table are looked at anew every time, and have no slave address.
  */
 #include "board/preload.h"
@@ -102,10 +102,15 @@ void descriptor_copy(int original, int copy)
         store(to, from != NULL ? load(from) : DEVICE_UNKNOWN);
 }
 
-unsigned descriptor_slave(int descriptor)
+static unsigned above_device(int descriptor)
 {
     const uint16_t* entry = entry_of(descriptor);
     return entry != NULL ? (unsigned)load(entry) >> DEVICE_BITS : 0;
+}
+
+unsigned descriptor_slave(int descriptor)
+{
+    return above_device(descriptor);
 }
 
 void descriptor_set_slave(int descriptor, unsigned slave)
@@ -113,4 +118,16 @@ void descriptor_set_slave(int descriptor, unsigned slave)
     uint16_t* entry = entry_of(descriptor);
     if (entry != NULL)
         store(entry, DEVICE_I2C | slave << DEVICE_BITS);
+}
+
+unsigned descriptor_position(int descriptor)
+{
+    return above_device(descriptor);
+}
+
+void descriptor_set_position(int descriptor, unsigned number)
+{
+    uint16_t* entry = entry_of(descriptor);
+    if (entry != NULL)
+        store(entry, (load(entry) & ((1u << DEVICE_BITS) - 1)) | number << DEVICE_BITS);
 }

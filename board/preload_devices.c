@@ -10,9 +10,6 @@
 #include <string.h>
 
 NEXT(close, int, int)
-NEXT(lseek64, int64_t, int, int64_t, int)
-NEXT(read, ssize_t, int, void*, size_t)
-NEXT(write, ssize_t, int, const void*, size_t)
 
 /* Requests of the FPGA's driver, as the target's processor encodes them: the kernel's macros give other
  * numbers elsewhere. Six in a row transfer a register, in both directions, at three widths. */
@@ -77,8 +74,11 @@ int device_open(enum device device, int descriptor)
         }
         line_finish(&line, board, error);
     }
-    if (error == 0)
+    if (error == 0) {
+        if (device == DEVICE_FPGA)
+            position_begin(descriptor);
         return descriptor;
+    }
     descriptor_forget(descriptor);
     next_close()(descriptor);
     return outcome(error);
@@ -129,36 +129,11 @@ static void trace_transfer(const struct board* board, enum device device, const 
     line_finish(&line, board, result < 0 ? errno : 0);
 }
 
-/* Where this thread's last seek went, for the transfer that follows it: to ask again would be half of what a board
- * costs. One transfer only, because what moves the position besides isn't known here. */
-static __thread struct {
-    bool known;
-    int descriptor;
-    int64_t position;
-} s_seek;
-
-void device_forget_seek(void)
-{
-    s_seek.known = false;
-}
-
-static int64_t position_of(int descriptor)
-{
-    bool known = s_seek.known && s_seek.descriptor == descriptor;
-    s_seek.known = false;
-    return known ? s_seek.position : next_lseek64()(descriptor, 0, SEEK_CUR);
-}
-
 int64_t device_seek(enum device device, int descriptor, int64_t offset, int whence)
 {
     const struct board* board = board_current();
     int error = device == DEVICE_I2C ? ESPIPE : fault_take(board, traits(device)->seek, NULL);
-    int64_t position = error == 0 ? next_lseek64()(descriptor, offset, whence) : outcome(error);
-    if (position >= 0) {
-        s_seek.known = true;
-        s_seek.descriptor = descriptor;
-        s_seek.position = position;
-    }
+    int64_t position = error == 0 ? position_seek(descriptor, offset, whence) : outcome(error);
     if (device == DEVICE_I2C)
         judge_operation(board, device, "seek", "no such operation");
     if (tracing(board)) {
@@ -194,7 +169,7 @@ static ssize_t read_inside(const struct board* board, enum device device, int de
                            size_t count)
 {
     judge_transfer(board, device, descriptor, false, count);
-    return next_read()(descriptor, buffer, count);
+    return position_read(descriptor, buffer, count);
 }
 
 ssize_t device_read(enum device device, int descriptor, void* buffer, size_t count)
@@ -218,7 +193,7 @@ static ssize_t write_inside(const struct board* board, enum device device, int d
     int64_t room = device_bytes(device) - judge_transfer(board, device, descriptor, true, count);
     if (count > 0 && room <= 0)
         return outcome(ENOSPC);
-    return next_write()(descriptor, buffer, (uint64_t)room < count ? (size_t)room : count);
+    return position_write(descriptor, buffer, (uint64_t)room < count ? (size_t)room : count);
 }
 
 ssize_t device_write(enum device device, int descriptor, const void* buffer, size_t count)

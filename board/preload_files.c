@@ -104,17 +104,14 @@ int board_close(int descriptor)
     enum device device = device_for(descriptor, "close");
     if (device != DEVICE_NONE)
         device_close(device);
-    device_forget_seek();
     descriptor_close(descriptor, device);
     return next_close()(descriptor);
 }
 
 static int copied(int original, int copy)
 {
-    if (copy >= 0 && copy != original) {
-        device_forget_seek();
+    if (copy >= 0 && copy != original)
         descriptor_copy(original, copy);
-    }
     return copy;
 }
 

@@ -4,12 +4,14 @@
 #include <QTest>
 
 #include <cerrno>
+#include <limits>
 
 #include <fcntl.h>
 #include <linux/i2c-dev.h>
 #include <linux/i2c.h>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace
@@ -66,6 +68,10 @@ private slots:
     void fpga_answers_the_plain_request();
     void fpga_needs_a_record();
     void fpga_memory_is_a_seekable_file();
+    void fpga_positions_are_those_of_open_files();
+    void fpga_positions_are_shared_by_processes();
+    void fpga_positions_can_not_go_before_the_begin();
+    void fpga_positions_work_however_many_files_were_opened();
     void fpga_does_not_grow();
 
     void i2c_reads_and_writes_chips_apart();
@@ -225,6 +231,73 @@ void TestPreloadDevices::fpga_memory_is_a_seekable_file()
     QCOMPARE(::lseek(m_iFpga, 0, SEEK_END), off_t(BOARD_FPGA_BYTES));
     char cByte = 0;
     QCOMPARE(::read(m_iFpga, &cByte, 1), ssize_t(0));
+}
+
+// A copy of a descriptor is the same open file, one that is opened again is another.
+void TestPreloadDevices::fpga_positions_are_those_of_open_files()
+{
+    const int iCopy = ::dup(m_iFpga);
+    const int iOther = m_pcBoard->openDevice(BOARD_FPGA);
+    ::lseek(m_iFpga, 0x300000, SEEK_SET);
+    QCOMPARE(::write(iCopy, "ab", 2), ssize_t(2));
+    QCOMPARE(::lseek(m_iFpga, 0, SEEK_CUR), off_t(0x300002));
+    QCOMPARE(::lseek(iCopy, -1, SEEK_CUR), off_t(0x300001));
+    char cByte = 0;
+    QCOMPARE(::read(m_iFpga, &cByte, 1), ssize_t(1));
+    QCOMPARE(cByte, 'b');
+    QCOMPARE(::lseek(iOther, 0, SEEK_CUR), off_t(0));
+    ::close(m_iFpga);
+    QCOMPARE(::lseek(iCopy, 0, SEEK_CUR), off_t(0x300002));
+    m_iFpga = m_pcBoard->openDevice(BOARD_FPGA);
+    QCOMPARE(::lseek(m_iFpga, 0, SEEK_CUR), off_t(0));
+    ::close(iCopy);
+    ::close(iOther);
+}
+
+void TestPreloadDevices::fpga_positions_are_shared_by_processes()
+{
+    ::lseek(m_iFpga, 0x300000, SEEK_SET);
+    const pid_t iChild = ::fork();
+    if (iChild == 0)
+        ::_exit(::write(m_iFpga, "abc", 3) == 3 ? 0 : 1);
+    int iStatus = -1;
+    QCOMPARE(::waitpid(iChild, &iStatus, 0), iChild);
+    QCOMPARE(iStatus, 0);
+    QCOMPARE(::lseek(m_iFpga, 0, SEEK_CUR), off_t(0x300003));
+    QCOMPARE((*m_pcBoard)->fpgaMemory(0x300000, 3), QByteArray("abc"));
+}
+
+void TestPreloadDevices::fpga_positions_can_not_go_before_the_begin()
+{
+    ::lseek(m_iFpga, 5, SEEK_SET);
+    for (const off_t iOffset :
+         {off_t(-6), std::numeric_limits<off_t>::min(), std::numeric_limits<off_t>::max()}) {
+        errno = 0;
+        QCOMPARE(::lseek(m_iFpga, iOffset, SEEK_CUR), off_t(-1));
+        QVERIFY(errno == EINVAL || errno == EOVERFLOW);
+    }
+    QCOMPARE(::lseek(m_iFpga, -1, SEEK_SET), off_t(-1));
+    QCOMPARE(errno, EINVAL);
+    QCOMPARE(::lseek(m_iFpga, 0, 77), off_t(-1));
+    QCOMPARE(errno, EINVAL);
+    QCOMPARE(::lseek(m_iFpga, 0, SEEK_CUR), off_t(5));
+}
+
+// The library has a limited number of them, and leaves the others to the kernel.
+void TestPreloadDevices::fpga_positions_work_however_many_files_were_opened()
+{
+    for (int i = 0; i < 300; ++i) {
+        const int iFpga = m_pcBoard->openDevice(BOARD_FPGA);
+        const char cWritten = static_cast<char>(i);
+        char cRead = 0;
+        QCOMPARE(::lseek(iFpga, 0x300000, SEEK_SET), off_t(0x300000));
+        QCOMPARE(::write(iFpga, &cWritten, 1), ssize_t(1));
+        QCOMPARE(::lseek(iFpga, -1, SEEK_CUR), off_t(0x300000));
+        QCOMPARE(::read(iFpga, &cRead, 1), ssize_t(1));
+        QCOMPARE(cRead, cWritten);
+        QCOMPARE(::lseek(iFpga, 0, SEEK_CUR), off_t(0x300001));
+        ::close(iFpga);
+    }
 }
 
 void TestPreloadDevices::fpga_does_not_grow()
