@@ -3,7 +3,8 @@
  * The kernel would keep that too. But a seek would then be a call of its own, nearly as dear as the transfer behind it,
  * and the daemon seeks before every cell that it writes. Each open file has a position, which its descriptors share, and
  * so do forked processes: it lives in memory that they share. None is given back; who opens more files than there are
- * positions gets the kernel's for the rest.
+ * positions gets the kernel's for the rest. They have 32 bits, which is what the target stores at once; devices are
+ * smaller by far.
  */
 #include "board/preload.h"
 
@@ -18,26 +19,26 @@ NEXT(mmap64, void*, void*, size_t, int, int, int, int64_t)
 NEXT(read, ssize_t, int, void*, size_t)
 NEXT(write, ssize_t, int, const void*, size_t)
 
-static int64_t* s_positions;
+static uint32_t* s_positions;
 
-static int64_t* positions(void)
+static uint32_t* positions(void)
 {
-    int64_t* table = __atomic_load_n(&s_positions, __ATOMIC_ACQUIRE);
+    uint32_t* table = __atomic_load_n(&s_positions, __ATOMIC_ACQUIRE);
     if (table != NULL)
         return table;
-    void* map = next_mmap64()(NULL, POSITIONS * sizeof(int64_t), PROT_READ | PROT_WRITE,
+    void* map = next_mmap64()(NULL, POSITIONS * sizeof(uint32_t), PROT_READ | PROT_WRITE,
                               MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     if (map == MAP_FAILED)
         return NULL;
-    if (__atomic_compare_exchange_n(&s_positions, &table, (int64_t*)map, false, __ATOMIC_ACQ_REL,
+    if (__atomic_compare_exchange_n(&s_positions, &table, (uint32_t*)map, false, __ATOMIC_ACQ_REL,
                                     __ATOMIC_ACQUIRE))
         return map;
-    munmap(map, POSITIONS * sizeof(int64_t));
+    munmap(map, POSITIONS * sizeof(uint32_t));
     return table;
 }
 
 /* The place of an open file's position; null if the kernel keeps it. */
-static int64_t* place_of(int descriptor)
+static uint32_t* place_of(int descriptor)
 {
     unsigned number = descriptor_position(descriptor);
     return number != 0 ? s_positions + number : NULL;
@@ -45,23 +46,29 @@ static int64_t* place_of(int descriptor)
 
 void position_begin(int descriptor)
 {
-    int64_t* table = positions();
+    uint32_t* table = positions();
     if (table == NULL)
         return;
-    int64_t number = __atomic_add_fetch(&table[0], 1, __ATOMIC_RELAXED);
+    uint32_t number = __atomic_add_fetch(&table[0], 1, __ATOMIC_RELAXED);
     if (number < POSITIONS)
-        descriptor_set_position(descriptor, (unsigned)number);
+        descriptor_set_position(descriptor, number);
 }
 
 int64_t position_of(int descriptor)
 {
-    const int64_t* place = place_of(descriptor);
+    const uint32_t* place = place_of(descriptor);
     return place != NULL ? __atomic_load_n(place, __ATOMIC_RELAXED) : next_lseek64()(descriptor, 0, SEEK_CUR);
+}
+
+static int64_t refused(void)
+{
+    errno = EINVAL;
+    return -1;
 }
 
 int64_t position_seek(int descriptor, int64_t offset, int whence)
 {
-    int64_t* place = place_of(descriptor);
+    uint32_t* place = place_of(descriptor);
     if (place == NULL)
         return next_lseek64()(descriptor, offset, whence);
     int64_t position = offset;
@@ -69,23 +76,23 @@ int64_t position_seek(int descriptor, int64_t offset, int whence)
         position = -1;
     if (whence != SEEK_SET && whence != SEEK_CUR)
         position = next_lseek64()(descriptor, offset, whence);
-    else if (position < 0)
-        errno = EINVAL;
+    else if (position < 0 || position > UINT32_MAX)
+        position = refused();
     if (position >= 0)
-        __atomic_store_n(place, position, __ATOMIC_RELAXED);
-    return position < 0 ? -1 : position;
+        __atomic_store_n(place, (uint32_t)position, __ATOMIC_RELAXED);
+    return position;
 }
 
-static ssize_t moved(int64_t* place, int64_t position, ssize_t result)
+static ssize_t moved(uint32_t* place, int64_t position, ssize_t result)
 {
     if (result > 0)
-        __atomic_store_n(place, position + result, __ATOMIC_RELAXED);
+        __atomic_store_n(place, (uint32_t)(position + result), __ATOMIC_RELAXED);
     return result;
 }
 
 ssize_t position_read(int descriptor, void* buffer, size_t count)
 {
-    int64_t* place = place_of(descriptor);
+    uint32_t* place = place_of(descriptor);
     if (place == NULL)
         return next_read()(descriptor, buffer, count);
     int64_t position = position_of(descriptor);
@@ -94,7 +101,7 @@ ssize_t position_read(int descriptor, void* buffer, size_t count)
 
 ssize_t position_write(int descriptor, const void* buffer, size_t count)
 {
-    int64_t* place = place_of(descriptor);
+    uint32_t* place = place_of(descriptor);
     if (place == NULL)
         return next_write()(descriptor, buffer, count);
     int64_t position = position_of(descriptor);
