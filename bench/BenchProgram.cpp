@@ -9,18 +9,18 @@
 
 #include <getopt.h>
 
-bool parseNumber(const char* pszText, int iMin, int iMax, int& riNumber)
+SBenchOption numberOption(const char* pszName, int iMin, int iMax, int& riNumber)
 {
-    const char* pszEnd = pszText + strlen(pszText);
-    const auto [pszStop, eError] = std::from_chars(pszText, pszEnd, riNumber);
-    return eError == std::errc() && pszStop == pszEnd && riNumber >= iMin && riNumber <= iMax;
+    return {pszName, [iMin, iMax, &riNumber](const char* pszText) {
+                const char* pszEnd = pszText + strlen(pszText);
+                const auto [pszStop, eError] = std::from_chars(pszText, pszEnd, riNumber);
+                return eError == std::errc() && pszStop == pszEnd && riNumber >= iMin && riNumber <= iMax;
+            }};
 }
 
 SBenchOption roundsOption(int& riRounds)
 {
-    return {"rounds", [&riRounds](const char* pszText) {
-                return parseNumber(pszText, ROUNDS_MIN, ROUNDS_MAX, riRounds);
-            }};
+    return numberOption("rounds", ROUNDS_MIN, ROUNDS_MAX, riRounds);
 }
 
 int parseOptions(int iCount, char** ppszArguments, const std::vector<SBenchOption>& rcOptions,
@@ -76,6 +76,13 @@ CRoundStatistics measureRounds(int iRounds, const std::function<CRoundStatistics
             cStatistics.add(cRound);
     }
     return cStatistics;
+}
+
+void printRatios(const CRatioTable& rcTable, const std::string& rcRounds)
+{
+    std::cout << rcTable.text() << "\nMedians of " << rcRounds
+              << "; the ratio is the median of the rounds' ratios.\n";
+    printBuildWarning();
 }
 
 void printBuildWarning()

@@ -3,10 +3,12 @@
 #ifndef HALDEND_BENCH_BENCHPROGRAM_H
 #define HALDEND_BENCH_BENCHPROGRAM_H
 
+#include "bench/CRatioTable.h"
 #include "bench/CRoundStatistics.h"
 
 #include <functional>
 #include <iosfwd>
+#include <string>
 #include <vector>
 
 const int WARM_UP_ROUNDS = 5; // measured, and dropped
@@ -15,14 +17,14 @@ const int WARM_UP_ROUNDS = 5; // measured, and dropped
 const int ROUNDS_MIN = 40;
 const int ROUNDS_MAX = 100000;
 
-/// A decimal number from iMin to iMax, and nothing behind it. Returns false for anything else.
-bool parseNumber(const char* pszText, int iMin, int iMax, int& riNumber);
-
 /// An option with an argument, and what takes it: false if it is of no use.
 struct SBenchOption {
     const char* pszName;
     std::function<bool(const char*)> cTake;
 };
+
+/// An option for a decimal number from iMin to iMax, with nothing behind it.
+SBenchOption numberOption(const char* pszName, int iMin, int iMax, int& riNumber);
 
 /// --rounds N.
 SBenchOption roundsOption(int& riRounds);
@@ -38,6 +40,9 @@ int runBench(const char* pszProgram, const std::function<void()>& rcWork);
 /// The rounds that are measured, and those of warming up before them, which are dropped. The function gets the number of
 /// the round. Looks for an interruption before each.
 CRoundStatistics measureRounds(int iRounds, const std::function<CRoundStatistics::CRound(int)>& rcMeasure);
+
+/// Prints the table, what its figures are the medians of, such as "40 rounds", and the warning below.
+void printRatios(const CRatioTable& rcTable, const std::string& rcRounds);
 
 /// Says below the table that it is worth nothing, if this isn't the build that is shipped.
 void printBuildWarning();

@@ -13,8 +13,8 @@ namespace
 {
 
 const char* const BUS = "org.freedesktop.DBus";
-const char* const CODEC = "velmar.mobilygen";
 const char* const BUS_PATH = "/org/freedesktop/DBus";
+const char* const CODEC = "velmar.mobilygen";
 
 const std::uint64_t MICROSECONDS_TO_CALL = TIMEOUT_CALL_MS * std::uint64_t{1000};
 

@@ -76,9 +76,7 @@ void measure(const SOptions& rsOptions)
     COverlayMeter cMeter(rsOptions.cBoard + "/fpgamem");
     const CRoundStatistics cStatistics =
         measureRounds(rsOptions.iRounds, [&cMeter](int iRound) { return measureRound(cMeter, iRound); });
-    std::cout << CRatioTable(cStatistics, ROWS).text() << "\nMedians of " << rsOptions.iRounds
-              << " rounds; the ratio is the median of the rounds' ratios.\n";
-    printBuildWarning();
+    printRatios(CRatioTable(cStatistics, ROWS), std::to_string(rsOptions.iRounds) + " rounds");
 }
 
 void measureOnNewBoard(const SOptions& rsOptions)

@@ -69,10 +69,8 @@ CRoundStatistics measure(const SOptions& rsOptions)
 
 void print(const CRoundStatistics& rcStatistics, const SOptions& rsOptions)
 {
-    std::cout << CRatioTable(rcStatistics, ROWS).text() << "\nMedians of " << rsOptions.iRounds
-              << " rounds of " << rsOptions.iCalls
-              << " getters a service; the ratio is the median of the rounds' ratios.\n";
-    printBuildWarning();
+    printRatios(CRatioTable(rcStatistics, ROWS), std::to_string(rsOptions.iRounds) + " rounds of " +
+                                                     std::to_string(rsOptions.iCalls) + " getters a service");
 }
 
 } // namespace
@@ -82,10 +80,7 @@ int main(int iCount, char** ppszArguments)
     SOptions sOptions;
     const std::vector<SBenchOption> cOptions = {
         roundsOption(sOptions.iRounds),
-        {"calls",
-                            [&sOptions](const char* pszText) {
-             return parseNumber(pszText, CALLS_MIN, CALLS_MAX, sOptions.iCalls);
-         }},
+        numberOption("calls", CALLS_MIN, CALLS_MAX, sOptions.iCalls),
     };
     const int iStatus = parseOptions(iCount, ppszArguments, cOptions, printUsage);
     if (iStatus != -1)

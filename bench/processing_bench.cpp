@@ -72,9 +72,7 @@ void measure(const SOptions& rsOptions)
     CProcessingMeter cMeter;
     const CRoundStatistics cStatistics =
         measureRounds(rsOptions.iRounds, [&cMeter](int iRound) { return measureRound(cMeter, iRound); });
-    std::cout << CRatioTable(cStatistics, ROWS).text() << "\nMedians of " << rsOptions.iRounds
-              << " rounds; the ratio is the median of the rounds' ratios.\n";
-    printBuildWarning();
+    printRatios(CRatioTable(cStatistics, ROWS), std::to_string(rsOptions.iRounds) + " rounds");
 }
 
 } // namespace

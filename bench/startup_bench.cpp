@@ -57,9 +57,7 @@ void measure(const SOptions& rsOptions)
         }
         return cRound;
     });
-    std::cout << CRatioTable(cStatistics, ROWS).text() << "\nMedians of " << rsOptions.iRounds
-              << " starts of each; the ratio is the median of the rounds' ratios.\n";
-    printBuildWarning();
+    printRatios(CRatioTable(cStatistics, ROWS), std::to_string(rsOptions.iRounds) + " starts of each");
 }
 
 } // namespace
