@@ -6,6 +6,7 @@
 #include "fpga/video_image.h"
 #include "hw/fpga_device.h"
 #include "hw/lime_device.h"
+#include "hw/open_path.h"
 #include "hw/saa71xx_device.h"
 #include "platform/Lime.h"
 #include "platform/VideoImageFile.h"
@@ -18,7 +19,7 @@
 #include <memory>
 #include <new>
 
-#include <sys/stat.h>
+#include <fcntl.h>
 #include <unistd.h>
 
 const char* CMultimediaPlatform::m_pszI2CPort = nullptr;
@@ -53,13 +54,12 @@ bool programI2CChip(const char* pszPort, int iSlave, const chip_regs& rsChip, co
     return bProgrammed;
 }
 
-/// To open a FIFO would wait for its other end, perhaps for ever.
-bool openImageFile(QFile& rcFile, QIODevice::OpenMode eMode)
+/// Opens the path as open_data_file() does.
+bool openImageFile(QFile& rcFile, const QString& rcPath, QIODevice::OpenModeFlag eMode)
 {
-    struct stat sStat;
-    const bool bFifo =
-        stat(QFile::encodeName(rcFile.fileName()).constData(), &sStat) == 0 && S_ISFIFO(sStat.st_mode);
-    return !bFifo && rcFile.open(eMode);
+    const int iAccess = eMode == QIODevice::ReadOnly ? O_RDONLY : O_WRONLY;
+    const int iDescriptor = open_data_file(QFile::encodeName(rcPath).constData(), iAccess);
+    return iDescriptor >= 0 && rcFile.open(iDescriptor, eMode, QFileDevice::AutoCloseHandle);
 }
 
 /// Black. Null without memory, which on the target can run out of addresses.
@@ -210,8 +210,8 @@ CMultimediaPlatform::EImageOpResult CMultimediaPlatform::saveVideoImage(const QS
     const std::unique_ptr<char[]> cImage = allocateImage();
     if (cImage == nullptr || get_video_image_from_fpga(pixels(cImage), 0, VIDEO_IMAGE_SIZE) != 0)
         return eImageOpResultHardwareError;
-    QFile cFile(rcPath);
-    if (!openImageFile(cFile, QIODevice::WriteOnly | QIODevice::Truncate))
+    QFile cFile;
+    if (!openImageFile(cFile, rcPath, QIODevice::WriteOnly))
         return eImageOpResultFileOpenError;
     const EImageOpResult eResult = WriteVideoImageBufferToFile(cFile, cImage.get(), VIDEO_IMAGE_SIZE);
     fsync(cFile.handle());
@@ -222,8 +222,8 @@ CMultimediaPlatform::EImageOpResult CMultimediaPlatform::saveVideoImage(const QS
 
 CMultimediaPlatform::EImageOpResult CMultimediaPlatform::loadVideoImage(const QString& rcPath)
 {
-    QFile cFile(rcPath);
-    if (!openImageFile(cFile, QIODevice::ReadOnly))
+    QFile cFile;
+    if (!openImageFile(cFile, rcPath, QIODevice::ReadOnly))
         return eImageOpResultFileOpenError;
     const std::unique_ptr<char[]> cImage = allocateImage();
     if (cImage == nullptr)

@@ -58,7 +58,8 @@ public:
 
     /// \name Still images
     /// Windows bitmaps of 720 x 576 pixels of 32 bits, 1,658,934 bytes, bottom line first: see
-    /// VideoImageFile.h. A FIFO can't be opened here; it would hold up the daemon.
+    /// VideoImageFile.h. A FIFO, a socket and a terminal count as files that can't be opened, because they would hold
+    /// up the daemon.
     /// @{
 
     /// Saves the FPGA's stored picture. Takes 1 s longer than the writing itself.

@@ -1,12 +1,15 @@
 /* Register files. */
 #include "regdb/config_file.h"
 
+#include "hw/open_path.h"
 #include "regdb/config_guard.h"
 #include "regdb/config_mirror.h"
 #include "regdb/registers.h"
 
 #include <cstdio>
 #include <ctime>
+
+#include <fcntl.h>
 
 static int report_failure(const chip_regs* chip, const char* path, int line, const char* text)
 {
@@ -96,7 +99,7 @@ static void write_header(FILE* file)
 
 int write_config_to_file(const chip_regs* chip, const char* path, int read_first)
 {
-    FILE* file = fopen(path, "w+");
+    FILE* file = stream_of_descriptor(open_data_file(path, O_RDWR), "w+");
     if (file == nullptr)
         return -1;
     write_header(file);

@@ -22,9 +22,9 @@ void set_all_regs_from_config(const struct chip_regs* chip);
 void set_reg_by_name_from_config_setting(const struct chip_regs* chip, config_setting_t* group);
 
 /* Writes the register table to the file, in a layout with all addresses, values and help texts in comments; if
- * read_first isn't 0 every register is read from the chip before. Returns 0, or what fclose() does; -1 if the
- * file can't be opened. The fields of 8- and 16-bit registers are written as 0: their values stand in the
- * comment of the register. */
+ * read_first isn't 0 every register is read from the chip before. Returns 0, or what fclose() does; -1 if
+ * open_data_file() doesn't open the file. The fields of 8- and 16-bit registers are
+ * written as 0: their values stand in the comment of the register. */
 int write_config_to_file(const struct chip_regs* chip, const char* path, int read_first);
 
 #ifdef __cplusplus

@@ -1,25 +1,22 @@
 /* Which files can be given to the configuration library. */
 #include "regdb/config_guard.h"
 
+#include "hw/open_path.h"
+
+#include <cerrno>
 #include <cstdio>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 
-#include <sys/stat.h>
+#include <fcntl.h>
 
 static const char BLANKS[] = " \t";
 
 /* The library's time for a word or a comment grows with the square of its length: megabytes in one line, such as a
  * damaged file may have, would take minutes. */
 static const size_t LONGEST_LINE = 131072;
-
-static bool is_regular_or_absent(const std::string& path)
-{
-    struct stat status = {};
-    return stat(path.c_str(), &status) != 0 || S_ISREG(status.st_mode);
-}
 
 /* Where in a line the name of the file begins that it includes; npos if it includes none. As the library reads it,
  * the directive begins its line. Lines in comments count as well, which refuses more than the library would fail
@@ -88,12 +85,14 @@ static bool is_safe(const std::string& path, std::set<std::string>* seen)
 {
     if (!seen->insert(path).second)
         return true;
-    if (!is_regular_or_absent(path))
-        return false;
-    FILE* file = fopen(path.c_str(), "r");
+    struct stat status = {};
+    const int descriptor = open_path(path.c_str(), O_RDONLY, &status);
+    if (descriptor < 0)
+        return errno != EWOULDBLOCK;
+    FILE* file = stream_of_descriptor(descriptor, "r");
     if (file == nullptr)
-        return true;
-    const bool safe = has_safe_lines(file, seen);
+        return false;
+    const bool safe = S_ISREG(status.st_mode) && has_safe_lines(file, seen);
     fclose(file);
     return safe;
 }

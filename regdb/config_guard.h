@@ -11,8 +11,8 @@
 extern "C" {
 #endif
 
-/* 1 if the file, and every file that it includes, is a regular one that can be read to its end, or can't be opened
- * at all; else 0. Also 0 if it isn't plain what it includes, and if a line is longer than 128 KiB. */
+/* 1 if the file, and every file that it includes, is a regular one that can be read to its end without waiting, or
+ * can't be opened at all; else 0. Also 0 if it isn't plain what it includes, and if a line is longer than 128 KiB. */
 int config_file_is_safe(const char* path);
 
 #ifdef __cplusplus

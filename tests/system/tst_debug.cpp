@@ -33,6 +33,7 @@ private slots:
     void saves_what_is_in_the_chips();
     void saves_nothing_where_it_can_not_data();
     void saves_nothing_where_it_can_not();
+    void saves_nothing_on_a_full_disk();
     void a_saved_file_of_the_display_controller_stops_the_next_reload();
     void saved_files_of_decoder_and_encoder_program_zeros();
 
@@ -287,6 +288,20 @@ void TestDebug::saves_nothing_where_it_can_not()
     QVERIFY(contents(cLime).endsWith("};\n\n"));
 }
 
+void TestDebug::saves_nothing_on_a_full_disk()
+{
+    QList<QByteArray> cBefore;
+    for (const QString& rcName : FILES)
+        cBefore << contents(rcName);
+    m_pcScene->board().setFault({BOARD_OPERATION_CNFS_WRITE});
+    send("save_hardware_config");
+    QCOMPARE(m_pcScene->board().faults().value(0).u32Hits, 4U);
+    QList<QByteArray> cAfter;
+    for (const QString& rcName : FILES)
+        cAfter << contents(rcName);
+    QCOMPARE(cAfter, cBefore);
+}
+
 void TestDebug::a_saved_file_of_the_display_controller_stops_the_next_reload()
 {
     send("save_hardware_config");
@@ -392,6 +407,9 @@ void TestDebug::a_reload_survives_any_file_data()
     QTest::newRow("includes what isn't there") << QByteArray("@include \"/nonexistent\"\n");
     QTest::newRow("a folder") << QByteArray("FOLDER");
     QTest::newRow("a FIFO") << QByteArray("FIFO");
+    QTest::newRow("a terminal") << QByteArray("LINK /dev/ptmx");
+    QTest::newRow("a file that waits when it is read") << QByteArray("LINK /proc/kmsg");
+    QTest::newRow("includes a file that waits when it is read") << QByteArray("@include \"/proc/kmsg\"\n");
 }
 
 void TestDebug::a_reload_survives_any_file()
@@ -405,6 +423,8 @@ void TestDebug::a_reload_survives_any_file()
         QVERIFY(QDir().mkdir(file(cFpga)));
     else if (text == "FIFO")
         QCOMPARE(mkfifo(qPrintable(file(cFpga)), 0600), 0);
+    else if (text.startsWith("LINK "))
+        QVERIFY(QFile::link(QString::fromLatin1(text.mid(5)), file(cFpga)));
     else
         write(cFpga, text);
     send("reload_hardware_config");

@@ -11,9 +11,15 @@
 #include <QtTest>
 
 #include <climits>
+#include <csignal>
 #include <functional>
 #include <memory>
 #include <vector>
+
+#include <fcntl.h>
+#include <pty.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 class TestVideoProcessingFaults : public QObject
 {
@@ -56,10 +62,14 @@ private:
     QString file(const char* pszName) const { return m_pcScene->file(pszName); }
     quint32 control() const { return m_pcScene->board().fpgaRegister(0xff0000); }
     QString placeOf(const QString& rcName) const;
+    void makeFilesThatWait();
+    void closeFilesThatWait();
     QByteArray storedPicture() const { return m_pcScene->board().fpgaMemory(0x1000000, 4 * 720 * 576); }
     bool isBackIn(CVideoScene::EState eState);
 
     QScopedPointer<CVideoScene> m_pcScene;
+    QString m_cTerminal;
+    std::vector<int> m_cDescriptors; ///< of the files that wait
 };
 
 Q_DECLARE_METATYPE(CVideoScene::EState)
@@ -74,7 +84,6 @@ static const qint64 IMAGE_BYTES = 54 + 4 * 720 * 576;
 
 static const QString RECORD_PAUSE = QStringLiteral("/Record pause interface=-");
 static const QString RECORD_RESUME = QStringLiteral("/Record resume interface=-");
-static const QString NO_FILE_NAME = QStringLiteral("QFSFileEngine::open: No file name specified");
 
 // What files can be that fail, for root too.
 static const QString NO_FOLDER = QStringLiteral("no such folder");
@@ -85,6 +94,12 @@ static const QString TOO_LONG = QStringLiteral("4,096 characters");
 static const QString NAME_TOO_LONG = QStringLiteral("a name of 256 characters");
 static const QString UNREADABLE = QStringLiteral("a file that can't be read");
 static const QString FULL_DISK = QStringLiteral("a full disk");
+
+// And that would let the daemon wait, for ever or for the best part of a minute.
+static const QString FIFO = QStringLiteral("a FIFO");
+static const QString TERMINAL = QStringLiteral("a terminal that nobody reads");
+static const QString LEASED = QStringLiteral("a file that waits when it is opened");
+static const QString KERNEL_LOG = QStringLiteral("a file that waits when it is read");
 
 // Of exactly so many characters, each of its folders with a name that is allowed.
 static QString pathOfLength(const QString& rcFolder, int iLength)
@@ -109,8 +124,36 @@ QString TestVideoProcessingFaults::placeOf(const QString& rcName) const
         {NAME_TOO_LONG, cLongName                       },
         {UNREADABLE,    QStringLiteral("/proc/self/mem")},
         {FULL_DISK,     QStringLiteral("/dev/full")     },
+        {FIFO,          file("fifo")                    },
+        {TERMINAL,      m_cTerminal                     },
+        {LEASED,        file("leased")                  },
+        {KERNEL_LOG,    QStringLiteral("/proc/kmsg")    },
     };
     return cPlaces.value(rcName);
+}
+
+void TestVideoProcessingFaults::makeFilesThatWait()
+{
+    QCOMPARE(mkfifo(qPrintable(file("fifo")), 0600), 0);
+
+    int iMaster = -1;
+    int iSlave = -1;
+    char aName[64];
+    QCOMPARE(openpty(&iMaster, &iSlave, aName, nullptr, nullptr), 0);
+    m_cTerminal = QString::fromLatin1(aName);
+
+    // To open it tells its holder, and waits until that lets it go.
+    std::signal(SIGIO, SIG_IGN);
+    const int iHolder = open(qPrintable(file("leased")), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    QCOMPARE(fcntl(iHolder, F_SETLEASE, F_WRLCK), 0);
+    m_cDescriptors = {iMaster, iSlave, iHolder};
+}
+
+void TestVideoProcessingFaults::closeFilesThatWait()
+{
+    for (const int iDescriptor : m_cDescriptors)
+        close(iDescriptor);
+    m_cDescriptors.clear();
 }
 
 // Leaves it, by a command that no other state allows.
@@ -129,6 +172,7 @@ void TestVideoProcessingFaults::init()
 
 void TestVideoProcessingFaults::cleanup()
 {
+    closeFilesThatWait();
     QCOMPARE(m_pcScene->end(), QString());
 }
 
@@ -544,7 +588,8 @@ void TestVideoProcessingFaults::an_image_that_can_not_be_saved_is_reported_data(
     QTest::addColumn<int>("result");
     for (const CVideoScene::EState eState :
          {CVideoScene::IDLE, CVideoScene::RECORDING, CVideoScene::RECORDING_PAUSED}) {
-        for (const QString& rcPlace : {NO_FOLDER, FOLDER, UNWRITABLE, EMPTY, TOO_LONG})
+        for (const QString& rcPlace :
+             {NO_FOLDER, FOLDER, UNWRITABLE, EMPTY, TOO_LONG, FIFO, TERMINAL, LEASED})
             QTest::addRow("%s in state %d", qPrintable(rcPlace), eState)
                 << eState << rcPlace << FILE_OPEN_ERROR;
         QTest::addRow("%s in state %d", qPrintable(FULL_DISK), eState)
@@ -558,8 +603,7 @@ void TestVideoProcessingFaults::an_image_that_can_not_be_saved_is_reported()
     QFETCH(CVideoScene::EState, state);
     QFETCH(QString, place);
     QFETCH(int, result);
-    if (place == EMPTY)
-        m_pcScene->announce(NO_FILE_NAME);
+    makeFilesThatWait();
     QVERIFY(m_pcScene->enterState(state));
     m_pcScene->board().clearCodecCalls();
     QCOMPARE(call("save_video_image", placeOf(place)), OK);
@@ -569,6 +613,13 @@ void TestVideoProcessingFaults::an_image_that_can_not_be_saved_is_reported()
              bRecording ? (QStringList{RECORD_PAUSE, RECORD_RESUME}) : QStringList());
     QCOMPARE(control(), 0U);
     QVERIFY(isBackIn(state));
+}
+
+static bool opens(const char* pszPath)
+{
+    const int iDescriptor = open(pszPath, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    close(iDescriptor);
+    return iDescriptor >= 0;
 }
 
 void TestVideoProcessingFaults::an_image_that_can_not_be_loaded_is_reported_data()
@@ -584,12 +635,16 @@ void TestVideoProcessingFaults::an_image_that_can_not_be_loaded_is_reported_data
         };
         cAdd(NO_FOLDER, FILE_OPEN_ERROR);
         cAdd(FOLDER, FILE_OPEN_ERROR);
-        cAdd(EMPTY, FILE_OPEN_ERROR, NO_FILE_NAME);
+        cAdd(EMPTY, FILE_OPEN_ERROR);
         cAdd(TOO_LONG, FILE_OPEN_ERROR);
         cAdd(UNREADABLE, FILE_READ_ERROR);
+        cAdd(FIFO, FILE_OPEN_ERROR);
+        cAdd(TERMINAL, FILE_OPEN_ERROR);
+        cAdd(LEASED, FILE_OPEN_ERROR);
+        // Not everybody may open it.
+        cAdd(KERNEL_LOG, opens("/proc/kmsg") ? FILE_READ_ERROR : FILE_OPEN_ERROR);
         cAdd(FULL_DISK, FILE_READ_ERROR,
-             QStringLiteral(
-                 "QIODevice::seek (QFile, \"/dev/full\"): Cannot call seek on a sequential device"));
+             QStringLiteral("QIODevice::seek (QFile, \"\"): Cannot call seek on a sequential device"));
     }
 }
 
@@ -602,6 +657,7 @@ void TestVideoProcessingFaults::an_image_that_can_not_be_loaded_is_reported()
     QFETCH(QString, said);
     if (!said.isEmpty())
         m_pcScene->announce(said);
+    makeFilesThatWait();
     QVERIFY(m_pcScene->enterState(state));
     const QByteArray cBefore = storedPicture();
     QCOMPARE(call("display_video_image", placeOf(place)), result);

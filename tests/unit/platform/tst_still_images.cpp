@@ -12,7 +12,14 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <atomic>
+#include <csignal>
+#include <thread>
+
+#include <fcntl.h>
+#include <pty.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 class TestStillImages : public QObject
 {
@@ -32,6 +39,12 @@ private slots:
     void the_header_is_not_looked_at();
     void places_that_can_not_be_opened_data();
     void places_that_can_not_be_opened();
+    void a_terminal_that_nobody_reads_can_not_be_opened();
+    void a_fifo_that_comes_between_is_not_waited_for();
+    void a_file_whose_opening_would_wait_can_not_be_opened();
+    void a_file_whose_reading_would_wait_can_not_be_read();
+    void a_name_has_no_meaning_but_as_a_path();
+    void a_link_to_nothing_is_saved_behind_it();
     void a_full_disk_is_a_write_error();
     void without_memory_no_file_is_touched();
     void a_device_that_can_not_be_read_saves_black();
@@ -178,6 +191,7 @@ void TestStillImages::places_that_can_not_be_opened_data()
     QTest::newRow("below a file") << QStringLiteral("plain/a.bmp");
     QTest::newRow("a link to itself") << QStringLiteral("loop");
     QTest::newRow("a FIFO") << QStringLiteral("fifo");
+    QTest::newRow("a socket") << QStringLiteral("socket");
     QTest::newRow("too long") << QString(4096, QLatin1Char('x'));
 }
 
@@ -188,6 +202,7 @@ void TestStillImages::places_that_can_not_be_opened()
     QVERIFY(fill(file("plain"), "x"));
     QVERIFY(QFile::link(QStringLiteral("loop"), file("loop")));
     QCOMPARE(mkfifo(qPrintable(file("fifo")), 0600), 0);
+    QCOMPARE(mknod(qPrintable(file("socket")), S_IFSOCK | 0600, 0), 0);
     const QByteArray cBefore = storedImage();
     const QString cPath = name.isEmpty() ? name : m_pcFolder->filePath(name);
     QCOMPARE(CMultimediaPlatform::loadVideoImage(cPath), CMultimediaPlatform::eImageOpResultFileOpenError);
@@ -195,6 +210,96 @@ void TestStillImages::places_that_can_not_be_opened()
     QCOMPARE(storedImage(), cBefore);
     QCOMPARE((*m_pcBoard)->fpgaRegister(FPGA_CTRL), 0U);
     QCOMPARE(contents(file("plain")), QByteArray("x"));
+}
+
+// It would take some kilobytes of a picture, and give nothing but what somebody types.
+void TestStillImages::a_terminal_that_nobody_reads_can_not_be_opened()
+{
+    int iMaster = -1;
+    int iSlave = -1;
+    char aName[64];
+    QCOMPARE(openpty(&iMaster, &iSlave, aName, nullptr, nullptr), 0);
+    for (const char* pszPath : {static_cast<const char*>(aName), "/dev/ptmx"}) {
+        const QString cPath = QString::fromLatin1(pszPath);
+        QCOMPARE(CMultimediaPlatform::loadVideoImage(cPath),
+                 CMultimediaPlatform::eImageOpResultFileOpenError);
+        QCOMPARE(CMultimediaPlatform::saveVideoImage(cPath),
+                 CMultimediaPlatform::eImageOpResultFileOpenError);
+    }
+    ::close(iSlave);
+    ::close(iMaster);
+}
+
+// The name leads to a file and to a FIFO by turns: it changes between two looks at it sooner or later.
+void TestStillImages::a_fifo_that_comes_between_is_not_waited_for()
+{
+    const QByteArray cName = QFile::encodeName(file("a.bmp"));
+    const QByteArray cFifo = QFile::encodeName(file("fifo"));
+    QVERIFY(fill(file("a.bmp"), "short"));
+    QCOMPARE(mkfifo(cFifo.constData(), 0600), 0);
+    std::atomic<int> iLeft(20000);
+    std::thread cSwapper([&] {
+        for (; iLeft > 0; --iLeft)
+            renameat2(AT_FDCWD, cName.constData(), AT_FDCWD, cFifo.constData(), RENAME_EXCHANGE);
+    });
+    int iFifos = 0;
+    int iFiles = 0;
+    while (iLeft > 0) {
+        const bool bOpened = CMultimediaPlatform::loadVideoImage(file("a.bmp")) !=
+                             CMultimediaPlatform::eImageOpResultFileOpenError;
+        ++(bOpened ? iFiles : iFifos);
+    }
+    cSwapper.join();
+    QVERIFY(iFifos > 0 && iFiles > 0);
+}
+
+// A lease: without O_NONBLOCK the kernel waits for its holder, for 45 s if that does nothing.
+void TestStillImages::a_file_whose_opening_would_wait_can_not_be_opened()
+{
+    std::signal(SIGIO, SIG_IGN); // which tells the holder
+    QVERIFY(fill(file("a.bmp"), QByteArray(54 + IMAGE_BYTES, 'p')));
+    const int iHolder = ::open(qPrintable(file("a.bmp")), O_RDWR | O_CLOEXEC);
+    QCOMPARE(fcntl(iHolder, F_SETLEASE, F_WRLCK), 0);
+    QCOMPARE(CMultimediaPlatform::loadVideoImage(file("a.bmp")),
+             CMultimediaPlatform::eImageOpResultFileOpenError);
+    QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")),
+             CMultimediaPlatform::eImageOpResultFileOpenError);
+    ::close(iHolder);
+    QCOMPARE(CMultimediaPlatform::loadVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
+}
+
+// The kernel's log says that it is a regular file, and waits for a message when there is none. Not everybody may open
+// it.
+void TestStillImages::a_file_whose_reading_would_wait_can_not_be_read()
+{
+    const QString cLog = QStringLiteral("/proc/kmsg");
+    const int iAllowed = ::open("/proc/kmsg", O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    QCOMPARE(CMultimediaPlatform::loadVideoImage(cLog),
+             iAllowed < 0 ? CMultimediaPlatform::eImageOpResultFileOpenError
+                          : CMultimediaPlatform::eImageOpResultFileReadError);
+    ::close(iAllowed);
+}
+
+// Qt would look for it among the program's resources.
+void TestStillImages::a_name_has_no_meaning_but_as_a_path()
+{
+    const QString cBefore = QDir::currentPath();
+    QCOMPARE(mkdir(qPrintable(m_pcFolder->path() + QStringLiteral("/:")), 0700), 0);
+    QVERIFY(QDir::setCurrent(m_pcFolder->path()));
+    const QString cName = QStringLiteral(":/a.bmp");
+    const CMultimediaPlatform::EImageOpResult eSaved = CMultimediaPlatform::saveVideoImage(cName);
+    const CMultimediaPlatform::EImageOpResult eLoaded = CMultimediaPlatform::loadVideoImage(cName);
+    QVERIFY(QDir::setCurrent(cBefore));
+    QCOMPARE(eSaved, CMultimediaPlatform::eImageOpResultOk);
+    QCOMPARE(eLoaded, CMultimediaPlatform::eImageOpResultOk);
+}
+
+void TestStillImages::a_link_to_nothing_is_saved_behind_it()
+{
+    QVERIFY(QFile::link(QStringLiteral("behind"), file("a.bmp")));
+    QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
+    QVERIFY(QFileInfo(file("a.bmp")).isSymLink());
+    QCOMPARE(QFileInfo(file("behind")).size(), qint64(1658934));
 }
 
 void TestStillImages::a_full_disk_is_a_write_error()

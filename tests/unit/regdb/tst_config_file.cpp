@@ -4,13 +4,18 @@
 #include "regdb/debug_print.h"
 #include "tests/unit/regdb/small_chip.h"
 
+#include <atomic>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <thread>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
@@ -136,6 +141,43 @@ TEST_F(config_file, that_is_a_fifo_is_reported_without_waiting)
     expect_refused(path());
 }
 
+/* The look ahead alone: the library reads after it, and can't be kept from what has changed until then. */
+TEST_F(config_file, that_turns_into_a_fifo_is_looked_at_without_waiting)
+{
+    const std::string file = make("");
+    const std::string fifo = path("fifo");
+    ASSERT_EQ(0, mkfifo(fifo.c_str(), 0600));
+    std::atomic<int> left(20000);
+    std::thread swapper([&] {
+        for (; left > 0; --left)
+            renameat2(AT_FDCWD, file.c_str(), AT_FDCWD, fifo.c_str(), RENAME_EXCHANGE);
+    });
+    int safe = 0;
+    int unsafe = 0;
+    while (left > 0)
+        ++(config_file_is_safe(file.c_str()) == 1 ? safe : unsafe);
+    swapper.join();
+    EXPECT_LT(0, safe);
+    EXPECT_LT(0, unsafe);
+}
+
+/* A lease: without O_NONBLOCK the kernel waits for its holder, for 45 s if that does nothing. */
+TEST_F(config_file, whose_opening_would_wait_is_reported_without_waiting)
+{
+    std::signal(SIGIO, SIG_IGN); /* which tells the holder */
+    const int holder = open(make("").c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_EQ(0, fcntl(holder, F_SETLEASE, F_WRLCK));
+    expect_refused(path());
+    close(holder);
+    EXPECT_EQ(0, read(path()));
+}
+
+/* The kernel's log says that it is a regular file, and waits for a message when there is none. */
+TEST_F(config_file, whose_reading_would_wait_is_reported_without_waiting)
+{
+    expect_refused("/proc/kmsg");
+}
+
 TEST_F(config_file, that_includes_a_folder_is_reported_and_the_process_lives)
 {
     expect_refused(make("@include \"" + folder + "\"\n"));
@@ -252,6 +294,12 @@ TEST_F(config_file, that_can_not_be_written_is_reported)
     EXPECT_EQ(-1, write_config_to_file(&chip, "/nonexistent/chip.cnf", 1));
     EXPECT_EQ(-1, write_config_to_file(&chip, folder.c_str(), 1));
     EXPECT_EQ(std::vector<std::string>{}, chip_log);
+}
+
+TEST_F(config_file, is_not_written_into_a_fifo)
+{
+    ASSERT_EQ(0, mkfifo(path().c_str(), 0600));
+    EXPECT_EQ(-1, write_config_to_file(&chip, path().c_str(), 0));
 }
 
 TEST_F(config_file, on_a_full_disk_gives_what_closing_gives)
