@@ -6,6 +6,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+static const mode_t MODE_OF_NEW_FILES = 0644;
+
 static int closed(int descriptor)
 {
     const int error = errno;
@@ -14,10 +16,20 @@ static int closed(int descriptor)
     return -1;
 }
 
+/* No other thread of the daemon makes files, so none sees the umask of the moment. To change the mode afterwards would
+ * need to know that the file is new. */
+static int open_or_create(const char* path, int flags)
+{
+    const mode_t masked = umask(~MODE_OF_NEW_FILES & 0777);
+    const int descriptor = open(path, flags | O_CREAT, MODE_OF_NEW_FILES);
+    umask(masked);
+    return descriptor;
+}
+
 int open_path(const char* path, int access, struct stat* status)
 {
-    const int creation = access == O_RDONLY ? 0 : O_CREAT;
-    const int descriptor = open(path, access | creation | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666);
+    const int flags = access | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    const int descriptor = access == O_RDONLY ? open(path, flags) : open_or_create(path, flags);
     if (descriptor < 0)
         return -1;
     return fstat(descriptor, status) == 0 ? descriptor : closed(descriptor);

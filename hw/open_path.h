@@ -15,7 +15,7 @@ extern "C" {
 #endif
 
 /* Opens the path, whatever is there, and describes it in *status. access is O_RDONLY, O_WRONLY or O_RDWR; for the last
- * two a file that is missing is made, and nothing is truncated. Reads and writes that
+ * two a file that is missing is made, with mode 0644 whatever the umask, and nothing is truncated. Reads and writes that
  * would wait fail with EAGAIN. Returns the descriptor, which the caller closes; -1 and errno if the path can't be opened,
  * with EWOULDBLOCK if that would wait. */
 int open_path(const char* path, int access, struct stat* status);

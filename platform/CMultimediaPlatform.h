@@ -62,7 +62,7 @@ public:
     /// up the daemon.
     /// @{
 
-    /// Saves the FPGA's stored picture. Takes 1 s longer than the writing itself.
+    /// Saves the FPGA's stored picture; a new file has mode 0644. Takes 1 s longer than the writing itself.
     static EImageOpResult saveVideoImage(const QString& rcPath);
 
     /// Puts a saved picture into the FPGA, and shows it. If that fails the FPGA's picture is as before.

@@ -23,7 +23,7 @@ void set_reg_by_name_from_config_setting(const struct chip_regs* chip, config_se
 
 /* Writes the register table to the file, in a layout with all addresses, values and help texts in comments; if
  * read_first isn't 0 every register is read from the chip before. Returns 0, or what fclose() does; -1 if
- * open_data_file() doesn't open the file. The fields of 8- and 16-bit registers are
+ * open_data_file() doesn't open the file. A new file has mode 0644. The fields of 8- and 16-bit registers are
  * written as 0: their values stand in the comment of the register. */
 int write_config_to_file(const struct chip_regs* chip, const char* path, int read_first);
 

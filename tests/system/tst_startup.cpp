@@ -1,6 +1,7 @@
 /* The start of the real process: what it does on the board, and each way in which it can fail. */
 #include "tests/golden.h"
 #include "tests/support/CScene.h"
+#include "tests/support/CVideoScene.h"
 #include "tests/support/Timeouts.h"
 
 #include <QDBusConnectionInterface>
@@ -12,6 +13,8 @@
 
 #include <csignal>
 
+#include <sys/stat.h>
+
 class TestStartup : public QObject
 {
     Q_OBJECT
@@ -20,6 +23,7 @@ private slots:
     void brings_the_board_up_and_shows_the_live_picture();
     void detaches_with_d();
     void a_failed_fork_leaves_it_in_the_foreground();
+    void files_of_a_detached_daemon_are_written_by_their_owner_alone();
 
     void device_failures_end_with_255_data();
     void device_failures_end_with_255();
@@ -172,6 +176,37 @@ void TestStartup::a_failed_fork_leaves_it_in_the_foreground()
     QCOMPARE(cScene.board().faults().value(0).u32Hits, 1U);
     QCOMPARE(cScene.end(), QString());
     QCOMPARE(cScene.daemon().log(), (QStringList{STARTING, QStringLiteral("Terminating haldend...")}));
+}
+
+// Whose umask is 0.
+void TestStartup::files_of_a_detached_daemon_are_written_by_their_owner_alone()
+{
+    CVideoScene cScene;
+    QVERIFY2(cScene.prepare(), cScene.describe());
+    CDaemonProcess& rcDaemon = cScene.daemon();
+    CServiceWait cService(rcDaemon.client());
+    const QString cRegisters = cScene.board().path(BOARD_CNFS) + QStringLiteral("/lime.cnf");
+    rcDaemon.process().setStandardErrorFile(cScene.board().directory() + QStringLiteral("/log"));
+    rcDaemon.setArguments(rcDaemon.arguments() << QStringLiteral("-d"));
+    rcDaemon.start();
+    QVERIFY2(rcDaemon.waitForEnd(), cScene.describe());
+    QVERIFY(cService.forRegistration());
+    const pid_t iChild = static_cast<pid_t>(cService.pid());
+
+    QVERIFY(QFile::remove(cRegisters));
+    rcDaemon.send(QStringLiteral("/debug"), QStringLiteral("save_hardware_config"), {});
+    const QString cStill = cScene.file("a.bmp");
+    QCOMPARE(cScene.call("save_video_image", cStill), VideoResult::OK);
+    QVERIFY(rcDaemon.settle());
+    for (const QString& rcFile : {cRegisters, cStill}) {
+        struct stat sStat = {};
+        QVERIFY2(stat(qPrintable(rcFile), &sStat) == 0, qPrintable(rcFile));
+        QCOMPARE(uint(sStat.st_mode & 07777), 0644U);
+    }
+    QCOMPARE(statusField(static_cast<uint>(iChild), "Umask"), QByteArray("0000"));
+
+    QCOMPARE(::kill(iChild, SIGTERM), 0);
+    QVERIFY(cService.forEnd());
 }
 
 void TestStartup::device_failures_end_with_255_data()

@@ -45,6 +45,9 @@ private slots:
     void a_file_whose_reading_would_wait_can_not_be_read();
     void a_name_has_no_meaning_but_as_a_path();
     void a_link_to_nothing_is_saved_behind_it();
+    void a_new_file_has_its_mode_whatever_the_umask_data();
+    void a_new_file_has_its_mode_whatever_the_umask();
+    void an_older_file_keeps_its_mode();
     void a_full_disk_is_a_write_error();
     void without_memory_no_file_is_touched();
     void a_device_that_can_not_be_read_saves_black();
@@ -300,6 +303,40 @@ void TestStillImages::a_link_to_nothing_is_saved_behind_it()
     QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
     QVERIFY(QFileInfo(file("a.bmp")).isSymLink());
     QCOMPARE(QFileInfo(file("behind")).size(), qint64(1658934));
+}
+
+// Permission bits of a file; ~0 without one.
+static uint modeOf(const QString& rcPath)
+{
+    struct stat sStat = {};
+    return stat(qPrintable(rcPath), &sStat) == 0 ? sStat.st_mode & 07777 : ~0U;
+}
+
+void TestStillImages::a_new_file_has_its_mode_whatever_the_umask_data()
+{
+    QTest::addColumn<uint>("mask");
+    QTest::newRow("of a detached daemon") << 0U;
+    QTest::newRow("the usual one") << 0022U;
+    QTest::newRow("one that takes all from the others") << 0077U;
+}
+
+void TestStillImages::a_new_file_has_its_mode_whatever_the_umask()
+{
+    QFETCH(uint, mask);
+    const mode_t iBefore = umask(mask);
+    const CMultimediaPlatform::EImageOpResult eResult = CMultimediaPlatform::saveVideoImage(file("a.bmp"));
+    const mode_t iAfter = umask(iBefore);
+    QCOMPARE(eResult, CMultimediaPlatform::eImageOpResultOk);
+    QCOMPARE(modeOf(file("a.bmp")), 0644U);
+    QCOMPARE(uint(iAfter), mask);
+}
+
+void TestStillImages::an_older_file_keeps_its_mode()
+{
+    QVERIFY(fill(file("a.bmp"), "old"));
+    QCOMPARE(chmod(qPrintable(file("a.bmp")), 0600), 0);
+    QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
+    QCOMPARE(modeOf(file("a.bmp")), 0600U);
 }
 
 void TestStillImages::a_full_disk_is_a_write_error()

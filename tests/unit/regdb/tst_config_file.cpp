@@ -62,6 +62,14 @@ protected:
         return text.str();
     }
 
+    /* Permission bits. */
+    static unsigned mode_of(const std::string& file)
+    {
+        struct stat status = {};
+        EXPECT_EQ(0, stat(file.c_str(), &status));
+        return status.st_mode & 07777;
+    }
+
     void expect_refused(const std::string& file)
     {
         EXPECT_EQ(-1, read(file));
@@ -300,6 +308,26 @@ TEST_F(config_file, is_not_written_into_a_fifo)
 {
     ASSERT_EQ(0, mkfifo(path().c_str(), 0600));
     EXPECT_EQ(-1, write_config_to_file(&chip, path().c_str(), 0));
+}
+
+TEST_F(config_file, replaces_a_longer_one_and_keeps_its_mode)
+{
+    const std::string whole = written(0);
+    make(whole + std::string(10000, '#'));
+    ASSERT_EQ(0, chmod(path().c_str(), 0600));
+    EXPECT_EQ(whole.size(), written(0).size());
+    EXPECT_EQ(0600U, mode_of(path()));
+}
+
+TEST_F(config_file, that_is_new_has_its_mode_whatever_the_umask)
+{
+    for (const mode_t mask : {0000U, 0022U, 0077U}) {
+        std::filesystem::remove(path());
+        const mode_t before = umask(mask);
+        EXPECT_EQ(0, write_config_to_file(&chip, path().c_str(), 0));
+        EXPECT_EQ(mask, umask(before));
+        EXPECT_EQ(0644U, mode_of(path()));
+    }
 }
 
 TEST_F(config_file, on_a_full_disk_gives_what_closing_gives)
