@@ -8,8 +8,19 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+/* Opens the null device on the standard descriptors that are closed. Otherwise the next files would get their numbers,
+ * and the echo of the log would be written into one of them: a byte in the socket of a signal ends the daemon. */
+static void OpenStandardDescriptors()
+{
+    // A file gets the lowest free number, and those below are open by then.
+    for (int iDescriptor = STDIN_FILENO; iDescriptor <= STDERR_FILENO; ++iDescriptor)
+        if (fcntl(iDescriptor, F_GETFD) < 0)
+            open("/dev/null", O_RDWR);
+}
 
 static void PrintCommandLineParameters()
 {
@@ -48,6 +59,7 @@ static void logError(const char* pszMessage)
 
 int main(int argc, char** argv)
 {
+    OpenStandardDescriptors();
     CEventLogger::initialize("haldend", CEventLogger::eLogLevelInformational);
     // Whoever started the daemon may stop reading its log long before it ends.
     signal(SIGPIPE, SIG_IGN);

@@ -69,7 +69,14 @@ void CDaemonProcess::useClock(const SClock& rsClock)
 void CDaemonProcess::start()
 {
     m_cProcess.setProcessEnvironment(m_cEnvironment);
-    m_cProcess.start(QStringLiteral(HALDEND_EXECUTABLE), m_cArguments);
+    const QString cProgram = QStringLiteral(HALDEND_EXECUTABLE);
+    if (m_cRedirections.isEmpty())
+        m_cProcess.start(cProgram, m_cArguments);
+    else
+        m_cProcess.start(QStringLiteral("/bin/sh"),
+                         QStringList{QStringLiteral("-c"),
+                                     QStringLiteral("exec \"$0\" \"$@\" ") + m_cRedirections, cProgram} +
+                             m_cArguments);
     m_cProcess.waitForStarted(TIMEOUT_PROCESS_MS);
 }
 

@@ -35,6 +35,9 @@ public:
     /// Starts on another clock; after useBoard().
     void useClock(const SClock& rsClock);
 
+    /// Redirections of a shell for the next start, such as "2>&-".
+    void setRedirections(const QString& rcRedirections) { m_cRedirections = rcRedirections; }
+
     /// Starts the process and returns at once.
     void start();
 
@@ -91,6 +94,7 @@ private:
 
     QProcess m_cProcess;
     QStringList m_cArguments;
+    QString m_cRedirections;
     QProcessEnvironment m_cEnvironment;
     QString m_cBusAddress;
     QString m_cClientName;

@@ -23,6 +23,8 @@ private slots:
     void brings_the_board_up_and_shows_the_live_picture();
     void detaches_with_d();
     void a_failed_fork_leaves_it_in_the_foreground();
+    void standard_descriptors_that_are_closed_lead_to_nothing_data();
+    void standard_descriptors_that_are_closed_lead_to_nothing();
     void files_of_a_detached_daemon_are_written_by_their_owner_alone();
 
     void device_failures_end_with_255_data();
@@ -176,6 +178,49 @@ void TestStartup::a_failed_fork_leaves_it_in_the_foreground()
     QCOMPARE(cScene.board().faults().value(0).u32Hits, 1U);
     QCOMPARE(cScene.end(), QString());
     QCOMPARE(cScene.daemon().log(), (QStringList{STARTING, QStringLiteral("Terminating haldend...")}));
+}
+
+void TestStartup::standard_descriptors_that_are_closed_lead_to_nothing_data()
+{
+    QTest::addColumn<QString>("redirections");
+    const char* const apszClosed[] = {"<&-", ">&-", "2>&-"};
+    for (int iSet = 0; iSet < 8; ++iSet) {
+        QStringList cRedirections;
+        for (int iDescriptor = 0; iDescriptor < 3; ++iDescriptor)
+            if ((iSet & 1 << iDescriptor) != 0)
+                cRedirections << QString::fromLatin1(apszClosed[iDescriptor]);
+        const QString cAll = cRedirections.join(QLatin1Char(' '));
+        QTest::newRow(qPrintable(QStringLiteral("closed: ") + cAll)) << cAll;
+    }
+}
+
+// Otherwise the next files get their numbers, and the log would be written into one of them.
+void TestStartup::standard_descriptors_that_are_closed_lead_to_nothing()
+{
+    QFETCH(QString, redirections);
+    CScene cScene;
+    QVERIFY2(cScene.prepare(), cScene.describe());
+    CDaemonProcess& rcDaemon = cScene.daemon();
+    rcDaemon.setRedirections(redirections);
+    QVERIFY2(cScene.start(), cScene.describe());
+    const QStringList cClosed = redirections.split(QLatin1Char(' '));
+    const bool abOpen[] = {!cClosed.contains(QStringLiteral("<&-")), !cClosed.contains(QStringLiteral(">&-")),
+                           !cClosed.contains(QStringLiteral("2>&-"))};
+    for (int iDescriptor = 0; iDescriptor < 3; ++iDescriptor) {
+        const QString cFile =
+            QFile::symLinkTarget(QStringLiteral("/proc/%1/fd/%2").arg(rcDaemon.pid()).arg(iDescriptor));
+        QVERIFY2(abOpen[iDescriptor] ? cFile.contains(QStringLiteral("pipe:"))
+                                     : cFile == QStringLiteral("/dev/null"),
+                 qPrintable(QStringLiteral("%1: ").arg(iDescriptor) + cFile));
+    }
+
+    // A call that is logged.
+    rcDaemon.send(QStringLiteral("/videooverlay"), QStringLiteral("draw_temp_text"),
+                  {QStringLiteral("Saved"), 1, 5, 10, 10, 1});
+    QVERIFY2(rcDaemon.settle(), cScene.describe());
+    QCOMPARE(cScene.end(), QString());
+    QCOMPARE(rcDaemon.log().contains(STARTING), abOpen[2]);
+    QCOMPARE(rcDaemon.standardOutput().isEmpty(), !abOpen[1]);
 }
 
 // Whose umask is 0.
