@@ -1,6 +1,36 @@
 #include "daemon/CEventLogger.h"
 
+#include <cstring>
+
 #include <syslog.h>
+
+namespace
+{
+
+/// What the log's socket takes in any case; a line that it doesn't take would go to the console.
+const size_t LONGEST_PIECE = 65536;
+
+/// Bytes behind the first of a letter of UTF-8.
+const size_t LONGEST_REST = 3;
+
+bool isInsideLetter(char cByte)
+{
+    return (static_cast<unsigned char>(cByte) & 0xc0) == 0x80;
+}
+
+/// Length of the first piece of a message. Text that isn't UTF-8 is cut anywhere.
+size_t pieceLength(const char* pszMessage)
+{
+    const size_t uiLength = strnlen(pszMessage, LONGEST_PIECE + 1);
+    if (uiLength <= LONGEST_PIECE)
+        return uiLength;
+    for (size_t uiCut = LONGEST_PIECE; uiCut >= LONGEST_PIECE - LONGEST_REST; --uiCut)
+        if (!isInsideLetter(pszMessage[uiCut]))
+            return uiCut;
+    return LONGEST_PIECE;
+}
+
+} // namespace
 
 CEventLogger* CEventLogger::m_pcInstance = nullptr;
 
@@ -22,7 +52,11 @@ void CEventLogger::logMessage(ELogLevel eLevel, const char* pszMessage)
         return;
     if (eLevel > m_pcInstance->m_eMaximumLogLevel)
         return;
-    syslog(eLevel, "%s", pszMessage);
+    do {
+        const size_t uiLength = pieceLength(pszMessage);
+        syslog(eLevel, "%.*s", static_cast<int>(uiLength), pszMessage);
+        pszMessage += uiLength;
+    } while (*pszMessage != '\0');
 }
 
 bool CEventLogger::isLoggingEnabled()

@@ -23,8 +23,8 @@ public:
     /// Messages of a greater level than the maximum are dropped. Only the first call has an effect.
     static void initialize(const char* pszIdent, ELogLevel eMaxLevel);
 
-    /// Logs a message as it stands: percent signs have no meaning in it. Nothing is logged before
-    /// initialize().
+    /// Logs a message as it stands: percent signs have no meaning in it. One of more than 64 KiB becomes several lines
+    /// of at most that, cut between letters of UTF-8. Nothing is logged before initialize().
     static void logMessage(ELogLevel eLevel, const char* pszMessage);
 
     static bool isLoggingEnabled();

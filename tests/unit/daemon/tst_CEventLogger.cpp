@@ -4,6 +4,12 @@
 
 #include <QtTest>
 
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+
+#include <syslog.h>
+
 class TestCEventLogger : public QObject
 {
     Q_OBJECT
@@ -17,9 +23,48 @@ private slots:
     void the_maximum_can_be_moved();
     void switched_off_it_logs_nothing_at_any_level();
     void percent_conversions_are_logged_literally();
+    void a_long_message_comes_in_pieces_data();
+    void a_long_message_comes_in_pieces();
 };
 
 static const QString IDENT = QStringLiteral("ident-of-the-test");
+
+/// What the logger hands to the system log, caught before that.
+class CCaughtLines
+{
+public:
+    CCaughtLines() { m_pcCatcher = this; }
+    ~CCaughtLines() { m_pcCatcher = nullptr; }
+
+    CCaughtLines(const CCaughtLines&) = delete;
+    CCaughtLines& operator=(const CCaughtLines&) = delete;
+
+    QList<QByteArray> m_cTexts;
+    QList<int> m_cLevels;
+
+    static CCaughtLines* m_pcCatcher;
+};
+
+CCaughtLines* CCaughtLines::m_pcCatcher = nullptr;
+
+// In front of the C library's. The echo doesn't tell the level, and without a system log long lines go to the console,
+// which takes its time.
+extern "C" void syslog(int iPriority, const char* pszFormat, ...)
+{
+    va_list cArguments;
+    va_start(cArguments, pszFormat);
+    CCaughtLines* pcCatcher = CCaughtLines::m_pcCatcher;
+    if (pcCatcher == nullptr) {
+        vsyslog(iPriority, pszFormat, cArguments);
+    } else {
+        char* pszText = nullptr;
+        const int iLength = vasprintf(&pszText, pszFormat, cArguments);
+        pcCatcher->m_cTexts << QByteArray(pszText, iLength);
+        pcCatcher->m_cLevels << iPriority;
+        free(pszText);
+    }
+    va_end(cArguments);
+}
 
 // What comes out for one message: the text after ident and process number, or nothing.
 static QString logged(int iLevel, const char* pszMessage)
@@ -83,6 +128,48 @@ void TestCEventLogger::switched_off_it_logs_nothing_at_any_level()
 void TestCEventLogger::percent_conversions_are_logged_literally()
 {
     QCOMPARE(logged(6, "100%s %n %d %% %"), QStringLiteral("100%s %n %d %% %\n"));
+}
+
+void TestCEventLogger::a_long_message_comes_in_pieces_data()
+{
+    QTest::addColumn<QByteArray>("message");
+    QTest::addColumn<QList<int>>("lengths");
+    const auto cRow = [](const char* pszName, const QByteArray& rcMessage, const QList<int>& rcLengths) {
+        QTest::newRow(pszName) << rcMessage << rcLengths;
+    };
+    const int PIECE = 65536;
+    const QByteArray cTwo = "\xc3\xa4";
+    const QByteArray cThree = "\xe2\x82\xac";
+    const QByteArray cFour = "\xf0\x9f\x98\x80";
+    cRow("empty", "", {0});
+    cRow("short", "short", {5});
+    cRow("as long as a piece", QByteArray(PIECE, 'x'), {PIECE});
+    cRow("one more", QByteArray(PIECE + 1, 'x'), {PIECE, 1});
+    cRow("three pieces", QByteArray(3 * PIECE, 'x'), {PIECE, PIECE, PIECE});
+    cRow("percent signs", QByteArray(PIECE + 2, '%'), {PIECE, 2});
+    cRow("ends with a letter of two bytes", QByteArray(PIECE - 2, 'x') + cTwo, {PIECE});
+    cRow("cut behind one", QByteArray(PIECE - 2, 'x') + cTwo + 'y', {PIECE, 1});
+    cRow("cut before one", QByteArray(PIECE - 1, 'x') + cTwo, {PIECE - 1, 2});
+    cRow("letters of two bytes", 'x' + cTwo.repeated(PIECE), {PIECE - 1, PIECE, 2});
+    cRow("letters of three bytes", cThree.repeated(PIECE), {PIECE - 1, PIECE - 1, PIECE - 1, 3});
+    for (int iBytes = 1; iBytes <= 3; ++iBytes)
+        cRow(qPrintable(QStringLiteral("%1 of four bytes behind the cut").arg(4 - iBytes)),
+             QByteArray(PIECE - iBytes, 'x') + cFour, {PIECE - iBytes, 4});
+    cRow("no letters at all", QByteArray(PIECE + 10, '\x80'), {PIECE, 10});
+}
+
+void TestCEventLogger::a_long_message_comes_in_pieces()
+{
+    QFETCH(QByteArray, message);
+    QFETCH(QList<int>, lengths);
+    CCaughtLines cCaught;
+    CEventLogger::logMessage(CEventLogger::eLogLevelError, message.constData());
+    QList<int> cLengths;
+    for (const QByteArray& rcText : cCaught.m_cTexts)
+        cLengths << rcText.size();
+    QCOMPARE(cLengths, lengths);
+    QVERIFY(cCaught.m_cTexts.join() == message);
+    QCOMPARE(cCaught.m_cLevels, QVector<int>(lengths.size(), CEventLogger::eLogLevelError).toList());
 }
 
 QTEST_GUILESS_MAIN(TestCEventLogger)
