@@ -3,6 +3,7 @@
 
 #include "fpga/text_layer.h"
 
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 
@@ -35,7 +36,8 @@ static void fill_line(char* line, unsigned int w, unsigned char left, unsigned c
 void write_box(unsigned int x, unsigned int y, unsigned int w, unsigned int h, unsigned int color,
                unsigned int style)
 {
-    if (w == 0 || style >= BOX_STYLES)
+    /* With its terminator the widest line would have no length in the target's 32 bits. */
+    if (w == 0 || w == UINT_MAX || style >= BOX_STYLES)
         return;
     const box_style& box = box_styles[style];
     /* Each call keeps its line for good, as it has always done; nothing in the daemon draws boxes. */

@@ -94,4 +94,11 @@ TEST_F(box, without_width_style_or_memory_is_not_drawn)
     EXPECT_EQ(fpga_accesses{}, fpga_recorded());
 }
 
+/* The length of its line, one byte more, is 0 on the target. */
+TEST_F(box, of_the_largest_width_is_not_drawn)
+{
+    write_box(0, 0, 0xffffffff, 3, 0x18, 1);
+    EXPECT_EQ(fpga_accesses{}, fpga_recorded());
+}
+
 } // namespace
