@@ -19,7 +19,7 @@ int set_cursor_image(const cursor_shape* shape)
     return fpga_device_write_reg(FPGA_CURSOR_COLOR, shape->color);
 }
 
-void init_text_cursor(text_cursor* cursor, const text_cursor_parameters* parameters)
+int init_text_cursor(text_cursor* cursor, const text_cursor_parameters* parameters)
 {
     *cursor = {parameters->x_origin,    static_cast<uint16_t>(parameters->y_origin - 1),
                parameters->x_step,      parameters->y_step,
@@ -27,19 +27,18 @@ void init_text_cursor(text_cursor* cursor, const text_cursor_parameters* paramet
                parameters->last_column, parameters->last_row,
                parameters->shape,       parameters->shapes};
     fpga_device_write_reg(FPGA_CURSOR_X, cursor->x_origin);
-    fpga_device_write_reg(FPGA_CURSOR_Y, cursor->y_origin);
-    if (cursor->shape < CURSOR_SHAPES)
-        set_cursor_image(&cursor->shapes[cursor->shape]);
+    const int result = fpga_device_write_reg(FPGA_CURSOR_Y, cursor->y_origin);
+    return cursor->shape < CURSOR_SHAPES ? set_cursor_image(&cursor->shapes[cursor->shape]) : result;
 }
 
-void set_cursor_xy(unsigned int column, unsigned int row, text_cursor* cursor)
+int set_cursor_xy(unsigned int column, unsigned int row, text_cursor* cursor)
 {
     cursor->column = static_cast<uint16_t>(std::min<unsigned int>(column, cursor->last_column));
     cursor->row = static_cast<uint16_t>(std::min<unsigned int>(row, cursor->last_row));
     const uint32_t x = static_cast<uint32_t>(cursor->column) * cursor->x_step + cursor->x_origin;
     const uint32_t y = static_cast<uint32_t>(cursor->row) * cursor->y_step + cursor->y_origin;
     fpga_device_write_reg(FPGA_CURSOR_X, x);
-    fpga_device_write_reg(FPGA_CURSOR_Y, y);
+    return fpga_device_write_reg(FPGA_CURSOR_Y, y);
 }
 
 /* One step on or back between 0 and last, from either end to the other. Returns whether it went round. */
@@ -57,7 +56,7 @@ static bool step_back(uint16_t* place, uint16_t last)
     return round;
 }
 
-void move_text_cursor(text_cursor* cursor, int key)
+int move_text_cursor(text_cursor* cursor, int key)
 {
     switch (key) {
     case CURSOR_KEY_DOWN:
@@ -89,5 +88,5 @@ void move_text_cursor(text_cursor* cursor, int key)
     default:
         break;
     }
-    set_cursor_xy(cursor->column, cursor->row, cursor);
+    return set_cursor_xy(cursor->column, cursor->row, cursor);
 }

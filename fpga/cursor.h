@@ -1,5 +1,6 @@
 /* The hardware cursor: its image and place, and the text cursor that moves it from cell to cell.
- */
+ *
+ * All functions return the last device primitive's result. */
 #ifndef HALDEND_FPGA_CURSOR_H
 #define HALDEND_FPGA_CURSOR_H
 
@@ -65,13 +66,13 @@ int set_cursor_image(const struct cursor_shape* shape);
 
 /* Takes the parameters over, puts the cursor at the origin (the given column and row are kept, not applied)
  * and loads the shape; an index beyond the shapes loads none. */
-void init_text_cursor(struct text_cursor* cursor, const struct text_cursor_parameters* parameters);
+int init_text_cursor(struct text_cursor* cursor, const struct text_cursor_parameters* parameters);
 
 /* Puts the cursor on a cell; columns and rows beyond the last become the last. */
-void set_cursor_xy(unsigned int column, unsigned int row, struct text_cursor* cursor);
+int set_cursor_xy(unsigned int column, unsigned int row, struct text_cursor* cursor);
 
 /* Moves the cursor by a key code, wrapping at the edges; other codes write its place again. */
-void move_text_cursor(struct text_cursor* cursor, int key);
+int move_text_cursor(struct text_cursor* cursor, int key);
 
 #define CURSOR_KEY_DOWN         258
 #define CURSOR_KEY_UP           259

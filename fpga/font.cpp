@@ -19,22 +19,19 @@ int internal_load_font(const unsigned char* table, size_t length)
     return write_fpga_block(FPGA_GLYPHS, swapped, std::min(length, sizeof(swapped)));
 }
 
-void load_font(int set)
+int load_font(int set)
 {
     if (set == current_font || set == 0)
-        return;
+        return 0;
     current_font = set;
     switch (set) {
     case 1:
-        internal_load_font(font_map_tab_iso8859_15.rows, FONT_MAP_LENGTH);
-        break;
+        return internal_load_font(font_map_tab_iso8859_15.rows, FONT_MAP_LENGTH);
     case 2:
-        internal_load_font(font_map_tab_iso8859_16.rows, FONT_MAP_LENGTH);
-        break;
+        return internal_load_font(font_map_tab_iso8859_16.rows, FONT_MAP_LENGTH);
     case 3:
-        internal_load_font(font_map_tab_iso8859_5.rows, FONT_MAP_LENGTH);
-        break;
+        return internal_load_font(font_map_tab_iso8859_5.rows, FONT_MAP_LENGTH);
     default:
-        break;
+        return 0;
     }
 }

@@ -12,8 +12,9 @@ extern "C" {
 #define FONT_MAP_LENGTH 16384
 
 /* Loads glyph set 1 (ISO 8859-15), 2 (ISO 8859-16) or 3 (ISO 8859-5) into the FPGA. Asking for the current
- * set, or for 0, does nothing. Any other number becomes the current set without anything being loaded. */
-void load_font(int set);
+ * set, or for 0, does nothing. Any other number becomes the current set without anything being loaded. Returns
+ * the device primitive's result, 0 if nothing was loaded. */
+int load_font(int set);
 
 /* Writes length bytes of a glyph table (rows as big-endian bytes, all FONT_MAP_LENGTH of them there) to the
  * glyph memory. Returns the device primitive's result. */

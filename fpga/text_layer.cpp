@@ -116,8 +116,10 @@ int clear_text_page(unsigned int page)
     return result;
 }
 
-void clear_all_text_pages(void)
+int clear_all_text_pages(void)
 {
+    int result = 0;
     for (unsigned int page = 0; page < FPGA_PAGES; ++page)
-        clear_text_page(page);
+        result = clear_text_page(page);
+    return result;
 }

@@ -4,6 +4,9 @@
  * code, an index into the loaded glyph set, and the colour byte, foreground << 4 | background. Columns count
  * from the left, rows from the top. Page numbers are not checked: pages beyond 8 lie where the formula puts
  * them.
+ *
+ * What writes to the FPGA returns the last device primitive's result, or -1 if it needs a screen record and there
+ * is none.
  */
 #ifndef HALDEND_FPGA_TEXT_LAYER_H
 #define HALDEND_FPGA_TEXT_LAYER_H
@@ -17,7 +20,7 @@ extern "C" {
 /* Byte address of a text page. */
 uint32_t text_page_addr_offset(unsigned int page);
 
-/* Writes both text palettes. Returns the device primitive's result. */
+/* Writes both text palettes. */
 int init_fpga_text_layer(void);
 
 /* Zeroes all nine pages, the unseen cells too. */
@@ -42,7 +45,7 @@ int show_text_page(unsigned int page);
 
 /* Zeroes the 53 columns of the 26 rows of a page, and nothing beside them. */
 int clear_text_page(unsigned int page);
-void clear_all_text_pages(void);
+int clear_all_text_pages(void);
 
 #ifdef __cplusplus
 }

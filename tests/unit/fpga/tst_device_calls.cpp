@@ -1,5 +1,6 @@
 /* The overlay library down to the device calls, on the virtual board: their number, their order, and that nothing
  * is upset when they fail. */
+#include "fpga/cursor.h"
 #include "fpga/font.h"
 #include "fpga/overlay_switches.h"
 #include "fpga/screen.h"
@@ -119,6 +120,35 @@ TEST_F(device_calls, that_fail_are_all_made_nevertheless)
     load_font(-1);
     EXPECT_EQ(0, init_fpga());
     EXPECT_EQ(all, calls().size());
+}
+
+/* The result of a drawing whose first writes of a register succeed; the others fail, with lines on standard output. */
+template <typename drawing>
+int result_after(hw_board* board, uint32_t succeeding, drawing draw)
+{
+    board->fail(BOARD_OPERATION_FPGA_IOCTL_WRITE, EIO, succeeding);
+    testing::internal::CaptureStdout();
+    const int result = draw();
+    testing::internal::GetCapturedStdout();
+    return result;
+}
+
+TEST_F(device_calls, of_the_text_cursor_give_it_the_last_ones_result)
+{
+    text_cursor_parameters parameters = {82, 28, 12, 20, 5, 6, 52, 25, 2, cursor_shapes};
+    text_cursor cursor = {};
+    const auto init = [&] { return init_text_cursor(&cursor, &parameters); };
+    EXPECT_EQ(-1, result_after(&board, 3, init));
+    EXPECT_EQ(0, result_after(&board, 4, init));
+    EXPECT_EQ(-1, result_after(&board, 1, [&] { return set_cursor_xy(3, 4, &cursor); }));
+    EXPECT_EQ(0, result_after(&board, 2, [&] { return set_cursor_xy(3, 4, &cursor); }));
+    EXPECT_EQ(-1, result_after(&board, 1, [&] { return move_text_cursor(&cursor, CURSOR_KEY_DOWN); }));
+    EXPECT_EQ(0, result_after(&board, 2, [&] { return move_text_cursor(&cursor, CURSOR_KEY_DOWN); }));
+
+    /* Without a shape the origin is what is written last. */
+    parameters.shape = CURSOR_SHAPES;
+    EXPECT_EQ(-1, result_after(&board, 1, init));
+    EXPECT_EQ(0, result_after(&board, 2, init));
 }
 
 TEST_F(device_calls, that_fail_leave_a_frame_as_it_was_read)

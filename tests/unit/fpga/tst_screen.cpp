@@ -80,8 +80,8 @@ TEST_F(start_up, the_glyph_set_outlives_a_second_init_fpga)
 TEST_F(start_up, load_font_twice_writes_once)
 {
     load_another_font();
-    load_font(1);
-    load_font(1);
+    EXPECT_EQ(1, load_font(1));
+    EXPECT_EQ(0, load_font(1));
     EXPECT_EQ((fpga_accesses{
                   {write_memory, 0x200000, 16384}
     }),
@@ -91,9 +91,9 @@ TEST_F(start_up, load_font_twice_writes_once)
 TEST_F(start_up, load_font_0_does_nothing_and_keeps_the_current_set)
 {
     load_another_font();
-    load_font(3);
+    EXPECT_EQ(1, load_font(3));
     fpga_recorded().clear();
-    load_font(0);
+    EXPECT_EQ(0, load_font(0));
     load_font(3);
     EXPECT_EQ(fpga_accesses{}, fpga_recorded());
 }
@@ -102,8 +102,8 @@ TEST_F(start_up, load_font_of_an_unknown_number_becomes_current_without_writing)
 {
     for (const int unknown : {7, -1, 4, 0x7fffffff}) {
         load_another_font();
-        load_font(unknown);
-        load_font(unknown);
+        EXPECT_EQ(0, load_font(unknown));
+        EXPECT_EQ(0, load_font(unknown));
         EXPECT_EQ(fpga_accesses{}, fpga_recorded()) << unknown;
         load_font(1);
         EXPECT_EQ(1u, fpga_recorded().size()) << unknown;

@@ -38,7 +38,7 @@ TEST_F(text_layer_without_screen, drawing_does_nothing)
     EXPECT_EQ(-1, write_ch_xyc('c', 0, 0, 0x18));
     EXPECT_EQ(-1, write_ch('c'));
     EXPECT_EQ(-1, clear_text_page(0));
-    clear_all_text_pages();
+    EXPECT_EQ(-1, clear_all_text_pages());
     set_active_text_color(1);
     set_active_text_write_page(1);
     EXPECT_EQ(fpga_accesses{}, fpga_recorded());
@@ -213,7 +213,7 @@ TEST_F(text_layer, clear_text_page_clears_what_is_seen_and_nothing_else)
 
 TEST_F(text_layer, clear_all_text_pages_clears_pages_0_to_8)
 {
-    clear_all_text_pages();
+    EXPECT_EQ(1, clear_all_text_pages());
     ASSERT_EQ(9u * 26, fpga_recorded().size());
     for (uint32_t page = 0; page < 9; ++page)
         EXPECT_EQ((fpga_access{write_memory, 0x300000 + page * 0xe00, 106}), fpga_recorded()[page * 26]);
