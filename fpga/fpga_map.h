@@ -11,7 +11,7 @@
 #define FPGA_GLYPHS              0x0200000u /* one glyph set */
 #define FPGA_TEXT_PAGES          0x0300000u /* pages 0-8, one every FPGA_TEXT_PAGE_STRIDE bytes */
 #define FPGA_TEXT_PAGE_STRIDE    0xe00u
-#define FPGA_CURSOR_IMAGE        0x0ff0800u /* 32 rows of 32 pixels and as much again unused */
+#define FPGA_CURSOR_IMAGE        0x0ff0800u /* 512 bytes: 32 rows of 32 pixels, a bit each, then unused */
 #define FPGA_GRAPHIC_PALETTE     0x0ff1400u /* 32-bit ARGB entries */
 #define FPGA_TEXT_FOREGROUND     0x0ff1800u /* 16 32-bit ARGB entries */
 #define FPGA_TEXT_BACKGROUND     0x0ff1840u /* the same */

@@ -25,7 +25,7 @@ const uint32_t text_forderground_color_tab[TEXT_COLORS] = {TEXT_PALETTE};
 
 const uint32_t text_background_color_tab[TEXT_COLORS] = {TEXT_PALETTE};
 
-/* Colours 22 and up come twice where images of different origin name them under different numbers. */
+/* Kept: 28 to 32 and 34 to 36 repeat earlier colours. Callers draw by number, so each number keeps its colour. */
 const uint32_t std_graphic_color_tab[GRAPHIC_COLORS] = {
     TEXT_PALETTE,
     0xff00ffff, /* 16 aqua                     */

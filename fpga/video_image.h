@@ -4,9 +4,9 @@
  * a frame, bottom line first. size is the buffer's length in bytes, 1,658,880 for a whole frame; with less
  * only the lines that lie within it are moved.
  *
- * The last buffer line is outside the reversal in both directions. Saved pictures have always been so, and
- * what is saved comes back: after a read it is the second field's last line, and a write leaves that line of
- * the FPGA undefined.
+ * Kept: each direction leaves one line out, as in every picture that clients have saved. A read leaves out the top
+ * line of the picture, the first field's first: the last buffer line holds the bottom line, as the first one does.
+ * A write leaves out the first buffer line: the bottom line of the picture, the second field's last, becomes zero.
  */
 #ifndef HALDEND_FPGA_VIDEO_IMAGE_H
 #define HALDEND_FPGA_VIDEO_IMAGE_H

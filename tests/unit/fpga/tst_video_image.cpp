@@ -60,7 +60,7 @@ TEST_F(video_image, the_last_line_of_a_read_is_the_raw_one)
     EXPECT_EQ(575, number_of(buffer.data() + 575 * LINE));
 }
 
-TEST_F(video_image, a_read_and_a_write_give_back_all_but_the_frames_last_line)
+TEST_F(video_image, a_read_and_a_write_give_back_all_but_the_frames_first_and_last_lines)
 {
     number_fpga_lines();
     bytes buffer(VIDEO_IMAGE_SIZE);
