@@ -19,6 +19,7 @@ const unsigned short COLUMNS = 53;
 const unsigned short ROWS = 26;
 
 const unsigned char BLANK = 0x20;
+const char SUBSTITUTE = '?';
 const unsigned int TRANSPARENT = 0;
 
 const unsigned short NOWHERE = 0xffff;
@@ -144,12 +145,27 @@ void CVideoOverlayBackEnd::drawText(unsigned short fromX, unsigned short toX, un
 {
     if (y >= ROWS)
         return;
-    const QByteArray cCodes = textCodec().fromUnicode(rcText.getText());
+    const QByteArray cCodes = codesOf(rcText.getText());
     const unsigned char u8Color = makeColor(rcText.getForegroundColor(), rcText.getBackgroundColor());
     for (unsigned short x = fromX; x < toX; ++x) {
         const int i = x - fromX;
         write_ch_xyc(i < cCodes.size() ? static_cast<unsigned char>(cCodes[i]) : BLANK, x, y, u8Color);
     }
+}
+
+// Qt's codecs give one byte for a surrogate pair and none for a character that is never seen. A text is as long as its
+// code units are many, so either would move what follows to the left.
+QByteArray CVideoOverlayBackEnd::codesOf(const QString& rcString)
+{
+    QByteArray cCodes = textCodec().fromUnicode(rcString);
+    if (cCodes.size() == rcString.size())
+        return cCodes;
+    cCodes.clear();
+    for (const QChar cUnit : rcString) {
+        const QByteArray cCode = textCodec().fromUnicode(QString(cUnit));
+        cCodes.append(cCode.isEmpty() ? SUBSTITUTE : cCode[0]);
+    }
+    return cCodes;
 }
 
 // Looked up at the first text: it takes Qt a while to look through all codecs, and the daemon has to be there soon.

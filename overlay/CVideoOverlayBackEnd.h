@@ -18,8 +18,8 @@ class QTextCodec;
 /// has hidden on its row is drawn again; texts between its old and its new place on one row may lose cells that
 /// nobody draws again.
 ///
-/// A character that the letters of the locale lack is a question mark. If the encoding of a text has fewer bytes
-/// than the text has characters, its last cells are blank.
+/// A UTF-16 code unit that the letters of the locale lack is a question mark: a character outside the basic plane
+/// is two.
 class CVideoOverlayBackEnd : public IVideoOverlay
 {
 public:
@@ -65,8 +65,12 @@ private:
     /// Writes the first characters of a text into columns fromX to toX - 1 of a row.
     void drawText(unsigned short fromX, unsigned short toX, unsigned short y, const COverlayText& rcText);
 
-    /// The text's record, a new one if it has none.
     QTextCodec& textCodec();
+
+    /// One byte a code unit of the string.
+    QByteArray codesOf(const QString& rcString);
+
+    /// The text's record, a new one if it has none.
     TOverlayTextData* obtainTextData(const COverlayText& rcText);
 
     /// Keeps where a text stands now.

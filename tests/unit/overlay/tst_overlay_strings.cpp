@@ -14,7 +14,9 @@ class TestOverlayStrings : public QObject
 private slots:
     void every_code_unit_is_a_cell_data();
     void every_code_unit_is_a_cell();
-    void fewer_bytes_than_cells_end_in_blanks();
+    void units_without_a_code_are_question_marks_data();
+    void units_without_a_code_are_question_marks();
+    void a_string_that_got_shorter_ends_in_blanks();
 };
 
 struct SLocaleRow {
@@ -69,7 +71,17 @@ void TestOverlayStrings::every_code_unit_is_a_cell_data()
     QTest::newRow("a row of emoji") << QStringLiteral("\U0001f600").repeated(30);
 }
 
-// What the encoding gives, then blanks; as many cells as the row has, and none beside them.
+/// What each code unit alone gives in an encoding.
+static QByteArray codesOf(int iMib, const QString& rcString)
+{
+    const QTextCodec* pcCodec = QTextCodec::codecForMib(iMib);
+    QByteArray cCodes;
+    for (const QChar cUnit : rcString)
+        cCodes += pcCodec->fromUnicode(QString(cUnit)).leftJustified(1, '?');
+    return cCodes;
+}
+
+// As many cells as the row has, and none beside them.
 void TestOverlayStrings::every_code_unit_is_a_cell()
 {
     QFETCH(QString, string);
@@ -80,25 +92,57 @@ void TestOverlayStrings::every_code_unit_is_a_cell()
                                                        {4, 0, iCells}
         }));
 
-        const QByteArray cBytes = QTextCodec::codecForMib(rsLocale.iMib)->fromUnicode(string);
-        QCOMPARE(cPage.codes(4).left(iCells), cBytes.leftJustified(iCells, ' ', true));
+        QCOMPARE(cPage.codes(4).left(iCells), codesOf(rsLocale.iMib, string.left(iCells)));
         QCOMPARE(cPage.colors(4), QByteArray(iCells, COLOR).leftJustified(53, '\0'));
         for (const int iRow : {3, 5})
             QCOMPARE(cPage.codes(iRow), QByteArray(53, '\0'));
     }
 }
 
-// Nothing comes of the first half of a pair that has no second: its cell has no byte.
-void TestOverlayStrings::fewer_bytes_than_cells_end_in_blanks()
+void TestOverlayStrings::units_without_a_code_are_question_marks_data()
+{
+    QTest::addColumn<QString>("string");
+    QTest::addColumn<QByteArray>("codes");
+    const QChar cHigh(0xd83d);
+    const QChar cLow(0xde00);
+    QTest::newRow("emoji") << QStringLiteral("a\U0001f600z") << QByteArray("a??z");
+    QTest::newRow("two emoji") << QStringLiteral("\U0001f600\U0001f44dz") << QByteArray("????z");
+    QTest::newRow("first half of a pair")
+        << QStringLiteral("ab") + cHigh + QLatin1Char('z') << QByteArray("ab?z");
+    QTest::newRow("the same at the end") << QStringLiteral("ab") + cHigh << QByteArray("ab?");
+    QTest::newRow("second half of a pair")
+        << QStringLiteral("ab") + cLow + QLatin1Char('z') << QByteArray("ab?z");
+    QTest::newRow("Chinese") << QStringLiteral("a\u4e2dz") << QByteArray("a?z");
+    QTest::newRow("zero-width space") << QStringLiteral("a\u200bz") << QByteArray("a?z");
+    QTest::newRow("direction marks") << QStringLiteral("\u202ba\u202cz") << QByteArray("?a?z");
+    QTest::newRow("byte order mark") << QStringLiteral("\ufeffaz") << QByteArray("?az");
+}
+
+// In the same cells in all alphabets: what follows stays where it is.
+void TestOverlayStrings::units_without_a_code_are_question_marks()
+{
+    QFETCH(QString, string);
+    QFETCH(QByteArray, codes);
+    for (const SLocaleRow& rsLocale : LOCALES) {
+        const CRecordedPage cPage;
+        draw(rsLocale.pszLocale, string);
+        QCOMPARE(cPage.codes(4).left(codes.size()), codes);
+    }
+}
+
+// It keeps its place until it is drawn itself, but a neighbour that leaves has it drawn again.
+void TestOverlayStrings::a_string_that_got_shorter_ends_in_blanks()
 {
     const CRecordedPage cPage;
-    const QString cHalf = QStringLiteral("ab") + QChar(0xd83d);
-    QCOMPARE(QTextCodec::codecForMib(111)->fromUnicode(cHalf), QByteArray("ab"));
-    QCOMPARE(draw("de_DE", cHalf), accessesOf({
-                                       {4, 0, 3}
-    }));
-    QCOMPARE(cPage.codes(4).left(4), QByteArray("ab \0", 4));
-    QCOMPARE(cPage.colors(4).left(4), QByteArray("\xc8\xc8\xc8\0", 4));
+    CVideoOverlayBackEnd cBackEnd;
+    COverlayText cText;
+    cText.setText(QStringLiteral("abcd"));
+    const COverlayText cNeighbour;
+    cBackEnd.drawText(cText);
+    cBackEnd.drawText(cNeighbour);
+    cText.setText(QStringLiteral("xy"));
+    cBackEnd.clearText(cNeighbour);
+    QCOMPARE(cPage.codes(0).left(5), QByteArray("xy  \0", 5));
 }
 
 QTEST_GUILESS_MAIN(TestOverlayStrings)
