@@ -10,7 +10,8 @@ bool operator<(const COverlayTextPlaces::SPlace& rsOne, const COverlayTextPlaces
 
 void COverlayTextPlaces::insert(const SPlace& rsPlace, quint64 u64Turn, const COverlayText& rcText)
 {
-    m_cPlaces[rsPlace].insert(u64Turn, &rcText);
+    if (hasCells(rsPlace))
+        m_cPlaces[rsPlace].insert(u64Turn, &rcText);
 }
 
 void COverlayTextPlaces::remove(const SPlace& rsPlace, quint64 u64Turn)
@@ -23,19 +24,15 @@ void COverlayTextPlaces::remove(const SPlace& rsPlace, quint64 u64Turn)
         m_cPlaces.erase(it);
 }
 
-// In this order: a place whose end has wrapped lies before its beginning, and the answer for it depends on what is
-// asked first.
+bool COverlayTextPlaces::hasCells(const SPlace& rsPlace)
+{
+    return rsPlace.startX < rsPlace.endX && rsPlace.y < ROWS;
+}
+
+// The end of a region may have wrapped to before its beginning; then only what stands around its end collides.
 bool COverlayTextPlaces::isColliding(const SPlace& rsPlace, const SPlace& rsRegion)
 {
-    if (rsPlace.startX >= rsRegion.startX && rsRegion.startX > rsPlace.endX)
-        return true;
-    if (rsRegion.startX >= rsPlace.endX) {
-        if (rsRegion.endX >= rsPlace.endX)
-            return false;
-    } else if (rsPlace.endX <= rsRegion.endX) {
-        return true;
-    }
-    return rsPlace.startX <= rsRegion.endX;
+    return rsPlace.startX <= rsRegion.endX && std::min(rsRegion.startX, rsRegion.endX) < rsPlace.endX;
 }
 
 QVector<const COverlayText*> COverlayTextPlaces::collidingWith(const SPlace& rsRegion) const

@@ -15,8 +15,8 @@
 namespace
 {
 
-const unsigned short COLUMNS = 53;
-const unsigned short ROWS = 26;
+const unsigned short COLUMNS = COverlayTextPlaces::COLUMNS;
+const unsigned short ROWS = COverlayTextPlaces::ROWS;
 
 const unsigned char BLANK = 0x20;
 const char SUBSTITUTE = '?';
@@ -143,9 +143,9 @@ void CVideoOverlayBackEnd::clearText(unsigned short fromX, unsigned short toX, u
 void CVideoOverlayBackEnd::drawText(unsigned short fromX, unsigned short toX, unsigned short y,
                                     const COverlayText& rcText)
 {
-    if (y >= ROWS)
+    if (fromX >= toX || y >= ROWS)
         return;
-    const QByteArray cCodes = codesOf(rcText.getText());
+    const QByteArray cCodes = codesOf(rcText.getText().left(toX - fromX));
     const unsigned char u8Color = makeColor(rcText.getForegroundColor(), rcText.getBackgroundColor());
     for (unsigned short x = fromX; x < toX; ++x) {
         const int i = x - fromX;

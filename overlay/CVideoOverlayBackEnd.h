@@ -93,7 +93,7 @@ private:
     QHash<const COverlayText*, TOverlayTextData*>* m_pcTextDataHash; ///< owned, and so are its values
     QTextCodec* m_pcTextCodec;                                       ///< Qt's; null until it is needed
     bool m_bOverlayEnabled;
-    COverlayTextPlaces m_cPlaces; ///< of all that are in the hash
+    COverlayTextPlaces m_cPlaces; ///< of those in the hash that have cells
     quint64 m_u64NextTurn;
 };
 
