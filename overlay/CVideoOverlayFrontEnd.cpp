@@ -51,10 +51,18 @@ void CVideoOverlayFrontEnd::drawIfVisible(const COverlayText& rcText)
         m_rcBackEnd.drawText(rcText);
 }
 
+CVideoOverlayFrontEnd::SNewText CVideoOverlayFrontEnd::newText()
+{
+    COverlayText* pcText = m_rcObjectManager.createTextObject();
+    const unsigned int uHandle = pcText != nullptr ? m_rcObjectManager.getHandleOfTextObject(*pcText) : 0;
+    // A temporary text that was destroyed at the manager may have had this handle, and even this address.
+    forgetTemporaryText(uHandle);
+    return {pcText, uHandle};
+}
+
 unsigned int CVideoOverlayFrontEnd::createText()
 {
-    const COverlayText* pcText = m_rcObjectManager.createTextObject();
-    return pcText != nullptr ? m_rcObjectManager.getHandleOfTextObject(*pcText) : 0;
+    return newText().uHandle;
 }
 
 void CVideoOverlayFrontEnd::destroyText(unsigned int uHandle)
@@ -64,7 +72,7 @@ void CVideoOverlayFrontEnd::destroyText(unsigned int uHandle)
         return;
     if (isVisible(*pcText))
         m_rcBackEnd.clearText(*pcText);
-    forgetTemporaryText(*pcText);
+    forgetTemporaryText(uHandle);
     m_rcObjectManager.destroyTextObject(*pcText);
 }
 
@@ -224,7 +232,8 @@ void CVideoOverlayFrontEnd::drawTemporaryText(const QString& rcText, EOverlayTex
 {
     if (!isValidDuration(uDuration))
         return;
-    COverlayText* pcText = m_rcObjectManager.createTextObject();
+    const SNewText sNew = newText();
+    COverlayText* pcText = sNew.pcText;
     if (pcText == nullptr)
         return;
 
@@ -245,43 +254,50 @@ void CVideoOverlayFrontEnd::drawTemporaryText(const QString& rcText, EOverlayTex
     m_rcBackEnd.drawText(*pcText);
 
     const int iTimer = startTimer(static_cast<int>(uDuration) * MILLISECONDS, Qt::PreciseTimer);
-    m_cTemporaryTexts.insert(iTimer, pcText);
-    m_cTextTimers.insert(pcText, iTimer);
+    m_cTemporaryTexts.insert(iTimer, {sNew.uHandle, pcText});
+    m_cTextTimers.insert(sNew.uHandle, iTimer);
 }
 
 void CVideoOverlayFrontEnd::timerEvent(QTimerEvent* pcEvent)
 {
-    COverlayText* pcText = m_cTemporaryTexts.take(pcEvent->timerId());
-    if (pcText == nullptr)
+    const auto it = m_cTemporaryTexts.find(pcEvent->timerId());
+    if (it == m_cTemporaryTexts.end())
         return;
-    m_cTextTimers.remove(pcText);
-    m_rcBackEnd.clearText(*pcText);
-    m_rcObjectManager.destroyTextObject(*pcText);
+    const STemporaryText sText = *it;
+    m_cTemporaryTexts.erase(it);
+    m_cTextTimers.remove(sText.uHandle);
+    removeTemporaryText(sText);
 }
 
 void CVideoOverlayFrontEnd::clearTemporaryTexts()
 {
     // By handles, so that what is drawn again comes in the same order in every run.
-    const QList<unsigned int> cHandles = m_rcObjectManager.getTextHandles();
-    for (const unsigned int uHandle : cHandles) {
-        COverlayText* pcText = m_rcObjectManager.getTextObjectByHandle(uHandle);
-        if (!m_cTextTimers.contains(pcText))
-            continue;
-        forgetTemporaryText(*pcText);
-        m_rcBackEnd.clearText(*pcText);
-        m_rcObjectManager.destroyTextObject(*pcText);
+    const QList<int> cTimers = m_cTextTimers.values();
+    for (const int iTimer : cTimers) {
+        const STemporaryText sText = m_cTemporaryTexts.value(iTimer);
+        forgetTemporaryText(sText.uHandle);
+        removeTemporaryText(sText);
     }
 }
 
-// A later text may get the address of this one, and a later timer its number.
-void CVideoOverlayFrontEnd::forgetTemporaryText(const COverlayText& rcText)
+// A later text may get the handle of this one, and a later timer its number.
+void CVideoOverlayFrontEnd::forgetTemporaryText(unsigned int uHandle)
 {
-    const auto it = m_cTextTimers.find(&rcText);
+    const auto it = m_cTextTimers.find(uHandle);
     if (it == m_cTextTimers.end())
         return;
     killTimer(*it);
     m_cTemporaryTexts.remove(*it);
     m_cTextTimers.erase(it);
+}
+
+void CVideoOverlayFrontEnd::removeTemporaryText(const STemporaryText& rsText)
+{
+    COverlayText* pcText = m_rcObjectManager.getTextObjectByHandle(rsText.uHandle);
+    if (pcText == nullptr || pcText != rsText.pcText)
+        return;
+    m_rcBackEnd.clearText(*pcText);
+    m_rcObjectManager.destroyTextObject(*pcText);
 }
 
 unsigned int CVideoOverlayFrontEnd::getMaxTextLineWidth() const

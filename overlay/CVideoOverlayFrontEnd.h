@@ -5,6 +5,7 @@
 #include "overlay/UnsupportedOperations.h"
 
 #include <QHash>
+#include <QMap>
 #include <QObject>
 #include <QString>
 
@@ -20,7 +21,8 @@ class IVideoOverlay;
 /// string, or 255 for a position. Positions are cells and lines, and like colours they aren't checked. Nothing
 /// reports failure.
 ///
-/// Of the back end and the manager it is the only user: texts are never destroyed beside it.
+/// It is the only user of the back end and the manager. A temporary text that is destroyed at the manager all the same
+/// is left alone when its time is up.
 class CVideoOverlayFrontEnd : public QObject
 {
     Q_OBJECT
@@ -120,14 +122,31 @@ private:
 
     bool isVisible(const COverlayText& rcText) const;
     void drawIfVisible(const COverlayText& rcText);
-    void forgetTemporaryText(const COverlayText& rcText);
+
+    /// A new text from the manager and its handle; null and 0 if there are too many.
+    struct SNewText {
+        COverlayText* pcText;
+        unsigned int uHandle;
+    };
+    SNewText newText();
+
+    struct STemporaryText {
+        unsigned int uHandle;
+        const COverlayText* pcText; ///< the manager's; may be gone
+    };
+
+    /// Stops the timer of a temporary text; does nothing for any other handle.
+    void forgetTemporaryText(unsigned int uHandle);
+
+    /// Erases and destroys the text, if the manager still has it.
+    void removeTemporaryText(const STemporaryText& rsText);
 
     IVideoOverlay& m_rcBackEnd;
     IOverlayObjectManager& m_rcObjectManager;
 
-    // Both hold the same temporary texts, which are the manager's, from drawing to removal.
-    QHash<int, COverlayText*> m_cTemporaryTexts;   ///< by timer
-    QHash<const COverlayText*, int> m_cTextTimers; ///< timer ids
+    // Both hold the same temporary texts, from drawing to removal.
+    QHash<int, STemporaryText> m_cTemporaryTexts; ///< by timer
+    QMap<unsigned int, int> m_cTextTimers;        ///< timer ids by handle
 };
 
 #endif

@@ -145,6 +145,8 @@ private slots:
     void a_temporary_text_that_a_client_destroys_is_not_touched_again();
     void destroying_all_texts_forgets_the_temporary_ones();
     void a_later_text_is_not_harmed_by_an_old_timer();
+    void a_temporary_text_destroyed_at_the_manager_is_not_touched_again();
+    void a_later_text_is_not_taken_for_one_destroyed_at_the_manager();
     void nothing_destroyed_stays_drawn();
     void the_end_removes_temporary_texts_and_leaves_the_others();
 
@@ -656,6 +658,57 @@ void TestCVideoOverlayFrontEnd::a_later_text_is_not_harmed_by_an_old_timer()
     // A temporary one has a timer of its own.
     m_pcFrontEnd->destroyText(uNew);
     newTemporaryText("newer");
+    QCOMPARE(timers().size(), 1);
+    calls();
+    expire(onlyTimer());
+    QCOMPARE(calls(), QStringList{"clearText newer"});
+}
+
+void TestCVideoOverlayFrontEnd::a_temporary_text_destroyed_at_the_manager_is_not_touched_again()
+{
+    newTemporaryText("expires");
+    const int iTimer = onlyTimer();
+    const unsigned int uDestroyed = newTemporaryText("destroyed");
+    const QList<int> cTimers = timers();
+    newTemporaryText("cleared");
+    calls();
+
+    m_pcManager->destroyTextObject(*m_pcManager->getTextObjectByHandle(uDestroyed));
+    expire(cTimers[0] == iTimer ? cTimers[1] : cTimers[0]);
+    QCOMPARE(calls(), QStringList());
+    expire(iTimer);
+    QCOMPARE(calls(), QStringList{"clearText expires"});
+
+    const unsigned int uAlsoDestroyed = newTemporaryText("also destroyed");
+    calls();
+    m_pcManager->destroyTextObject(*m_pcManager->getTextObjectByHandle(uAlsoDestroyed));
+    const int iTimersBefore = timers().size();
+    m_pcFrontEnd->clearTemporaryTexts();
+    QCOMPARE(calls(), QStringList{"clearText cleared"});
+    // Those of the two that were cleared; the others had expired.
+    QCOMPARE(timers().size(), iTimersBefore - 2);
+    QCOMPARE(m_pcManager->getTextHandles(), QList<unsigned int>());
+}
+
+// The manager gives it the same handle, and the allocator the same address.
+void TestCVideoOverlayFrontEnd::a_later_text_is_not_taken_for_one_destroyed_at_the_manager()
+{
+    const unsigned int uOld = newTemporaryText("old");
+    const int iOldTimer = onlyTimer();
+    m_pcManager->destroyTextObject(*m_pcManager->getTextObjectByHandle(uOld));
+    const unsigned int uNew = newText("new");
+    QCOMPARE(uNew, uOld);
+    m_pcFrontEnd->showText(uNew);
+    calls();
+    expire(iOldTimer);
+    m_pcFrontEnd->clearTemporaryTexts();
+    QCOMPARE(calls(), QStringList());
+    QVERIFY(m_pcFrontEnd->isTextVisible(uNew));
+    m_pcFrontEnd->destroyText(uNew);
+
+    // A temporary one has a timer of its own, and only that.
+    m_pcManager->destroyTextObject(*m_pcManager->getTextObjectByHandle(newTemporaryText("old again")));
+    QCOMPARE(newTemporaryText("newer"), uOld);
     QCOMPARE(timers().size(), 1);
     calls();
     expire(onlyTimer());
