@@ -244,7 +244,7 @@ inline constexpr glyph cedilla = picture(
     ".....##....."
     "...###......");
 
-/* Comma below: short, so that it isn't taken for an accent on the line below. */
+/* Comma below: a frame line away from the letter, so that it isn't taken for a cedilla. */
 inline constexpr glyph comma_below = picture(
     "............"
     "............"
@@ -254,8 +254,8 @@ inline constexpr glyph comma_below = picture(
     "............"
     "............"
     "............"
-    ".....,,,...."
-    "....'''.....");
+    ".....,,,,..."
+    "....,###'...");
 
 /* Ogonek */
 inline constexpr glyph ogonek = picture(

@@ -346,6 +346,21 @@ TEST(glyphs, accents_stand_clear_of_the_letter)
     }
 }
 
+/* The gap tells it from a cedilla. */
+TEST(glyphs, a_comma_below_stands_a_line_apart_and_is_no_weaker_than_a_cedilla)
+{
+    const int cedilla = pixels_between(shown_for(SETS[1], u'ç'), shown_for(SETS[1], u'c'));
+    const std::u16string letters = u"SsTt";
+    const std::u16string with_comma = u"ȘșȚț";
+    for (size_t i = 0; i < letters.size(); ++i) {
+        const cell shown = shown_for(SETS[1], with_comma[i]);
+        EXPECT_GE(pixels_between(shown, shown_for(SETS[1], letters[i])), cedilla) << shown;
+        EXPECT_EQ(0U, shown.line[BASE_LINE + 1]) << shown;
+        for (int line = BASE_LINE + 2; line <= DESCENDER_LINE; ++line)
+            EXPECT_NE(0U, shown.line[line]) << "line " << line << shown;
+    }
+}
+
 TEST(glyphs, digits_are_equally_wide)
 {
     for (int code = '0'; code <= '9'; ++code) {
