@@ -95,10 +95,10 @@ void CPictureRenderer::renderGraphic()
     const quint32 u32Place = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L0WXY);
     const quint32 u32Size = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L0WWH);
     const bool bZeroTransparent = (m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L0TC) & 1u << 15) != 0;
-    const int iLeft = high12(u32Place);
-    const int iTop = low12(u32Place);
-    const int iRight = qMin<int>(BOARD_WIDTH, iLeft + high12(u32Size));
-    const int iBottom = qMin<int>(BOARD_HEIGHT, iTop + low12(u32Size));
+    const int iLeft = low12(u32Place);
+    const int iTop = high12(u32Place);
+    const int iRight = qMin<int>(BOARD_WIDTH, iLeft + low12(u32Size));
+    const int iBottom = qMin<int>(BOARD_HEIGHT, iTop + high12(u32Size));
     for (int y = iTop; y < iBottom; y++) {
         auto* pu32Line = reinterpret_cast<QRgb*>(m_cPicture.scanLine(y));
         const quint32 u32Line = u32Origin + static_cast<quint32>(y - iTop) * u32Stride;

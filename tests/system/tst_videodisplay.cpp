@@ -27,6 +27,7 @@ private slots:
     void every_pair_of_edge_values_is_accepted_as_a_position();
     void the_layer_is_switched();
     void what_is_set_is_seen();
+    void layer_0_is_seen_around_the_window();
     void methods_without_effect_change_nothing();
     void calls_that_expect_no_reply_get_none();
     void setters_are_carried_out_in_order();
@@ -233,6 +234,25 @@ void TestVideoDisplay::what_is_set_is_seen()
     send("set_video_position", {-1, 0});
     QCOMPARE(differenceFromGolden(m_cScene.board().picture(), QStringLiteral("window_off")), QString());
     m_cScene.announceJudgement(POSITION_BEYOND_THE_REGISTER);
+}
+
+// Layer 0 is as large as the register file says: all 720 columns, from the top left corner on.
+void TestVideoDisplay::layer_0_is_seen_around_the_window()
+{
+    const quint32 LINE_BYTES = 23 * 64;
+    CBoard& rcBoard = m_cScene.board();
+    const auto paint = [&rcBoard](bool bPainted) {
+        for (quint32 y = 0; y < 576; y++)
+            for (quint32 x = 0; x < 720; x++)
+                rcBoard.setLimeMemory16(y * LINE_BYTES + x * 2,
+                                        bPainted ? static_cast<quint16>(0x4000 | y / 32 << 5 | x / 32) : 0);
+    };
+    send("set_video_size", {360, 288});
+    send("set_video_position", {300, 200});
+    paint(true);
+    QCOMPARE(differenceFromGolden(rcBoard.picture(), QStringLiteral("window_over_layer_0")), QString());
+    paint(false);
+    QCOMPARE(differenceFromGolden(rcBoard.picture(), QStringLiteral("window_quarter")), QString());
 }
 
 void TestVideoDisplay::methods_without_effect_change_nothing()

@@ -247,8 +247,8 @@ static void drawGraphic(CBoard& rcBoard)
 {
     rcBoard.setLimeRegister(CBoard::LIME_DISPLAY, L0M, 1u << 31 | 2u << 16);
     rcBoard.setLimeRegister(CBoard::LIME_DISPLAY, L0OA, 0x10000);
-    rcBoard.setLimeRegister(CBoard::LIME_DISPLAY, L0WXY, 100u << 16 | 50u);
-    rcBoard.setLimeRegister(CBoard::LIME_DISPLAY, L0WWH, 3u << 16 | 2u);
+    rcBoard.setLimeRegister(CBoard::LIME_DISPLAY, L0WXY, 50u << 16 | 100u);
+    rcBoard.setLimeRegister(CBoard::LIME_DISPLAY, L0WWH, 2u << 16 | 3u);
     const quint16 PIXELS[2][3] = {
         {0x7c00, 0x03e0, 0x001f},
         {0x0000, 0x7fff, 0x4210}
