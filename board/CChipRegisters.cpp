@@ -87,11 +87,13 @@ bool CChipRegisters::readFile(QString& rcError)
         QStringLiteral("%1/%2.cnf").arg(m_rcBoard.path(BOARD_CNFS), QLatin1String(m_rcChip.pszName));
     const QByteArray cName = QFile::encodeName(cPath);
     config_t* psConfig = m_rcChip.psRegisters->config;
+    int iLine = 0;
     m_bFileRead = false;
     if (!QFile::exists(cPath)) {
         rcError = QStringLiteral("%1: there is none").arg(cPath);
-    } else if (config_file_is_safe(cName.constData()) == 0) {
-        rcError = QStringLiteral("%1: it or what it includes is no regular file").arg(cPath);
+    } else if (const char* pszFault = config_file_fault(cName.constData(), &iLine)) {
+        rcError = iLine != 0 ? QStringLiteral("%1:%2: %3").arg(cPath).arg(iLine).arg(QLatin1String(pszFault))
+                             : QStringLiteral("%1: it or what it includes is no regular file").arg(cPath);
     } else if (config_read_file(psConfig, cName.constData()) != CONFIG_TRUE) {
         rcError = QStringLiteral("%1:%2: %3")
                       .arg(cPath)

@@ -21,8 +21,10 @@ static int report_failure(const chip_regs* chip, const char* path, int line, con
 
 int read_config_from_file(const chip_regs* chip, const char* path, int apply)
 {
-    if (!config_file_is_safe(path))
-        return report_failure(chip, path, 0, "file I/O error");
+    int line = 0;
+    const char* fault = config_file_fault(path, &line);
+    if (fault != nullptr)
+        return report_failure(chip, path, line, fault);
     if (config_read_file(chip->config, path) != CONFIG_TRUE)
         return report_failure(chip, path, config_error_line(chip->config), config_error_text(chip->config));
     if (apply != 0)

@@ -16,8 +16,8 @@ extern "C" {
  * standard error if the file can't be read: then the configuration is destroyed and the table as before. */
 int read_config_from_file(const struct chip_regs* chip, const char* path, int apply);
 
-/* Sets the fields that the configuration names. Unknown names, and what is neither a group nor an integer in one,
- * do nothing. */
+/* Sets the fields that the configuration names. Unknown names do nothing, nor does what is no group at the top. A
+ * field that is given no integer is set to 0. */
 void set_all_regs_from_config(const struct chip_regs* chip);
 void set_reg_by_name_from_config_setting(const struct chip_regs* chip, config_setting_t* group);
 

@@ -17,6 +17,16 @@ static const char BLANKS[] = " \t";
 /* The library's time for a word or a comment grows with the square of its length: megabytes in one line, such as a
  * damaged file may have, would take minutes. */
 static const size_t LONGEST_LINE = 131072;
+static const char LINE_TOO_LONG[] = "line longer than 128 KiB";
+
+/* As the library says it of a file that it can't open. */
+static const char UNREADABLE[] = "file I/O error";
+
+/* A look at a file and at all that it includes. */
+struct look_ahead {
+    std::set<std::string> seen;
+    int long_line; /* number of the line that is too long, 0 without one */
+};
 
 /* Where in a line the name of the file begins that it includes; npos if it includes none. As the library reads it,
  * the directive begins its line. Lines in comments count as well, which refuses more than the library would fail
@@ -46,12 +56,14 @@ static std::optional<std::string> quoted_name(std::string_view line, size_t at)
     return name;
 }
 
-static bool is_safe(const std::string& path, std::set<std::string>* seen);
+static bool is_safe(const std::string& path, look_ahead* look);
 
-static bool is_safe_line(std::string_view line, std::set<std::string>* seen)
+static bool is_safe_line(std::string_view line, int number, look_ahead* look)
 {
-    if (line.size() > LONGEST_LINE)
+    if (line.size() > LONGEST_LINE) {
+        look->long_line = number;
         return false;
+    }
     /* Most lines have none, and blanks are slow to pass over. */
     if (line.find('@') == std::string_view::npos)
         return true;
@@ -59,31 +71,32 @@ static bool is_safe_line(std::string_view line, std::set<std::string>* seen)
     if (at == std::string_view::npos)
         return true;
     const std::optional<std::string> included = quoted_name(line, at);
-    return included && is_safe(*included, seen);
+    return included && is_safe(*included, look);
 }
 
 /* With stdio, because C++ streams bring their locales up at the first use, which would be a tenth of a start. */
-static bool has_safe_lines(FILE* file, std::set<std::string>* seen)
+static bool has_safe_lines(FILE* file, look_ahead* look)
 {
     std::string text; /* the part of a line that was read before its rest */
+    int number = 1;
     char piece[4096];
     for (size_t count; (count = fread(piece, 1, sizeof piece, file)) > 0;) {
         text.append(piece, count);
         size_t begin = 0;
-        for (size_t end; (end = text.find('\n', begin)) != std::string::npos; begin = end + 1)
-            if (!is_safe_line(std::string_view(text).substr(begin, end - begin), seen))
+        for (size_t end; (end = text.find('\n', begin)) != std::string::npos; begin = end + 1, ++number)
+            if (!is_safe_line(std::string_view(text).substr(begin, end - begin), number, look))
                 return false;
         text.erase(0, begin);
         if (text.size() > LONGEST_LINE)
-            return false;
+            break;
     }
-    return is_safe_line(text, seen) && ferror(file) == 0;
+    return is_safe_line(text, number, look) && ferror(file) == 0;
 }
 
 /* Each file is looked at once, however often and in whatever circle files include each other. */
-static bool is_safe(const std::string& path, std::set<std::string>* seen)
+static bool is_safe(const std::string& path, look_ahead* look)
 {
-    if (!seen->insert(path).second)
+    if (!look->seen.insert(path).second)
         return true;
     struct stat status = {};
     const int descriptor = open_path(path.c_str(), O_RDONLY, &status);
@@ -92,13 +105,17 @@ static bool is_safe(const std::string& path, std::set<std::string>* seen)
     FILE* file = stream_of_descriptor(descriptor, "r");
     if (file == nullptr)
         return false;
-    const bool safe = S_ISREG(status.st_mode) && has_safe_lines(file, seen);
+    const bool safe = S_ISREG(status.st_mode) && has_safe_lines(file, look);
     fclose(file);
     return safe;
 }
 
-int config_file_is_safe(const char* path)
+const char* config_file_fault(const char* path, int* line)
 {
-    std::set<std::string> seen;
-    return is_safe(path, &seen) ? 1 : 0;
+    look_ahead look = {};
+    const bool safe = is_safe(path, &look);
+    *line = look.long_line;
+    if (safe)
+        return nullptr;
+    return look.long_line != 0 ? LINE_TOO_LONG : UNREADABLE;
 }

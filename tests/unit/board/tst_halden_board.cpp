@@ -391,6 +391,7 @@ void TestHaldenBoard::lists_without_marks_when_a_register_file_is_of_no_use_data
     QTest::newRow("missing") << QString() << "there is none";
     QTest::newRow("syntax") << "CTRL: { fgon = 1; };\nnonsense"
                             << ":2: syntax error";
+    QTest::newRow("long line") << "\n#" + QString(131072, QLatin1Char('x')) << ":2: line longer than 128 KiB";
     QTest::newRow("includes a folder") << "@include \"/usr\"\n"
                                        << "no regular file";
 }

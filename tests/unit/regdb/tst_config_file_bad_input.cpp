@@ -326,10 +326,15 @@ TEST_F(bad_register_file, with_ten_megabytes_of_comments_is_read)
     EXPECT_EQ(5U, field("SRIC", "sinr"));
 }
 
-TEST_F(bad_register_file, with_a_line_that_would_take_minutes_can_not_be_read)
+TEST_F(bad_register_file, with_a_line_that_would_take_minutes_is_refused_with_its_number)
 {
-    expect_unreadable(make("# " + std::string(8000000, 'x') + "\nSRIC: { sinr = 5; };\n"));
-    expect_unreadable(make(std::string(131073, 'x')));
+    const std::string text = "line longer than 128 KiB";
+    expect_error("# " + std::string(8000000, 'x') + "\nSRIC: { sinr = 5; };\n", 1, text);
+    expect_error(std::string(131073, 'x'), 1, text);
+    expect_error("SRIC: { sinr = 5; };\n\n# " + std::string(131071, 'x') + "\n\n", 3, text);
+    expect_error(std::string(5000, '\n') + std::string(200000, ' '), 5001, text);
+    make("\n#" + std::string(131072, 'x'), "inner.cnf");
+    expect_error("# one\n# two\n@include \"" + path("inner.cnf") + "\"\n", 2, text);
     EXPECT_EQ(0, read(make("#" + std::string(131071, 'x') + "\nSRIC: { sinr = 6; };\n")));
     EXPECT_EQ(6U, field("SRIC", "sinr"));
 }
