@@ -11,10 +11,11 @@
 extern "C" {
 #endif
 
-/* Null if the file, and every file that it includes, is a regular one that can be read to its end without
- * waiting, or can't be opened at all. Else a text that says why the library must not read it, to be shown as an error text of the library is: a
- * constant, not to be freed. The line is that of a line of more than 128 KiB, counted in the file that has it; 0 if
- * something else is wrong: a file that is no regular one or breaks off, or an include whose name isn't plain. */
+/* Null if the file, and every file that it includes, is a regular one that can be read to its end without waiting, or
+ * can't be opened at all. Else a text that says why the library must not read it, to be shown like an error text of the
+ * library: a constant, not to be freed. The line is that of a line of more than 128 KiB, counted in the file that has
+ * it; 0 if something else is wrong: a file that is no regular one or breaks off, or an include whose name isn't
+ * plain. */
 const char* config_file_fault(const char* path, int* line);
 
 #ifdef __cplusplus
