@@ -450,23 +450,25 @@ void TestLongTimes::the_counter_passes_the_hours_of_a_day()
     }
 }
 
-// Two minutes by themselves, the codec beside the daemon. Busy machines are late, so that seconds may be lost; none is
-// counted twice.
+// A minute by itself, the codec beside the daemon. Busy machines are late, so that seconds may be lost; none is counted
+// twice. On a faster clock than this the codec would have to let the file grow within less than half a second, or the
+// daemon would end the recording.
 void TestLongTimes::all_keep_pace_on_a_faster_clock()
 {
-    QVERIFY2(startOnFasterClock(), m_pcScene->describe());
+    const int PACE = 10;
+    QVERIFY2(startOnFasterClock(PACE), m_pcScene->describe());
     QElapsedTimer cElapsed;
     cElapsed.start();
     QCOMPARE(call("start_video_recording"), OK);
     overlay("videocounter_start", {0});
     m_pcScene->board().setTracing(true);
-    QTRY_VERIFY_WITH_TIMEOUT(recordedSeconds() >= 2 * MINUTE_S, TIMEOUT_PROCESS_MS);
+    QTRY_VERIFY_WITH_TIMEOUT(recordedSeconds() >= MINUTE_S, TIMEOUT_PROCESS_MS);
     m_pcScene->board().setTracing(false);
     overlay("videocounter_stop", {0});
     const int iCounted = counter();
     const int iLooks = m_pcScene->board().traceLines().filter(INPUT_LOOK).size();
     const int iRecorded = recordedSeconds();
-    const auto iPassed = static_cast<int>(cElapsed.elapsed() * FACTOR / 1000);
+    const auto iPassed = static_cast<int>(cElapsed.elapsed() * PACE / 1000);
     const QByteArray cAll = QByteArray::number(iCounted) + " counted, " + QByteArray::number(iLooks) +
                             " looks, " + QByteArray::number(iRecorded) + " recorded, " +
                             QByteArray::number(iPassed) + " passed";
