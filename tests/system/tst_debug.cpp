@@ -4,6 +4,7 @@
 #include "tests/support/CBusMonitor.h"
 #include "tests/support/CScene.h"
 #include "tests/support/Introspection.h"
+#include "tests/support/Timeouts.h"
 
 #include <QDir>
 #include <QFile>
@@ -38,6 +39,7 @@ private slots:
     void saved_files_of_decoder_and_encoder_program_zeros();
 
     void reloads_what_the_files_say_now();
+    void a_reload_leaves_the_frame_generator_off_until_the_signal_changes();
     void a_reload_goes_on_whatever_fails_data();
     void a_reload_goes_on_whatever_fails();
     void a_reload_survives_any_file_data();
@@ -320,6 +322,9 @@ void TestDebug::saved_files_of_decoder_and_encoder_program_zeros()
     for (const QString& rcName : {QStringLiteral("saa7113.cnf"), QStringLiteral("saa7129.cnf")})
         for (const QByteArray& rcLine : contents(rcName).split('\n'))
             QVERIFY2(!rcLine.contains(" = ") || rcLine.contains(" = 0   ;"), rcLine.constData());
+    // Whatever is in the chips.
+    QCOMPARE(contents(QStringLiteral("saa7113.cnf")).count(" Val:(0xff)\n"), 31);
+    QCOMPARE(contents(QStringLiteral("saa7129.cnf")).count(" Val:(0xff)\n"), 73);
     QVERIFY(m_pcScene->board().i2cRegister(BOARD_I2C_ENCODER, 0x61) != 0);
     send("reload_hardware_config");
     for (int iSub = 0x26; iSub <= 0x7f; ++iSub)
@@ -343,6 +348,22 @@ void TestDebug::reloads_what_the_files_say_now()
     QCOMPARE(rcBoard.i2cRegister(BOARD_I2C_DECODER, 0x0a), quint8(0x10));
     QCOMPARE(differenceFromGolden(rcBoard.picture(), QStringLiteral("debug_reloaded_at_half_size")),
              QString());
+}
+
+// The register file says so, and the watch over the signal acts on changes alone.
+void TestDebug::a_reload_leaves_the_frame_generator_off_until_the_signal_changes()
+{
+    const quint32 CTRL = 0xff0000;
+    const quint32 FRAME_GENERATOR = 0x00800000;
+    CBoard& rcBoard = m_pcScene->board();
+    rcBoard.setCameraPlugged(false);
+    QTRY_COMPARE_WITH_TIMEOUT(rcBoard.fpgaRegister(CTRL), FRAME_GENERATOR, TIMEOUT_CALL_MS);
+    send("reload_hardware_config");
+    QCOMPARE(rcBoard.fpgaRegister(CTRL), 0U);
+    rcBoard.setTracing(true);
+    QTRY_VERIFY_WITH_TIMEOUT(rcBoard.traceLines().count(QStringLiteral("i2c read 0x1f = 0x40")) >= 2,
+                             TIMEOUT_CALL_MS);
+    QCOMPARE(rcBoard.fpgaRegister(CTRL), 0U);
 }
 
 void TestDebug::a_reload_goes_on_whatever_fails_data()

@@ -42,11 +42,13 @@ private slots:
     void a_recording_whose_file_never_grows_ends_after_5_seconds();
     void a_recording_whose_file_stops_growing_ends_at_the_second_look_data();
     void a_recording_whose_file_stops_growing_ends_at_the_second_look();
+    void after_an_error_the_time_of_earlier_sections_stays();
     void the_input_is_looked_at_each_second();
 
     void a_temporary_text_of_9999_seconds_goes_away();
     void the_counter_counts_more_than_an_hour();
     void the_counter_passes_the_hours_of_a_day();
+    void the_counter_goes_on_from_60_and_from_negative_values();
 
     void all_keep_pace_on_a_faster_clock();
     void a_codec_that_does_not_answer_ends_in_the_error_data();
@@ -370,6 +372,19 @@ void TestLongTimes::a_recording_whose_file_stops_growing_ends_at_the_second_look
     QCOMPARE(m_cSignals, QStringList{QStringLiteral("video_recording_error 1")});
 }
 
+void TestLongTimes::after_an_error_the_time_of_earlier_sections_stays()
+{
+    QVERIFY2(startOnLeapingClocks(), m_pcScene->describe());
+    QCOMPARE(call("start_video_recording"), OK);
+    QVERIFY(record(10));
+    QVERIFY(callAll({QStringLiteral("pause_video_recording"), QStringLiteral("resume_video_recording")}));
+    QVERIFY(record(5));
+    QCOMPARE(recordedSeconds(), 15);
+    m_pcScene->board().setCodecMode(BOARD_CODEC_REFUSE);
+    QCOMPARE(call("stop_video_recording"), ERROR);
+    QCOMPARE(recordedSeconds(), 10);
+}
+
 void TestLongTimes::the_input_is_looked_at_each_second()
 {
     const int SECONDS = 100;
@@ -448,6 +463,21 @@ void TestLongTimes::the_counter_passes_the_hours_of_a_day()
         QCOMPARE(cTicks.takeFirst(), (QVariantList{iHour + 1, 0, 0, 7}));
         QCOMPARE(cTicks.takeFirst(), (QVariantList{iHour + 1, 0, 1, 7}));
     }
+}
+
+void TestLongTimes::the_counter_goes_on_from_60_and_from_negative_values()
+{
+    QVERIFY2(startOnLeapingClocks(), m_pcScene->describe());
+    QSignalSpy cTicks(this, &TestLongTimes::counterChanged);
+    overlay("videocounter_start", {1});
+    overlay("set_videocounter", {1, -3, 60, -5, -7});
+    QVERIFY(pass(0));
+    QVERIFY(tick(cTicks));
+    QCOMPARE(cTicks.takeFirst(), (QVariantList{-3, 60, -4, -7}));
+    overlay("set_videocounter", {1, 0, 60, 60, 0});
+    QVERIFY(pass(0));
+    QVERIFY(tick(cTicks));
+    QCOMPARE(cTicks.takeFirst(), (QVariantList{1, 0, 0, 0}));
 }
 
 // A minute by itself, the codec beside the daemon. Busy machines are late, so that seconds may be lost; none is counted

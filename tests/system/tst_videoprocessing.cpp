@@ -2,6 +2,7 @@
 #include "tests/support/CBusMonitor.h"
 #include "tests/support/CVideoScene.h"
 #include "tests/support/Introspection.h"
+#include "tests/support/Timeouts.h"
 
 #include <QDBusArgument>
 #include <QDBusConnectionInterface>
@@ -23,6 +24,8 @@ private slots:
     void introspection_equals_the_interface_file();
     void a_recording_is_the_codecs();
     void a_playback_is_the_codecs();
+    void switches_take_a_playback_back_to_the_camera_data();
+    void switches_take_a_playback_back_to_the_camera();
     void commands_are_refused_in_other_states_data();
     void commands_are_refused_in_other_states();
     void commands_behind_a_save_are_refused_data();
@@ -146,6 +149,41 @@ void TestVideoProcessing::a_playback_is_the_codecs()
              (QStringList{QStringLiteral("/Play play \"%1\" interface=-").arg(cFile),
                           QStringLiteral("/Play pause interface=-"),
                           QStringLiteral("/Play resume interface=-"), PLAY_STOP}));
+}
+
+void TestVideoProcessing::switches_take_a_playback_back_to_the_camera_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("method"); // none: the camera is unplugged
+    QTest::addColumn<QVariantList>("arguments");
+    const QString cOverlay = QStringLiteral("/videooverlay");
+    const QString cDebug = QStringLiteral("/debug");
+    QTest::newRow("overlay on") << cOverlay << "show_overlay" << QVariantList();
+    QTest::newRow("overlay off") << cOverlay << "hide_overlay" << QVariantList();
+    QTest::newRow("sync") << CVideoScene::PATH << "set_video_input_enabled" << QVariantList{0};
+    QTest::newRow("signal lost") << QString() << QString() << QVariantList();
+    QTest::newRow("freeze") << cDebug << "fpga_disable_video_restore" << QVariantList();
+    QTest::newRow("generator") << cDebug << "fpga_enable_frame_generator" << QVariantList();
+    QTest::newRow("reload") << cDebug << "reload_hardware_config" << QVariantList();
+}
+
+// They write what they know of the control register, and the mode isn't part of it.
+void TestVideoProcessing::switches_take_a_playback_back_to_the_camera()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, method);
+    QFETCH(QVariantList, arguments);
+    const QString cFile = file("film.ts");
+    QFile cMade(cFile);
+    QVERIFY(cMade.open(QIODevice::WriteOnly));
+    QCOMPARE(call("start_video_playback", cFile), OK);
+    QCOMPARE(m_pcScene->board().fpgaRegister(CONTROL) & PLAY_MODE, PLAY_MODE);
+    if (path.isEmpty())
+        m_pcScene->board().setCameraPlugged(false);
+    else
+        m_pcScene->daemon().send(path, method, arguments);
+    QTRY_COMPARE_WITH_TIMEOUT(m_pcScene->board().fpgaRegister(CONTROL) & PLAY_MODE, 0U, TIMEOUT_CALL_MS);
+    QVERIFY(is("is_video_playback_running"));
 }
 
 void TestVideoProcessing::commands_are_refused_in_other_states_data()
