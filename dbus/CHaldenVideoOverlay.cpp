@@ -243,13 +243,13 @@ void CHaldenVideoOverlay::clear_temp_texts()
 
 // What this board doesn't have
 
-#define FEATURE_FORWARD(method, operation, parameters, arguments) \
-    void CHaldenVideoOverlay::method parameters                   \
-    {                                                             \
-        m_rcFrontEnd.operation arguments;                         \
+#define FEATURE_FORWARD(method, passedOnTo, operation, parameters, arguments) \
+    void CHaldenVideoOverlay::method parameters                               \
+    {                                                                         \
+        m_rcFrontEnd.passedOnTo arguments;                                    \
     }
 // Moving strings, which are shared, would only make rows of the table longer.
-VIDEO_OVERLAY_FEATURES(FEATURE_FORWARD) // NOLINT(performance-unnecessary-value-param)
+OVERLAY_FEATURES_AS_SLOTS(FEATURE_FORWARD) // NOLINT(performance-unnecessary-value-param)
 #undef FEATURE_FORWARD
 
 // Video counter

@@ -1,7 +1,7 @@
 #ifndef HALDEND_DBUS_CHALDENVIDEOOVERLAY_H
 #define HALDEND_DBUS_CHALDENVIDEOOVERLAY_H
 
-#include "dbus/VideoOverlayFeatures.h"
+#include "overlay/UnsupportedOperations.h"
 
 #include <QObject>
 #include <QString>
@@ -69,8 +69,8 @@ public slots:
     void show_overlay();
     void show_text(int text_handle);
 
-#define FEATURE_SLOT(method, operation, parameters, arguments) void method parameters;
-    VIDEO_OVERLAY_FEATURES(FEATURE_SLOT)
+#define FEATURE_SLOT(method, passedOnTo, operation, parameters, arguments) void method parameters;
+    OVERLAY_FEATURES_AS_SLOTS(FEATURE_SLOT)
 #undef FEATURE_SLOT
 
     bool is_videocounter_active();

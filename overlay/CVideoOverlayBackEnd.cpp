@@ -125,13 +125,14 @@ unsigned int CVideoOverlayBackEnd::getMaxTextLineCount() const
     return ROWS;
 }
 
-#define NOT_IMPLEMENTED(operation, parameters, arguments) \
-    void CVideoOverlayBackEnd::operation parameters       \
-    {                                                     \
-        ignore arguments;                                 \
-        puts(#operation ": Not implemented for orbisk");  \
+#define NOT_IMPLEMENTED(method, passedOnBy, operation, parameters, arguments) \
+    void CVideoOverlayBackEnd::operation parameters                           \
+    {                                                                         \
+        ignore arguments;                                                     \
+        puts(#operation ": Not implemented for orbisk");                      \
     }
-OVERLAY_UNSUPPORTED_OPERATIONS(NOT_IMPLEMENTED, NOT_IMPLEMENTED)
+OVERLAY_FEATURES_AS_OPERATIONS(NOT_IMPLEMENTED)
+NOT_IMPLEMENTED(, , setOsdTransparency, (int iValue), (iValue))
 #undef NOT_IMPLEMENTED
 
 void CVideoOverlayBackEnd::clearText(unsigned short fromX, unsigned short toX, unsigned short y)

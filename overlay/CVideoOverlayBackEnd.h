@@ -47,9 +47,11 @@ public:
     unsigned int getMaxTextLineWidth() const override;
     unsigned int getMaxTextLineCount() const override;
 
-#define DECLARATION(operation, parameters, arguments) void operation parameters override;
-    OVERLAY_UNSUPPORTED_OPERATIONS(DECLARATION, DECLARATION)
+#define DECLARATION(method, passedOnBy, operation, parameters, arguments) void operation parameters override;
+    OVERLAY_FEATURES_AS_OPERATIONS(DECLARATION)
 #undef DECLARATION
+
+    void setOsdTransparency(int iValue) override;
 
     virtual ~CVideoOverlayBackEnd();
 

@@ -333,18 +333,11 @@ void CVideoOverlayFrontEnd::setOsdTransparency(int iValue)
     updateAllTexts();
 }
 
-void CVideoOverlayFrontEnd::moveVideoPosition(int iX, int iY)
-{
-    m_rcBackEnd.moveCameraPosition(iX, iY);
-}
-
-#define PASSED_ON(operation, parameters, arguments)  \
-    void CVideoOverlayFrontEnd::operation parameters \
-    {                                                \
-        m_rcBackEnd.operation arguments;             \
+#define PASSED_ON(method, operation, passedOnTo, parameters, arguments) \
+    void CVideoOverlayFrontEnd::operation parameters                    \
+    {                                                                   \
+        m_rcBackEnd.passedOnTo arguments;                               \
     }
-#define BY_HAND(operation, parameters, arguments)
 // Moving strings, which are shared, would only make rows of the table longer.
-OVERLAY_UNSUPPORTED_OPERATIONS(PASSED_ON, BY_HAND) // NOLINT(performance-unnecessary-value-param)
-#undef BY_HAND
+OVERLAY_FEATURES_AS_OPERATIONS(PASSED_ON) // NOLINT(performance-unnecessary-value-param)
 #undef PASSED_ON

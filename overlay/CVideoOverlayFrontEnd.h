@@ -101,13 +101,8 @@ public:
     /// Draws all shown texts again, under the new setting.
     void setOsdTransparency(int iValue);
 
-    /// The back end's moveCameraPosition(): what moves on the monitor is the video.
-    void moveVideoPosition(int iX, int iY);
-
-#define DECLARATION(operation, parameters, arguments) void operation parameters;
-#define BY_HAND(operation, parameters, arguments)
-    OVERLAY_UNSUPPORTED_OPERATIONS(DECLARATION, BY_HAND)
-#undef BY_HAND
+#define DECLARATION(method, operation, passedOnTo, parameters, arguments) void operation parameters;
+    OVERLAY_FEATURES_AS_OPERATIONS(DECLARATION)
 #undef DECLARATION
 
 protected:

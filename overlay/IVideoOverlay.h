@@ -33,9 +33,12 @@ public:
     virtual unsigned int getMaxTextLineWidth() const = 0;
     virtual unsigned int getMaxTextLineCount() const = 0;
 
-#define DECLARATION(operation, parameters, arguments) virtual void operation parameters = 0;
-    OVERLAY_UNSUPPORTED_OPERATIONS(DECLARATION, DECLARATION)
+#define DECLARATION(method, passedOnBy, operation, parameters, arguments) \
+    virtual void operation parameters = 0;
+    OVERLAY_FEATURES_AS_OPERATIONS(DECLARATION)
 #undef DECLARATION
+
+    virtual void setOsdTransparency(int iValue) = 0;
 
 protected:
     // Nobody deletes a back end through this interface.

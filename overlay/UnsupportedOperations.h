@@ -1,54 +1,72 @@
-/* The overlay operations that this board has no hardware for, in the order of IVideoOverlay. The interface
- * declares them, the back end answers each with a line, and the front end passes them on; all three are made
- * from this table, so that another operation is another row.
+/* The overlay features that clients may ask for and that this board has no hardware for. The slots of the service
+ * object, the forwarders of the front end, the interface of the back ends and the answers of this board's are made
+ * from this list. Another feature is another row, and a method in the interface file.
  *
- * A row goes to PASSED_ON if the front end's operation has the same name and does nothing else, to ADAPTED if
- * the front end writes its own. Both are macros of three arguments: the name, the parameters, and the
- * arguments that pass them on, the latter two in parentheses.
+ * ROW is a macro of five arguments: bus method, operation of the front end, operation of the back end,
+ * parameters, and the arguments that pass them on, the last two in parentheses. Parameters are named as on the
+ * bus. Texts are passed by value.
+ *
+ * The back end moves the camera where the others move the video: on the monitor it is the video that moves.
+ *
+ * setOsdTransparency() is no row: the front end draws the texts again too.
  */
 #ifndef HALDEND_OVERLAY_UNSUPPORTEDOPERATIONS_H
 #define HALDEND_OVERLAY_UNSUPPORTEDOPERATIONS_H
 
+/// In the order of the service object's slots.
+#define OVERLAY_FEATURES_AS_SLOTS(ROW) OVERLAY_FEATURES(ROW, OVERLAY_AS_WRITTEN)
+
+/// In the order of IVideoOverlay, which has the colour of the grid after the shape.
+#define OVERLAY_FEATURES_AS_OPERATIONS(ROW) OVERLAY_FEATURES(ROW, OVERLAY_SWAPPED)
+
 // clang-format off
-#define OVERLAY_UNSUPPORTED_OPERATIONS(PASSED_ON, ADAPTED)                             \
-    PASSED_ON(toggleCrosshairVisibility,     (),                 ())                   \
-    PASSED_ON(changeCrosshairColor,          (int iColor),       (iColor))             \
-    PASSED_ON(changeCrosshairPosition,       (int iX, int iY),   (iX, iY))             \
-    PASSED_ON(changeCrosshairShape,          (int iShape),       (iShape))             \
-    PASSED_ON(toggleCameraHorizonVisibility, (),                 ())                   \
-    PASSED_ON(changeCameraHorizonColor,      (int iColor),       (iColor))             \
-    PASSED_ON(changeCameraHorizonPosition,   (int iX, int iY),   (iX, iY))             \
-    PASSED_ON(changeCameraHorizonShape,      (int iShape),       (iShape))             \
-    PASSED_ON(changeCameraHorizonGridColor,  (int iColor),       (iColor))             \
-    PASSED_ON(toggleLogoVisibility,          (),                 ())                   \
-    PASSED_ON(toggleLogoAnimation,           (),                 ())                   \
-    PASSED_ON(changeLogoFile,                (QString cPath),    (cPath))              \
-    PASSED_ON(changeLogoPosition,            (int iX, int iY),   (iX, iY))             \
-    PASSED_ON(toggleRoiVisibility,           (),                 ())                   \
-    PASSED_ON(changeRoiColor,                (int iColor),       (iColor))             \
-    PASSED_ON(changeRoiPosition,             (int iX, int iY),   (iX, iY))             \
-    PASSED_ON(setRoiDrawPoint1,              (int iX, int iY),   (iX, iY))             \
-    PASSED_ON(setRoiDrawPoint2,              (int iX, int iY),   (iX, iY))             \
-    PASSED_ON(changeRoiShape,                (int iShape),       (iShape))             \
-    PASSED_ON(changeRoiSize,                 (int iSize),        (iSize))              \
-    PASSED_ON(drawRoi,                       (),                 ())                   \
-    PASSED_ON(toggleCrawlerRollVisibility,   (),                 ())                   \
-    PASSED_ON(changeCrawlerRollColor,        (int iColor),       (iColor))             \
-    PASSED_ON(changeCrawlerRollShape,        (int iShape),       (iShape))             \
-    PASSED_ON(changeCrawlerRollPosition,     (int iX, int iY),   (iX, iY))             \
-    PASSED_ON(toggleCrawlerPitchVisibility,  (),                 ())                   \
-    PASSED_ON(changeCrawlerPitchColor,       (int iColor),       (iColor))             \
-    PASSED_ON(changeCrawlerPitchShape,       (int iShape),       (iShape))             \
-    PASSED_ON(changeCrawlerPitchPosition,    (int iX, int iY),   (iX, iY))             \
-    PASSED_ON(toggleSpyholeVisibility,       (),                 ())                   \
-    PASSED_ON(changeSpyholeColor,            (int iColor),       (iColor))             \
-    PASSED_ON(changeSpyholePosition,         (int iX, int iY),   (iX, iY))             \
-    PASSED_ON(changeSpyholeShape,            (int iShape),       (iShape))             \
-    PASSED_ON(changeVideoPosition,           (int iPosition),    (iPosition))          \
-    ADAPTED  (moveCameraPosition,            (int iX, int iY),   (iX, iY))             \
-    PASSED_ON(changeFont, (QString cName, int iWeight, bool bItalic, int iPointSize, bool bStrikeOut, \
-                           bool bUnderline), (cName, iWeight, bItalic, iPointSize, bStrikeOut, bUnderline)) \
-    ADAPTED  (setOsdTransparency,            (int iValue),       (iValue))
+#define OVERLAY_AS_WRITTEN(first, second) first second
+#define OVERLAY_SWAPPED(first, second) second first
+
+// Front end and back end use the same name.
+#define OVERLAY_SAME(ROW, method, operation, parameters, arguments) \
+    ROW(method, operation, operation, parameters, arguments)
+
+#define OVERLAY_FEATURES(ROW, IN_ORDER)                                                                            \
+  OVERLAY_SAME(ROW, toggle_crosshair_visibility,     toggleCrosshairVisibility,     (),              ())           \
+  OVERLAY_SAME(ROW, change_crosshair_color,          changeCrosshairColor,          (int newColor),  (newColor))   \
+  OVERLAY_SAME(ROW, change_crosshair_position,       changeCrosshairPosition,       (int x, int y),  (x, y))       \
+  OVERLAY_SAME(ROW, change_crosshair_shape,          changeCrosshairShape,          (int shape),     (shape))      \
+  OVERLAY_SAME(ROW, toggle_camerahorizon_visibility, toggleCameraHorizonVisibility, (),              ())           \
+  OVERLAY_SAME(ROW, change_camerahorizon_color,      changeCameraHorizonColor,      (int newColor),  (newColor))   \
+  IN_ORDER(                                                                                                        \
+  OVERLAY_SAME(ROW, change_camerahorizon_gridcolor,  changeCameraHorizonGridColor,  (int newColor),  (newColor)),  \
+  OVERLAY_SAME(ROW, change_camerahorizon_position,   changeCameraHorizonPosition,   (int x, int y),  (x, y))       \
+  OVERLAY_SAME(ROW, change_camerahorizon_shape,      changeCameraHorizonShape,      (int shape),     (shape)))     \
+  OVERLAY_SAME(ROW, toggle_logo_visibility,          toggleLogoVisibility,          (),              ())           \
+  OVERLAY_SAME(ROW, toggle_logo_animation,           toggleLogoAnimation,           (),              ())           \
+  OVERLAY_SAME(ROW, change_logo_file,                changeLogoFile,                (QString filePath),(filePath)) \
+  OVERLAY_SAME(ROW, change_logo_position,            changeLogoPosition,            (int x, int y),  (x, y))       \
+  OVERLAY_SAME(ROW, toggle_roi_visibility,           toggleRoiVisibility,           (),              ())           \
+  OVERLAY_SAME(ROW, change_roi_color,                changeRoiColor,                (int newColor),  (newColor))   \
+  OVERLAY_SAME(ROW, change_roi_position,             changeRoiPosition,             (int x, int y),  (x, y))       \
+  OVERLAY_SAME(ROW, set_roi_draw_point_1,            setRoiDrawPoint1,              (int x, int y),  (x, y))       \
+  OVERLAY_SAME(ROW, set_roi_draw_point_2,            setRoiDrawPoint2,              (int x, int y),  (x, y))       \
+  OVERLAY_SAME(ROW, change_roi_shape,                changeRoiShape,                (int shape),     (shape))      \
+  OVERLAY_SAME(ROW, change_roi_size,                 changeRoiSize,                 (int value),     (value))      \
+  OVERLAY_SAME(ROW, draw_roi,                        drawRoi,                       (),              ())           \
+  OVERLAY_SAME(ROW, toggle_crawlerroll_visibility,   toggleCrawlerRollVisibility,   (),              ())           \
+  OVERLAY_SAME(ROW, change_crawlerroll_color,        changeCrawlerRollColor,        (int newColor),  (newColor))   \
+  OVERLAY_SAME(ROW, change_crawlerroll_shape,        changeCrawlerRollShape,        (int shape),     (shape))      \
+  OVERLAY_SAME(ROW, change_crawlerroll_position,     changeCrawlerRollPosition,     (int x, int y),  (x, y))       \
+  OVERLAY_SAME(ROW, toggle_crawlerpitch_visibility,  toggleCrawlerPitchVisibility,  (),              ())           \
+  OVERLAY_SAME(ROW, change_crawlerpitch_color,       changeCrawlerPitchColor,       (int newColor),  (newColor))   \
+  OVERLAY_SAME(ROW, change_crawlerpitch_shape,       changeCrawlerPitchShape,       (int shape),     (shape))      \
+  OVERLAY_SAME(ROW, change_crawlerpitch_position,    changeCrawlerPitchPosition,    (int x, int y),  (x, y))       \
+  OVERLAY_SAME(ROW, toggle_spyhole_visibility,       toggleSpyholeVisibility,       (),              ())           \
+  OVERLAY_SAME(ROW, change_spyhole_color,            changeSpyholeColor,            (int newColor),  (newColor))   \
+  OVERLAY_SAME(ROW, change_spyhole_position,         changeSpyholePosition,         (int x, int y),  (x, y))       \
+  OVERLAY_SAME(ROW, change_spyhole_shape,            changeSpyholeShape,            (int shape),     (shape))      \
+  OVERLAY_SAME(ROW, change_video_position,           changeVideoPosition,           (int pos),       (pos))        \
+  ROW(move_video_position, moveVideoPosition, moveCameraPosition, (int x, int y), (x, y))                          \
+  OVERLAY_SAME(ROW, change_font, changeFont,                                                                       \
+               (QString name, int weight, bool italic, int pointsize, bool strikeOut, bool underline),             \
+               (name, weight, italic, pointsize, strikeOut, underline))
 // clang-format on
 
 #endif

@@ -87,12 +87,13 @@ public:
     unsigned int getMaxTextLineCount() const override { return 33; }
 
 // NOLINTBEGIN(bugprone-macro-parentheses): the arguments bring theirs.
-#define NOTED(operation, parameters, arguments) \
-    void operation parameters override          \
-    {                                           \
-        noteWith(#operation) arguments;         \
+#define NOTED(method, passedOnBy, operation, parameters, arguments) \
+    void operation parameters override                              \
+    {                                                               \
+        noteWith(#operation) arguments;                             \
     }
-    OVERLAY_UNSUPPORTED_OPERATIONS(NOTED, NOTED)
+    OVERLAY_FEATURES_AS_OPERATIONS(NOTED)
+    NOTED(, , setOsdTransparency, (int iValue), (iValue))
 #undef NOTED
     // NOLINTEND(bugprone-macro-parentheses)
 
