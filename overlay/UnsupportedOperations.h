@@ -1,6 +1,8 @@
-/* The overlay features that clients may ask for and that this board has no hardware for. The slots of the service
- * object, the forwarders of the front end, the interface of the back ends and the answers of this board's are made
- * from this list. Another feature is another row, and a method in the interface file.
+/* The overlay features that clients may ask for and that this board has no hardware for: the only list of them.
+ * The slots of the service object, the forwarders of the front end, the interface of the back ends and the
+ * answers of this board's are made from it, and so is the table in docs/dbus-api.md. That page's generator
+ * refuses an interface file that differs from the list. Another feature is another row, and a method in the
+ * interface file.
  *
  * ROW is a macro of five arguments: bus method, operation of the front end, operation of the back end,
  * parameters, and the arguments that pass them on, the last two in parentheses. Parameters are named as on the
