@@ -40,6 +40,8 @@ private slots:
 
     void reloads_what_the_files_say_now();
     void a_reload_leaves_the_frame_generator_off_until_the_signal_changes();
+    void texts_are_back_after_the_calls_of_the_page_data();
+    void texts_are_back_after_the_calls_of_the_page();
     void a_reload_goes_on_whatever_fails_data();
     void a_reload_goes_on_whatever_fails();
     void a_reload_survives_any_file_data();
@@ -364,6 +366,49 @@ void TestDebug::a_reload_leaves_the_frame_generator_off_until_the_signal_changes
     QTRY_VERIFY_WITH_TIMEOUT(rcBoard.traceLines().count(QStringLiteral("i2c read 0x1f = 0x40")) >= 2,
                              TIMEOUT_CALL_MS);
     QCOMPARE(rcBoard.fpgaRegister(CTRL), 0U);
+}
+
+void TestDebug::texts_are_back_after_the_calls_of_the_page_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::newRow("first glyph set") << QString();
+    QTest::newRow("another glyph set") << QStringLiteral("ru_RU");
+}
+
+// As docs/dbus-api.md says.
+void TestDebug::texts_are_back_after_the_calls_of_the_page()
+{
+    QFETCH(QString, locale);
+    CDaemonProcess& rcDaemon = m_pcScene->daemon();
+    const QString cOverlay = QStringLiteral("/videooverlay");
+    const auto cLoadGlyphs = [&] {
+        if (!locale.isEmpty())
+            rcDaemon.send(cOverlay, QStringLiteral("adjust_character_set_to_locale"), {locale});
+    };
+    cLoadGlyphs();
+    const int iHandle = rcDaemon.call(cOverlay, QStringLiteral("create_text")).arguments().value(0).toInt();
+    rcDaemon.send(cOverlay, QStringLiteral("set_text_string"), {iHandle, QStringLiteral("Колодец 17")});
+    rcDaemon.send(cOverlay, QStringLiteral("show_text"), {iHandle});
+    rcDaemon.send(cOverlay, QStringLiteral("show_overlay"), {});
+    QVERIFY(rcDaemon.settle());
+    const QImage cBefore = m_pcScene->board().picture();
+
+    send("reload_hardware_config");
+    QVERIFY(m_pcScene->board().picture() != cBefore);
+    cLoadGlyphs();
+    rcDaemon.send(cOverlay, QStringLiteral("show_overlay"), {});
+    QVERIFY(rcDaemon.settle());
+    QVERIFY(m_pcScene->board().picture() != cBefore);
+    rcDaemon.send(cOverlay, QStringLiteral("set_osd_transparency"), {0});
+    QVERIFY(rcDaemon.settle());
+    QCOMPARE(m_pcScene->board().picture(), cBefore);
+
+    // The overlay is hidden too: drawing alone isn't enough.
+    send("reload_hardware_config");
+    cLoadGlyphs();
+    rcDaemon.send(cOverlay, QStringLiteral("set_osd_transparency"), {0});
+    QVERIFY(rcDaemon.settle());
+    QVERIFY(m_pcScene->board().picture() != cBefore);
 }
 
 void TestDebug::a_reload_goes_on_whatever_fails_data()
