@@ -1,8 +1,8 @@
 /* Prints the bus interfaces as Markdown, from their XML files and the comments in them: docs/dbus-api.md. Checks that
  * the file says the same, and brings it up to date.
  *
- * A comment names in its first line what stands behind it: an interface, a method or a signal. Lines "@name: text" say
- * what an argument is; a text goes on to the next such line or an empty one. The rest is Markdown.
+ * The first line of a comment names the interface, the method or the signal that follows it. A line "@name: text"
+ * describes an argument; the text goes on to the next such line or an empty one. The rest is Markdown.
  *
  * Only the methods of overlay/UnsupportedOperations.h go without a comment each. They become a table; a comment in
  * front of the first of them is its heading and introduction. They have to agree with that list.
@@ -30,8 +30,8 @@ which clients can generate code.
 
 ## How to read this page
 
-`get_text_position(i text_handle) → av xye` takes the arguments in parentheses and answers with what stands behind the
-arrow. The letters are D-Bus types:
+In `get_text_position(i text_handle) → av xye` the arguments are in parentheses, and the result is behind the arrow. The
+letters are D-Bus types:
 
 | Type | Meaning | In Qt |
 | --- | --- | --- |
@@ -43,18 +43,18 @@ arrow. The letters are D-Bus types:
 **No reply**: Call it with the no-reply flag. Without the flag (`busctl`'s default) you get an empty reply once the call
 is done. The daemon carries out calls in the order in which you send them.
 
-The examples can be used as they stand. With `./run` set `DBUS_SYSTEM_BUS_ADDRESS` to what it prints. Below an example
-stands what `busctl` prints: the type of the answer, then its value. The values are those of a daemon with a window of
-360 × 288 pixels, one visible text, and a codec service that does what it is told. The text has the handle 1, the id 102,
-and says "Manhole 17".
+The examples can be used as they stand. With `./run` set `DBUS_SYSTEM_BUS_ADDRESS` to the address that it prints. The
+line below an example is the output of `busctl`: the type of the answer, then its value. The values are those of a daemon
+with a window of 360 × 288 pixels, one visible text, and a codec service that confirms every command. The text has the
+handle 1, the id 102, and says "Manhole 17".
 
 ### Arguments of other types
 
 The daemon refuses a call whose arguments have other types than the method's. It answers with the error
 `org.freedesktop.DBus.Error.UnknownMethod`, and does nothing.
 
-A Qt client doesn't see this where the method sends no reply: `QDBusInterface::call()` doesn't wait for one, so the call
-seems to succeed. `QDBusInterface::call(QDBus::Block, ...)` waits, and returns the error. `busctl monitor` shows the call
+A Qt client doesn't see the error of a method that sends no reply: `QDBusInterface::call()` doesn't wait for one, so the
+call seems to succeed. `QDBusInterface::call(QDBus::Block, ...)` waits, and returns the error. `busctl monitor` shows the call
 with the types that it has, and the error.
 
 ### Texts that have to be drawn again
@@ -75,7 +75,7 @@ struct SArgument {
     bool bOut = false;
 };
 
-/// What a comment says: its first line names what it is about.
+/// A comment, with the name in its first line.
 struct SComment {
     QString cName;
     QMap<QString, QString> cArguments; ///< texts by name, lines joined
@@ -171,7 +171,7 @@ SMember parsedMember(QXmlStreamReader& rcXml)
     return sMember;
 }
 
-/// Gives a member what its comment says. Every argument has a text, and every text an argument.
+/// Adds the texts of the comment to the member. Every argument has a text, and every text an argument.
 void document(SMember& rsMember, SComment sComment, QXmlStreamReader& rcXml)
 {
     if (sComment.cName != rsMember.cName)
@@ -201,7 +201,7 @@ QString slotParameters(const SMember& rsMember)
     return QLatin1Char('(') + cList.join(QLatin1String(", ")) + QLatin1Char(')');
 }
 
-/// Something sensible for an example.
+/// A value that makes sense in an example.
 QString exampleValue(const SArgument& rsArgument)
 {
     static const struct {
@@ -238,7 +238,7 @@ QString exampleValue(const SArgument& rsArgument)
     return rsArgument.cType == QLatin1String("s") ? QStringLiteral("\"\"") : QStringLiteral("1");
 }
 
-/// What busctl prints behind the type of an answer. A command's result is 0, unless it stands here.
+/// The values in busctl's output, behind the type: those of the table, else 0 or true.
 QString sampleValue(const QString& rcMethod, const QString& rcType)
 {
     static const struct {
@@ -269,7 +269,7 @@ QString sampleValue(const QString& rcMethod, const QString& rcType)
     return rcType == QLatin1String("b") ? QStringLiteral("true") : QStringLiteral("0");
 }
 
-/// A type for people: of an array of variants also what they hold, which only a sample says: "av of i".
+/// A type in code, for an array of variants also their number and type; these are in the sample.
 QString shownType(const QString& rcMethod, const QString& rcType)
 {
     if (rcType != QLatin1String("av"))

@@ -1,6 +1,4 @@
-/* docs/dbus-api.md as its readers see it: what a Markdown renderer makes of the page, beside what the interface files
- * say.
- */
+/* The rendered docs/dbus-api.md against the interface files. */
 #include "overlay/UnsupportedOperations.h"
 
 #include <QFile>
@@ -23,7 +21,7 @@ struct SMember {
     QHash<QString, QString> cTexts; ///< of the comment, by argument, white space simplified
 };
 
-/// What the page has under a heading.
+/// The parts of the page under a heading.
 struct SSection {
     QStringList cParagraphs;
     QList<QStringList> cLists;
