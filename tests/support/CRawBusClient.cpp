@@ -8,6 +8,7 @@
 
 #include <poll.h>
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -15,9 +16,13 @@ namespace
 {
 
 const quint8 METHOD_CALL = 1;
+const quint8 NO_FLAG = 0;
+const quint8 NO_REPLY_EXPECTED = 1;
 const quint8 PROTOCOL_VERSION = 1;
 const char* const REPLY = "\2\1\1"; // type, flags and version
 const int BLOCK = 8;                // what the structures of a message begin at
+const int BYTES_AT_ONCE = 64 * 1024;
+const QByteArray SERVICE = "velmar.haldend";
 
 enum EField : quint8 { PATH = 1, INTERFACE = 2, MEMBER = 3, DESTINATION = 6, SIGNATURE = 8 };
 
@@ -54,8 +59,9 @@ void addField(QByteArray& rcFields, EField eField, const char* pszType, const QB
     rcFields += static_cast<char>(eField) + signature(pszType) + rcValue;
 }
 
-QByteArray methodCall(quint32 u32Serial, const QByteArray& rcService, const QByteArray& rcPath,
-                      const QByteArray& rcInterface, const QByteArray& rcMember, const QByteArray& rcBody)
+QByteArray methodCall(quint32 u32Serial, quint8 u8Flags, const QByteArray& rcService,
+                      const QByteArray& rcPath, const QByteArray& rcInterface, const QByteArray& rcMember,
+                      const char* pszTypes = "", const QByteArray& rcBody = QByteArray())
 {
     QByteArray cFields;
     addField(cFields, PATH, "o", text(rcPath));
@@ -63,12 +69,17 @@ QByteArray methodCall(quint32 u32Serial, const QByteArray& rcService, const QByt
     addField(cFields, MEMBER, "s", text(rcMember));
     addField(cFields, DESTINATION, "s", text(rcService));
     if (!rcBody.isEmpty())
-        addField(cFields, SIGNATURE, "g", signature("s"));
-    QByteArray cMessage = QByteArray("l") + static_cast<char>(METHOD_CALL) + '\0' +
+        addField(cFields, SIGNATURE, "g", signature(pszTypes));
+    QByteArray cMessage = QByteArray("l") + static_cast<char>(METHOD_CALL) + static_cast<char>(u8Flags) +
                           static_cast<char>(PROTOCOL_VERSION) + number(static_cast<quint32>(rcBody.size())) +
                           number(u32Serial) + number(static_cast<quint32>(cFields.size())) + cFields;
     align(cMessage, BLOCK);
     return cMessage + rcBody;
+}
+
+QByteArray interfaceOf(const QString& rcPath)
+{
+    return SERVICE + rcPath.toLatin1().replace('/', '.');
 }
 
 } // namespace
@@ -89,23 +100,47 @@ bool CRawBusClient::start(const QString& rcBusAddress)
         return false;
     std::copy(cPath.begin(), cPath.end(), sAddress.sun_path);
     m_iSocket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    // A bus that doesn't read any more fails the call that sends.
+    const timeval sTimeout = {TIMEOUT_CALL_MS / 1000, 0};
+    ::setsockopt(m_iSocket, SOL_SOCKET, SO_SNDTIMEO, &sTimeout, sizeof sTimeout);
     if (::connect(m_iSocket, reinterpret_cast<const sockaddr*>(&sAddress), sizeof sAddress) != 0)
         return false;
     const QByteArray cUser = QByteArray::number(::geteuid()).toHex();
     const QByteArray cBus = "org.freedesktop.DBus";
     return send(QByteArray(1, '\0') + "AUTH EXTERNAL " + cUser + "\r\n") && readUntil("OK ") &&
-           send("BEGIN\r\n" + methodCall(1, cBus, "/org/freedesktop/DBus", cBus, "Hello", QByteArray())) &&
+           send("BEGIN\r\n" + methodCall(1, NO_FLAG, cBus, "/org/freedesktop/DBus", cBus, "Hello")) &&
            readUntil("NameAcquired");
 }
 
 bool CRawBusClient::call(const QString& rcPath, const QString& rcMethod, const QByteArray& rcText)
 {
-    const QByteArray cService = "velmar.haldend";
-    const QByteArray cPath = rcPath.toLatin1();
+    return callAndWait(methodCall(2, NO_FLAG, SERVICE, rcPath.toLatin1(), interfaceOf(rcPath),
+                                  rcMethod.toLatin1(), "s", text(rcText)));
+}
+
+qint64 CRawBusClient::flood(qint32 i32Handle, int iCharacters, int iCalls) const
+{
+    const QByteArray cPath = "/videooverlay";
+    const QByteArray cBody = number(static_cast<quint32>(i32Handle)) + text(QByteArray(iCharacters, 'x'));
+    const QByteArray cCall =
+        methodCall(2, NO_REPLY_EXPECTED, SERVICE, cPath, interfaceOf(cPath), "set_text_string", "is", cBody);
+    const int iCallsAtOnce = std::max(1, BYTES_AT_ONCE / cCall.size());
+    const QByteArray cCalls = cCall.repeated(iCallsAtOnce);
+    for (int iSent = 0; iSent < iCalls; iSent += iCallsAtOnce)
+        if (!send(cCalls.left(std::min(iCallsAtOnce, iCalls - iSent) * cCall.size())))
+            return -1;
+    return static_cast<qint64>(iCalls) * cCall.size();
+}
+
+bool CRawBusClient::ping()
+{
+    return callAndWait(methodCall(2, NO_FLAG, SERVICE, "/", "org.freedesktop.DBus.Peer", "Ping"));
+}
+
+bool CRawBusClient::callAndWait(const QByteArray& rcCall)
+{
     m_cRead.clear();
-    return send(methodCall(2, cService, cPath, cService + QByteArray(cPath).replace('/', '.'),
-                           rcMethod.toLatin1(), text(rcText))) &&
-           readUntil(REPLY);
+    return send(rcCall) && readUntil(REPLY);
 }
 
 bool CRawBusClient::send(const QByteArray& rcBytes) const

@@ -4,7 +4,8 @@
 #include <QByteArray>
 #include <QString>
 
-/// A client that speaks the protocol of the bus by itself, and so can send what a bus library refuses to.
+/// A client that speaks the protocol of the bus by itself. It can send what a bus library refuses to, and it sends
+/// as fast as the bus reads, without a queue of its own.
 class CRawBusClient
 {
 public:
@@ -20,10 +21,18 @@ public:
     /// Calls a method of the daemon with one text, whatever its bytes are, and waits. True if it was answered.
     bool call(const QString& rcPath, const QString& rcMethod, const QByteArray& rcText);
 
+    /// Sends calls of set_text_string that want no reply, each with a text of so many characters, and returns when
+    /// the bus has read them. Their bytes, or -1 if the bus doesn't take them.
+    qint64 flood(qint32 i32Handle, int iCharacters, int iCalls) const;
+
+    /// Waits until the daemon has received all that this client sent, carried out or not. False if it doesn't.
+    bool ping();
+
     /// Whether the bus has closed the connection.
     bool isDropped() const { return m_bDropped; }
 
 private:
+    bool callAndWait(const QByteArray& rcCall);
     bool send(const QByteArray& rcBytes) const;
     bool readUntil(const QByteArray& rcText);
 
