@@ -1,5 +1,6 @@
 #include "daemon/CMultimediaDaemon.h"
 
+#include "daemon/CBusWatch.h"
 #include "daemon/CEventLogger.h"
 #include "daemon/CSignalHook.h"
 #include "dbus/CHaldenDebug.h"
@@ -29,7 +30,8 @@ CMultimediaDaemon::CMultimediaDaemon()
       m_pcDebug(new CHaldenDebug),
       m_pcVideoDisplay(new CHaldenVideoDisplay),
       m_pcVideoOverlay(new CHaldenVideoOverlay(*m_pcVideoOverlayFrontEnd)),
-      m_pcVideoProcessing(new CHaldenVideoProcessing(*m_pcVideoProcessor))
+      m_pcVideoProcessing(new CHaldenVideoProcessing(*m_pcVideoProcessor)),
+      m_pcBusWatch(new CBusWatch)
 {
 }
 
@@ -37,6 +39,7 @@ CMultimediaDaemon::~CMultimediaDaemon()
 {
     // The bus objects first, so that no call reaches what is gone; the signal hook last, so that a second
     // signal during the shutdown is still caught.
+    delete m_pcBusWatch;
     delete m_pcDebug;
     delete m_pcVideoDisplay;
     delete m_pcVideoOverlay;
@@ -105,5 +108,6 @@ bool CMultimediaDaemon::initSubsystems(const char* pszI2CPort, const char* pszFP
 bool CMultimediaDaemon::setupDBusConnections()
 {
     return m_pcDebug->setupDBusConnection() && m_pcVideoDisplay->setupDBusConnection() &&
-           m_pcVideoOverlay->setupDBusConnection() && m_pcVideoProcessing->setupDBusConnection();
+           m_pcVideoOverlay->setupDBusConnection() && m_pcVideoProcessing->setupDBusConnection() &&
+           m_pcBusWatch->start();
 }

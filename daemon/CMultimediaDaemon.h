@@ -1,6 +1,7 @@
 #ifndef HALDEND_DAEMON_CMULTIMEDIADAEMON_H
 #define HALDEND_DAEMON_CMULTIMEDIADAEMON_H
 
+class CBusWatch;
 class CHaldenDebug;
 class CHaldenVideoDisplay;
 class CHaldenVideoOverlay;
@@ -57,6 +58,7 @@ private:
     CHaldenVideoDisplay* m_pcVideoDisplay;
     CHaldenVideoOverlay* m_pcVideoOverlay;
     CHaldenVideoProcessing* m_pcVideoProcessing;
+    CBusWatch* m_pcBusWatch;
 };
 
 #endif

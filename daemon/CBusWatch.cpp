@@ -1,0 +1,19 @@
+#include "daemon/CBusWatch.h"
+
+#include <QDBusConnection>
+
+#include <climits>
+
+#include <dbus/dbus.h>
+
+bool CBusWatch::start()
+{
+    QDBusConnection cConnection = QDBusConnection::systemBus();
+    if (!cConnection.isConnected())
+        return false;
+    // The library's own limit is 63 MiB. It stops reading there, and Qt can't make it go on: the messages are
+    // freed in this thread, the sockets are watched in Qt's own.
+    dbus_connection_set_max_received_size(static_cast<DBusConnection*>(cConnection.internalPointer()),
+                                          LONG_MAX);
+    return true;
+}

@@ -1,0 +1,85 @@
+/* More calls than the daemon can carry out at once: it reads them all, and answers afterwards. */
+#include "tests/support/CRawBusClient.h"
+#include "tests/support/CVideoScene.h"
+
+#include <QtTest>
+
+class TestWaitingCalls : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void do_not_make_it_deaf_data();
+    void do_not_make_it_deaf();
+
+private:
+    bool letItWait(const char* pszCommand);
+
+    QScopedPointer<CVideoScene> m_pcScene;
+};
+
+/// At so many bytes of calls that aren't carried out yet the bus library stops reading, unless it is told otherwise.
+static const qint64 LIBRARY_LIMIT = 63 * 1024 * 1024;
+
+void TestWaitingCalls::init()
+{
+    m_pcScene.reset(new CVideoScene);
+    QVERIFY2(m_pcScene->start(), m_pcScene->describe());
+}
+
+void TestWaitingCalls::cleanup()
+{
+    QCOMPARE(m_pcScene->end(), QString());
+}
+
+// For the codec, which stands still: calls wait from now on. A save asks it to pause a recording.
+bool TestWaitingCalls::letItWait(const char* pszCommand)
+{
+    m_pcScene->codec().hold();
+    m_pcScene->ask(pszCommand, m_pcScene->file("a file"));
+    return m_pcScene->daemon().receives();
+}
+
+void TestWaitingCalls::do_not_make_it_deaf_data()
+{
+    QTest::addColumn<bool>("save");
+    QTest::addColumn<int>("calls");
+    QTest::addColumn<int>("characters");
+    QTest::newRow("100 of 1 MB during a save") << true << 100 << 1000000;
+    QTest::newRow("100 of 1 MB") << false << 100 << 1000000;
+    QTest::newRow("1,000 of 1 MB") << false << 1000 << 1000000;
+    QTest::newRow("26,000 of 2.5 kB") << false << 26000 << 2500;
+}
+
+void TestWaitingCalls::do_not_make_it_deaf()
+{
+    QFETCH(bool, save);
+    QFETCH(int, calls);
+    QFETCH(int, characters);
+    CDaemonProcess& rcDaemon = m_pcScene->daemon();
+    CRawBusClient cClient;
+    QVERIFY(cClient.start(m_pcScene->bus().address()));
+    const int iHandle = rcDaemon.call(QStringLiteral("/videooverlay"), QStringLiteral("create_text"))
+                            .arguments()
+                            .value(0)
+                            .toInt();
+    QVERIFY(iHandle != 0);
+    QVERIFY(!save || m_pcScene->enterState(CVideoScene::RECORDING));
+    QVERIFY(letItWait(save ? "save_video_image" : "start_video_recording"));
+
+    const qint64 iBytes = cClient.flood(iHandle, characters, calls);
+    QVERIFY2(iBytes > LIBRARY_LIMIT, QByteArray::number(iBytes));
+    cClient.ping(); // the wait until all have come; without an answer the getter below has none either
+    m_pcScene->codec().goOn();
+
+    const QDBusMessage cAnswer =
+        rcDaemon.call(QStringLiteral("/videodisplay"), QStringLiteral("get_displayed_video_width"));
+    QVERIFY2(cAnswer.type() == QDBusMessage::ReplyMessage, qPrintable(cAnswer.errorMessage()));
+}
+
+QTEST_GUILESS_MAIN(TestWaitingCalls)
+
+#include "tst_waiting_calls.moc"
