@@ -2,6 +2,7 @@
 
 #include "daemon/CBusWatch.h"
 #include "daemon/CEventLogger.h"
+#include "daemon/CHeapTrimmer.h"
 #include "daemon/CSignalHook.h"
 #include "dbus/CHaldenDebug.h"
 #include "dbus/CHaldenVideoDisplay.h"
@@ -31,7 +32,8 @@ CMultimediaDaemon::CMultimediaDaemon()
       m_pcVideoDisplay(new CHaldenVideoDisplay),
       m_pcVideoOverlay(new CHaldenVideoOverlay(*m_pcVideoOverlayFrontEnd)),
       m_pcVideoProcessing(new CHaldenVideoProcessing(*m_pcVideoProcessor)),
-      m_pcBusWatch(new CBusWatch)
+      m_pcBusWatch(new CBusWatch),
+      m_pcHeapTrimmer(new CHeapTrimmer)
 {
 }
 
@@ -39,6 +41,7 @@ CMultimediaDaemon::~CMultimediaDaemon()
 {
     // The bus objects first, so that no call reaches what is gone; the signal hook last, so that a second
     // signal during the shutdown is still caught.
+    delete m_pcHeapTrimmer;
     delete m_pcBusWatch;
     delete m_pcDebug;
     delete m_pcVideoDisplay;

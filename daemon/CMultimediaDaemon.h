@@ -6,6 +6,7 @@ class CHaldenDebug;
 class CHaldenVideoDisplay;
 class CHaldenVideoOverlay;
 class CHaldenVideoProcessing;
+class CHeapTrimmer;
 class COverlayObjectManager;
 class CSignalHook;
 class CVideoOverlayBackEnd;
@@ -59,6 +60,7 @@ private:
     CHaldenVideoOverlay* m_pcVideoOverlay;
     CHaldenVideoProcessing* m_pcVideoProcessing;
     CBusWatch* m_pcBusWatch;
+    CHeapTrimmer* m_pcHeapTrimmer;
 };
 
 #endif
