@@ -4,6 +4,9 @@
 #include "tests/support/CPrivateBus.h"
 #include "tests/support/Timeouts.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusUnixFileDescriptor>
 #include <QDir>
 #include <QDirIterator>
 #include <QProcess>
@@ -64,6 +67,8 @@ private slots:
     void the_manual_page_is_well_formed();
     void the_policy_is_enforced_data();
     void the_policy_is_enforced();
+    void calls_with_a_descriptor_are_refused_data();
+    void calls_with_a_descriptor_are_refused();
 
 private:
     QString installed(const QString& rcFile) const { return m_cRoot.path() + rcFile; }
@@ -249,6 +254,42 @@ void TestInstall::the_policy_is_enforced()
     QCOMPARE(cSaid.contains("org.freedesktop.DBus.Error.AccessDenied"), answer == REFUSED);
     QVERIFY(cDaemon.endBySignal(SIGTERM));
     QCOMPARE(cDaemon.exitCode(), 0);
+}
+
+void TestInstall::calls_with_a_descriptor_are_refused_data()
+{
+    QTest::addColumn<bool>("root");
+    QTest::newRow("root") << true;
+    QTest::newRow("member") << false;
+}
+
+// By the bus, and so whatever the daemon would make of it: the test itself owns the name.
+void TestInstall::calls_with_a_descriptor_are_refused()
+{
+    QFETCH(bool, root);
+    CPrivateBus::SPolicy sPolicy;
+    sPolicy.cFile = installed(POLICY);
+    if (!root) {
+        sPolicy.cUser = sPolicy.cRoot;
+        sPolicy.cGroup = QString::fromLocal8Bit(getgrgid(getegid())->gr_name);
+        sPolicy.cRoot = SOMEBODY;
+    }
+    CPrivateBus cBus;
+    QVERIFY2(cBus.startUnderPolicy(sPolicy), qPrintable(cBus.error()));
+    const QString cOwnerName = QStringLiteral("owner ") + QString::fromLatin1(QTest::currentDataTag());
+    const QString cClientName = QStringLiteral("client ") + QString::fromLatin1(QTest::currentDataTag());
+    QDBusConnection cOwner = QDBusConnection::connectToBus(cBus.address(), cOwnerName);
+    QVERIFY(cOwner.registerService(QStringLiteral("velmar.haldend")));
+    QDBusConnection cClient = QDBusConnection::connectToBus(cBus.address(), cClientName);
+    QDBusMessage cPing =
+        QDBusMessage::createMethodCall(QStringLiteral("velmar.haldend"), QStringLiteral("/"),
+                                       QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
+    QCOMPARE(cClient.call(cPing, QDBus::Block, TIMEOUT_CALL_MS).type(), QDBusMessage::ReplyMessage);
+    cPing << QVariant::fromValue(QDBusUnixFileDescriptor(STDIN_FILENO));
+    QCOMPARE(cClient.call(cPing, QDBus::Block, TIMEOUT_CALL_MS).errorName(),
+             QStringLiteral("org.freedesktop.DBus.Error.AccessDenied"));
+    QDBusConnection::disconnectFromBus(cClientName);
+    QDBusConnection::disconnectFromBus(cOwnerName);
 }
 
 QTEST_GUILESS_MAIN(TestInstall)

@@ -3,8 +3,12 @@
 #include "tests/support/CVideoScene.h"
 #include "tests/support/Timeouts.h"
 
+#include <QDBusUnixFileDescriptor>
 #include <QFile>
 #include <QtTest>
+
+#include <sys/resource.h>
+#include <unistd.h>
 
 class TestWaitingCalls : public QObject
 {
@@ -16,6 +20,7 @@ private slots:
 
     void do_not_make_it_deaf_data();
     void do_not_make_it_deaf();
+    void with_descriptors_do_not_throw_it_off_the_bus();
 
 private:
     bool letItWait(const char* pszCommand);
@@ -105,6 +110,27 @@ void TestWaitingCalls::do_not_make_it_deaf()
     const qint64 iPeak = kilobytes("VmHWM:");
     QVERIFY(iBefore > 0 && (iPeak - iBefore) * 1024 > LIBRARY_LIMIT / 2);
     QTRY_VERIFY_WITH_TIMEOUT(kilobytes("VmRSS:") - iBefore < (iPeak - iBefore) / 4, TIMEOUT_PROCESS_MS);
+}
+
+// No method takes one, but the bus library keeps those of a call until the call has been carried out.
+void TestWaitingCalls::with_descriptors_do_not_throw_it_off_the_bus()
+{
+    const int CALLS = 80;
+    const int DESCRIPTORS = 16; // as many as the bus lets through with a message
+    CDaemonProcess& rcDaemon = m_pcScene->daemon();
+    const QVariant cDescriptor = QVariant::fromValue(QDBusUnixFileDescriptor(STDIN_FILENO));
+    QVariantList cArguments;
+    for (int iDescriptor = 0; iDescriptor < DESCRIPTORS; ++iDescriptor)
+        cArguments << cDescriptor;
+    const rlimit sDescriptors = {1024, 1024}; // the usual limit
+    QCOMPARE(prlimit(static_cast<pid_t>(rcDaemon.pid()), RLIMIT_NOFILE, &sDescriptors, nullptr), 0);
+    QVERIFY(letItWait("start_video_recording"));
+    for (int iCall = 0; iCall < CALLS; ++iCall)
+        rcDaemon.send(QStringLiteral("/videodisplay"), QStringLiteral("set_video_size"), cArguments);
+    const bool bReceived = rcDaemon.receives();
+    m_pcScene->codec().goOn();
+    QVERIFY(rcDaemon.settle());
+    QVERIFY(bReceived);
 }
 
 QTEST_GUILESS_MAIN(TestWaitingCalls)
