@@ -97,6 +97,8 @@ bool CMultimediaDaemon::registerServiceName()
 
 void CMultimediaDaemon::performShutdown()
 {
+    if (m_pcInstance != nullptr)
+        m_pcInstance->m_pcVideoProcessor->finishAccepted();
     delete m_pcInstance;
     m_pcInstance = nullptr;
 }

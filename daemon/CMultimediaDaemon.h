@@ -31,7 +31,7 @@ public:
     static bool performStartup(const char* pszI2CPort, const char* pszFPGAFrameBuffer,
                                const char* pszLimeFrameBuffer);
 
-    /// Destroys the daemon if there is one. The bus name goes with the process.
+    /// Lets the video processor finish what it has accepted, and destroys the daemon, if there is one. The bus name goes with the process.
     static void performShutdown();
 
     bool initSubsystems(const char* pszI2CPort, const char* pszFPGAFrameBuffer,

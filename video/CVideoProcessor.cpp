@@ -314,6 +314,13 @@ void CVideoProcessor::customEvent(QEvent* pcEvent)
     }
 }
 
+void CVideoProcessor::finishAccepted()
+{
+    // In this order: a save that resumes a recording may ask for the look at its length, and that for a result.
+    for (const QEvent::Type eType : {SAVE_IMAGE_EVENT, CHECK_LENGTH_EVENT, CVideoAsyncResultEvent::TYPE})
+        QCoreApplication::sendPostedEvents(this, eType);
+}
+
 void CVideoProcessor::writeVideoImage()
 {
     if (m_eState != eStateImageSavePending)

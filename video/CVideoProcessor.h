@@ -111,6 +111,10 @@ public:
 
     /// @}
 
+    /// Does what was accepted and still waits in the event queue: a save, the look at a recording's length, a result.
+    /// For the time after the event loop.
+    void finishAccepted();
+
     /// Asks the decoder now.
     EVideoInputType getVideoInputType() const;
 

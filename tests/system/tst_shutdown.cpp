@@ -1,8 +1,11 @@
-/* The end of the real process: SIGTERM and SIGHUP at every moment that a client or an init system can choose. */
-#include "tests/support/CScene.h"
+/* The end of the real process: SIGTERM and SIGHUP at every moment that a client or an init system can choose. With either of Qt's event dispatchers: they differ in what they still deliver after a quit.
+ */
+#include "tests/support/CBusMonitor.h"
+#include "tests/support/CVideoScene.h"
 #include "tests/support/Timeouts.h"
 
 #include <QDBusConnectionInterface>
+#include <QFileInfo>
 #include <QtTest>
 
 #include <csignal>
@@ -18,27 +21,53 @@ private slots:
     void a_signal_before_the_event_loop_ends_it_well();
     void a_signal_in_a_burst_of_calls_ends_it_well_data();
     void a_signal_in_a_burst_of_calls_ends_it_well();
+    void signals_again_and_again_end_it_once_data();
     void signals_again_and_again_end_it_once();
+    void what_was_accepted_is_done_before_the_end_data();
+    void what_was_accepted_is_done_before_the_end();
+    void a_call_that_waits_is_done_whole_or_not_at_all_data();
+    void a_call_that_waits_is_done_whole_or_not_at_all();
     void a_bus_that_goes_away_does_not_hang_it();
 };
 
 static const QStringList LIVED_WELL = {QStringLiteral("Starting haldend..."),
                                        QStringLiteral("Terminating haldend...")};
 
+static const qint64 IMAGE_BYTES = 54 + 4 * 720 * 576;
+
+static void addDispatchers()
+{
+    QTest::addColumn<bool>("glib");
+    QTest::newRow("with GLib") << true;
+    QTest::newRow("without GLib") << false;
+}
+
 static void addSignals()
 {
     QTest::addColumn<int>("signal");
-    QTest::newRow("SIGTERM") << SIGTERM;
-    QTest::newRow("SIGHUP") << SIGHUP;
+    QTest::addColumn<bool>("glib");
+    for (const bool bGLib : {true, false}) {
+        const char* pszDispatcher = bGLib ? "with GLib" : "without GLib";
+        QTest::addRow("SIGTERM, %s", pszDispatcher) << SIGTERM << bGLib;
+        QTest::addRow("SIGHUP, %s", pszDispatcher) << SIGHUP << bGLib;
+    }
 }
 
-#define VERIFY_ENDED_WELL(cScene)                                         \
+static void useDispatcher(CScene& rcScene, bool bGLib)
+{
+    if (!bGLib)
+        rcScene.daemon().setVariable(QStringLiteral("QT_NO_GLIB"), QStringLiteral("1"));
+}
+
+#define VERIFY_ENDED(cScene, cLog)                                        \
     do {                                                                  \
         QVERIFY2(!(cScene).daemon().crashed(), (cScene).describe());      \
         QVERIFY2((cScene).daemon().exitCode() == 0, (cScene).describe()); \
-        QCOMPARE((cScene).daemon().log(), LIVED_WELL);                    \
+        QCOMPARE((cScene).daemon().log(), cLog);                          \
         QCOMPARE((cScene).daemon().unexpectedOutput(), QStringList());    \
     } while (false)
+
+#define VERIFY_ENDED_WELL(cScene) VERIFY_ENDED(cScene, LIVED_WELL)
 
 // Waits until a connection that wasn't there before comes to the bus, and calls back at once.
 class CArrivals : public QObject
@@ -73,7 +102,9 @@ void TestShutdown::each_signal_ends_it_well_data()
 void TestShutdown::each_signal_ends_it_well()
 {
     QFETCH(int, signal);
+    QFETCH(bool, glib);
     CScene cScene;
+    useDispatcher(cScene, glib);
     QVERIFY2(cScene.start(), cScene.describe());
     QVERIFY2(cScene.daemon().endBySignal(signal), cScene.describe());
     VERIFY_ENDED_WELL(cScene);
@@ -89,8 +120,10 @@ void TestShutdown::a_signal_before_the_event_loop_ends_it_well_data()
 void TestShutdown::a_signal_before_the_event_loop_ends_it_well()
 {
     QFETCH(int, signal);
+    QFETCH(bool, glib);
     for (int iRun = 0; iRun < 25; ++iRun) {
         CScene cScene;
+        useDispatcher(cScene, glib);
         QVERIFY2(cScene.prepare(), cScene.describe());
         CDaemonProcess& rcDaemon = cScene.daemon();
         QEventLoop cLoop;
@@ -114,7 +147,9 @@ void TestShutdown::a_signal_in_a_burst_of_calls_ends_it_well_data()
 void TestShutdown::a_signal_in_a_burst_of_calls_ends_it_well()
 {
     QFETCH(int, signal);
+    QFETCH(bool, glib);
     CScene cScene;
+    useDispatcher(cScene, glib);
     QVERIFY2(cScene.start(), cScene.describe());
     for (int iCall = 0; iCall < 4000; ++iCall) {
         if (iCall == 2000)
@@ -129,14 +164,84 @@ void TestShutdown::a_signal_in_a_burst_of_calls_ends_it_well()
     QCOMPARE(u32Position >> 16, u32Position & 0xffff);
 }
 
+void TestShutdown::signals_again_and_again_end_it_once_data()
+{
+    addDispatchers();
+}
+
 void TestShutdown::signals_again_and_again_end_it_once()
 {
+    QFETCH(bool, glib);
     CScene cScene;
+    useDispatcher(cScene, glib);
     QVERIFY2(cScene.start(), cScene.describe());
     for (int iSignal = 0; iSignal < 1000; ++iSignal)
         ::kill(static_cast<pid_t>(cScene.daemon().pid()), iSignal % 2 == 0 ? SIGTERM : SIGHUP);
     QVERIFY2(cScene.daemon().waitForEnd(), cScene.describe());
     VERIFY_ENDED_WELL(cScene);
+}
+
+void TestShutdown::what_was_accepted_is_done_before_the_end_data()
+{
+    addDispatchers();
+}
+
+// A save that was answered with 0: the signal comes while the codec is asked for the pause that the save begins with.
+void TestShutdown::what_was_accepted_is_done_before_the_end()
+{
+    QFETCH(bool, glib);
+    CVideoScene cScene;
+    useDispatcher(cScene, glib);
+    QVERIFY2(cScene.start(), cScene.describe());
+    QVERIFY(cScene.enterState(CVideoScene::RECORDING));
+    cScene.board().clearCodecCalls();
+    CBusMonitor cMonitor;
+    QVERIFY(cMonitor.start(cScene.bus().address()));
+    cScene.codec().hold();
+    const QDBusPendingCall cSave = cScene.ask("save_video_image", cScene.file("a.bmp"));
+    QVERIFY(cMonitor.waitFor("member=pause"));
+    QVERIFY(cMonitor.end());
+    ::kill(static_cast<pid_t>(cScene.daemon().pid()), SIGTERM);
+    cScene.codec().goOn();
+    QCOMPARE(CVideoScene::answerTo(cSave), VideoResult::OK);
+    QVERIFY2(cScene.daemon().waitForEnd(), cScene.describe());
+    VERIFY_ENDED_WELL(cScene);
+    QCOMPARE(QFileInfo(cScene.file("a.bmp")).size(), IMAGE_BYTES);
+    const QStringList cCalls{QStringLiteral("/Record pause interface=-"),
+                             QStringLiteral("/Record resume interface=-"),
+                             QStringLiteral("/Record stop interface=-")};
+    QCOMPARE(cScene.board().codecCalls(), cCalls);
+    QTRY_COMPARE(cScene.signalled(), QStringList{QStringLiteral("video_image_saved 0")});
+}
+
+void TestShutdown::a_call_that_waits_is_done_whole_or_not_at_all_data()
+{
+    addDispatchers();
+}
+
+// Whether the loop gets to it before it ends is the dispatcher's business.
+void TestShutdown::a_call_that_waits_is_done_whole_or_not_at_all()
+{
+    QFETCH(bool, glib);
+    CVideoScene cScene;
+    useDispatcher(cScene, glib);
+    QVERIFY2(cScene.start(), cScene.describe());
+    CBusMonitor cMonitor;
+    QVERIFY(cMonitor.start(cScene.bus().address()));
+    cScene.codec().hold();
+    const QDBusPendingCall cStart = cScene.ask("start_video_recording", cScene.file("film.ts"));
+    const QDBusPendingCall cSave = cScene.ask("save_video_image", cScene.file("a.bmp"));
+    QVERIFY(cMonitor.waitFor("member=record"));
+    QVERIFY(cMonitor.end());
+    QVERIFY(cScene.daemon().receives());
+    ::kill(static_cast<pid_t>(cScene.daemon().pid()), SIGTERM);
+    cScene.codec().goOn();
+    QCOMPARE(CVideoScene::answerTo(cStart), VideoResult::OK);
+    QVERIFY2(cScene.daemon().waitForEnd(), cScene.describe());
+    VERIFY_ENDED_WELL(cScene);
+    const bool bAccepted = CVideoScene::answerTo(cSave) == VideoResult::OK;
+    QCOMPARE(QFileInfo(cScene.file("a.bmp")).size(), bAccepted ? IMAGE_BYTES : 0);
+    QCOMPARE(cScene.board().codecCalls().last(), QStringLiteral("/Record stop interface=-"));
 }
 
 void TestShutdown::a_bus_that_goes_away_does_not_hang_it()

@@ -91,6 +91,7 @@ private slots:
     void a_recording_is_stopped_at_58_minutes();
     void the_length_is_looked_at_on_the_sixth_tick();
     void a_recording_resumed_too_long_is_stopped_at_once();
+    void what_waits_is_finished_on_request();
     void a_recording_resumed_at_57_50_runs_on();
     void an_image_save_lets_the_length_be_looked_at();
     void a_stop_at_the_maximum_that_fails_is_reported_at_once();
@@ -895,6 +896,21 @@ void TestCVideoProcessor::a_recording_resumed_too_long_is_stopped_at_once()
     QCOMPARE(m_cEmitted, NOTHING);
     postedEvents();
     QCOMPARE(m_cEmitted, TOO_LONG);
+}
+
+// The save that resumes a recording, the look at its length, which finds it too long, and the result.
+void TestCVideoProcessor::what_waits_is_finished_on_request()
+{
+    enter(RECORDING);
+    stopped_clock::advance(58 * 60);
+    QCOMPARE(command(CVideoProcessor::eCommandSaveVideoImage), OK);
+    m_cCodec.takeCalls();
+    m_pcProcessor->finishAccepted();
+    const QStringList cCalls{QStringLiteral("/Record resume()"), STOPPED};
+    QCOMPARE(m_cCodec.takeCalls(), cCalls);
+    QCOMPARE(m_cEmitted.size(), 2);
+    QCOMPARE(m_cEmitted.last(), TOO_LONG.first());
+    QCOMPARE(allowed(), allowedIn(IDLE));
 }
 
 void TestCVideoProcessor::a_recording_resumed_at_57_50_runs_on()
