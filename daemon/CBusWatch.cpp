@@ -1,8 +1,11 @@
 #include "daemon/CBusWatch.h"
 
+#include "daemon/CEventLogger.h"
+
 #include <QDBusConnection>
 
 #include <climits>
+#include <csignal>
 
 #include <dbus/dbus.h>
 
@@ -15,5 +18,13 @@ bool CBusWatch::start()
     // freed in this thread, the sockets are watched in Qt's own.
     dbus_connection_set_max_received_size(static_cast<DBusConnection*>(cConnection.internalPointer()),
                                           LONG_MAX);
-    return true;
+    return cConnection.connect(QString(), QStringLiteral(DBUS_PATH_LOCAL),
+                               QStringLiteral(DBUS_INTERFACE_LOCAL), QStringLiteral("Disconnected"), this,
+                               SLOT(onDisconnected()));
+}
+
+void CBusWatch::onDisconnected()
+{
+    CEventLogger::logMessage(CEventLogger::eLogLevelError, "Lost the system bus");
+    raise(SIGTERM);
 }

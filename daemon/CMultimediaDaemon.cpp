@@ -14,6 +14,7 @@
 #include "platform/CMultimediaPlatform.h"
 #include "video/CVideoProcessor.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusError>
 
@@ -84,6 +85,9 @@ bool CMultimediaDaemon::performStartup(const char* pszI2CPort, const char* pszFP
 
 bool CMultimediaDaemon::registerServiceName()
 {
+    // Until the event loop runs, Qt holds back what comes from the bus, also the loss of the bus, and then the
+    // call below would wait for ever. An event in the queue switches the delivery on.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
     QDBusConnection cConnection = QDBusConnection::systemBus();
     if (cConnection.registerService(DBUS_SERVICE))
         return true;

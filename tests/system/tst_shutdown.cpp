@@ -1,4 +1,5 @@
-/* The end of the real process: SIGTERM and SIGHUP at every moment that a client or an init system can choose. With either of Qt's event dispatchers: they differ in what they still deliver after a quit.
+/* The end of the real process: SIGTERM and SIGHUP at every moment that a client or an init system can choose, and the
+ * loss of the bus. With either of Qt's event dispatchers: they differ in what they still deliver after a quit.
  */
 #include "tests/support/CBusMonitor.h"
 #include "tests/support/CVideoScene.h"
@@ -27,12 +28,20 @@ private slots:
     void what_was_accepted_is_done_before_the_end();
     void a_call_that_waits_is_done_whole_or_not_at_all_data();
     void a_call_that_waits_is_done_whole_or_not_at_all();
-    void a_bus_that_goes_away_does_not_hang_it();
+    void the_loss_of_the_bus_ends_it_well_data();
+    void the_loss_of_the_bus_ends_it_well();
+    void the_loss_of_the_bus_in_a_call_of_the_codec_ends_it_well_data();
+    void the_loss_of_the_bus_in_a_call_of_the_codec_ends_it_well();
+    void the_loss_of_the_bus_at_the_start_ends_it_data();
+    void the_loss_of_the_bus_at_the_start_ends_it();
 };
 
 static const QStringList LIVED_WELL = {QStringLiteral("Starting haldend..."),
                                        QStringLiteral("Terminating haldend...")};
 
+static const QStringList LOST_THE_BUS = {QStringLiteral("Starting haldend..."),
+                                         QStringLiteral("Lost the system bus"),
+                                         QStringLiteral("Terminating haldend...")};
 static const qint64 IMAGE_BYTES = 54 + 4 * 720 * 576;
 
 static void addDispatchers()
@@ -244,13 +253,78 @@ void TestShutdown::a_call_that_waits_is_done_whole_or_not_at_all()
     QCOMPARE(cScene.board().codecCalls().last(), QStringLiteral("/Record stop interface=-"));
 }
 
-void TestShutdown::a_bus_that_goes_away_does_not_hang_it()
+void TestShutdown::the_loss_of_the_bus_ends_it_well_data()
 {
-    CScene cScene;
+    addDispatchers();
+}
+
+// While it records: the stop fails at once, because there is no way to the codec any more.
+void TestShutdown::the_loss_of_the_bus_ends_it_well()
+{
+    QFETCH(bool, glib);
+    CVideoScene cScene;
+    useDispatcher(cScene, glib);
     QVERIFY2(cScene.start(), cScene.describe());
+    QVERIFY(cScene.enterState(CVideoScene::RECORDING));
     cScene.bus().stop();
-    QVERIFY2(cScene.daemon().endBySignal(SIGTERM), cScene.describe());
-    VERIFY_ENDED_WELL(cScene);
+    QVERIFY2(cScene.daemon().waitForEnd(), cScene.describe());
+    VERIFY_ENDED(cScene, LOST_THE_BUS);
+}
+
+void TestShutdown::the_loss_of_the_bus_in_a_call_of_the_codec_ends_it_well_data()
+{
+    addDispatchers();
+}
+
+void TestShutdown::the_loss_of_the_bus_in_a_call_of_the_codec_ends_it_well()
+{
+    QFETCH(bool, glib);
+    CVideoScene cScene;
+    useDispatcher(cScene, glib);
+    QVERIFY2(cScene.start(), cScene.describe());
+    CBusMonitor cMonitor;
+    QVERIFY(cMonitor.start(cScene.bus().address()));
+    cScene.codec().hold();
+    cScene.ask("start_video_recording", cScene.file("film.ts"));
+    QVERIFY(cMonitor.waitFor("member=record"));
+    QVERIFY(cMonitor.end());
+    cScene.bus().stop();
+    QVERIFY2(cScene.daemon().waitForEnd(), cScene.describe());
+    VERIFY_ENDED(cScene, LOST_THE_BUS);
+}
+
+void TestShutdown::the_loss_of_the_bus_at_the_start_ends_it_data()
+{
+    addDispatchers();
+}
+
+// Before it has its name the start fails; after that, it is the end of a daemon that runs.
+void TestShutdown::the_loss_of_the_bus_at_the_start_ends_it()
+{
+    QFETCH(bool, glib);
+    for (int iRun = 0; iRun < 25; ++iRun) {
+        CScene cScene;
+        useDispatcher(cScene, glib);
+        QVERIFY2(cScene.prepare(), cScene.describe());
+        CDaemonProcess& rcDaemon = cScene.daemon();
+        QEventLoop cLoop;
+        CArrivals cArrivals(rcDaemon.client(), [&] {
+            cScene.bus().stop();
+            cLoop.quit();
+        });
+        QTimer::singleShot(TIMEOUT_PROCESS_MS, &cLoop, [&cLoop] { cLoop.exit(1); });
+        rcDaemon.start();
+        QCOMPARE(cLoop.exec(), 0);
+        QVERIFY2(rcDaemon.waitForEnd(), cScene.describe());
+        QVERIFY2(!rcDaemon.crashed(), cScene.describe());
+        QCOMPARE(rcDaemon.unexpectedOutput(), QStringList());
+        if (rcDaemon.log() == LOST_THE_BUS) {
+            QCOMPARE(rcDaemon.exitCode(), 0);
+        } else {
+            QCOMPARE(rcDaemon.exitCode(), 255);
+            QCOMPARE(rcDaemon.log().last(), QStringLiteral("Error starting haldend."));
+        }
+    }
 }
 
 QTEST_GUILESS_MAIN(TestShutdown)
