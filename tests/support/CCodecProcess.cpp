@@ -1,6 +1,6 @@
 #include "tests/support/CCodecProcess.h"
 
-#include "board/board_layout.h"
+#include "board/layout/board_layout.h"
 #include "tests/support/ServiceStart.h"
 #include "tests/support/Timeouts.h"
 

@@ -1,7 +1,7 @@
 #ifndef HALDEND_TESTS_CSCENE_H
 #define HALDEND_TESTS_CSCENE_H
 
-#include "board/CBoard.h"
+#include "board/state/CBoard.h"
 #include "tests/support/CDaemonProcess.h"
 #include "tests/support/CPrivateBus.h"
 

@@ -2,7 +2,7 @@
 #ifndef HALDEND_TESTS_JUDGEMENTS_H
 #define HALDEND_TESTS_JUDGEMENTS_H
 
-#include "board/CBoard.h"
+#include "board/state/CBoard.h"
 
 #include <QStringList>
 #include <QtTest>

@@ -1,7 +1,7 @@
 /* A virtual board for the hardware layer's tests. */
 #include "tests/support/hw_board.h"
 
-#include "board/haldenboard.h"
+#include "board/preload/haldenboard.h"
 
 #include <cstdio>
 #include <cstdlib>

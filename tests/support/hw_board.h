@@ -7,7 +7,7 @@
 #ifndef HALDEND_TESTS_HW_BOARD_H
 #define HALDEND_TESTS_HW_BOARD_H
 
-#include "board/board_layout.h"
+#include "board/layout/board_layout.h"
 
 #include <cstdint>
 #include <set>

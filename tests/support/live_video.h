@@ -2,7 +2,7 @@
 #ifndef HALDEND_TESTS_LIVE_VIDEO_H
 #define HALDEND_TESTS_LIVE_VIDEO_H
 
-#include "board/CBoard.h"
+#include "board/state/CBoard.h"
 
 inline void showLiveVideo(CBoard& rcBoard)
 {

@@ -1,5 +1,5 @@
 /* "/debug" from a client on the bus: what service staff can do to a running board. */
-#include "board/CTestPicture.h"
+#include "board/picture/CTestPicture.h"
 #include "tests/golden.h"
 #include "tests/support/CBusMonitor.h"
 #include "tests/support/CScene.h"

@@ -1,5 +1,5 @@
 /* What an installation puts in place, and that the bus enforces the policy in it. */
-#include "board/CBoard.h"
+#include "board/state/CBoard.h"
 #include "tests/support/CDaemonProcess.h"
 #include "tests/support/CPrivateBus.h"
 #include "tests/support/Timeouts.h"

@@ -1,6 +1,6 @@
 #include "tests/unit/board/CAttachedBoard.h"
 
-#include "board/haldenboard.h"
+#include "board/preload/haldenboard.h"
 #include "tests/support/Judgements.h"
 
 #include <QRegularExpression>

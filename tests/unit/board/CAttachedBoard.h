@@ -1,7 +1,7 @@
 #ifndef HALDEND_TESTS_CATTACHEDBOARD_H
 #define HALDEND_TESTS_CATTACHEDBOARD_H
 
-#include "board/CBoard.h"
+#include "board/state/CBoard.h"
 
 #include <QTemporaryDir>
 

@@ -1,6 +1,6 @@
 /* A board from outside: making it, opening it, and what its parts hold. */
-#include "board/CBoard.h"
-#include "board/CTestPicture.h"
+#include "board/picture/CTestPicture.h"
+#include "board/state/CBoard.h"
 
 #include <QDir>
 #include <QFile>

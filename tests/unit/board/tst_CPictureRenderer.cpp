@@ -1,6 +1,6 @@
 /* What the monitor shows, from the registers of the display controller. */
-#include "board/CBoard.h"
-#include "board/CTestPicture.h"
+#include "board/picture/CTestPicture.h"
+#include "board/state/CBoard.h"
 #include "tests/golden.h"
 #include "tests/support/live_video.h"
 

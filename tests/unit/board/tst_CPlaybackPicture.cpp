@@ -1,7 +1,7 @@
 /* What the codec stand-in puts out, and when the picture shows it. */
-#include "board/CBoard.h"
-#include "board/CPlaybackPicture.h"
-#include "board/CTestPicture.h"
+#include "board/picture/CPlaybackPicture.h"
+#include "board/picture/CTestPicture.h"
+#include "board/state/CBoard.h"
 #include "fpga/fpga_map.h"
 #include "tests/golden.h"
 #include "tests/support/live_video.h"

@@ -1,5 +1,5 @@
 /* The test card. */
-#include "board/CTestPicture.h"
+#include "board/picture/CTestPicture.h"
 #include "tests/golden.h"
 
 #include <QTest>

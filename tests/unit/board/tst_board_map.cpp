@@ -1,5 +1,5 @@
 /* The map that the board judges by, held against the register tables and the overlay's address map. */
-#include "board/board_map.h"
+#include "board/judge/map.h"
 #include "fpga/fpga_map.h"
 #include "regdb/chip_regs.h"
 

@@ -1,6 +1,6 @@
 /* The tool as a process: what it prints, changes, and ends with. */
-#include "board/CBoard.h"
-#include "board/CTestPicture.h"
+#include "board/picture/CTestPicture.h"
+#include "board/state/CBoard.h"
 #include "tests/support/live_video.h"
 
 #include <QFileInfo>

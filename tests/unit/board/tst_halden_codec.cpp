@@ -1,5 +1,5 @@
 /* The codec stand-in as a process, on a bus and a board of each test's own. */
-#include "board/CBoard.h"
+#include "board/state/CBoard.h"
 #include "tests/support/CCodecProcess.h"
 #include "tests/support/CPrivateBus.h"
 #include "tests/support/Timeouts.h"

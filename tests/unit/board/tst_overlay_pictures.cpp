@@ -1,8 +1,8 @@
 /* What the overlay library draws, seen: the library in process on an attached board, the picture compared with
  * golden ones. */
-#include "board/CGlyphSheet.h"
-#include "board/CTestPicture.h"
-#include "board/SentencePages.h"
+#include "board/picture/CGlyphSheet.h"
+#include "board/picture/CTestPicture.h"
+#include "board/picture/SentencePages.h"
 #include "fpga/box.h"
 #include "fpga/cursor.h"
 #include "fpga/font.h"

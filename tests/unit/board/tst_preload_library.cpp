@@ -1,5 +1,5 @@
 /* The library itself, preloaded into a program that knows nothing of it. */
-#include "board/CBoard.h"
+#include "board/state/CBoard.h"
 
 #include <QFileInfo>
 #include <QProcess>

@@ -1,5 +1,5 @@
 /* The folder of the register files: the daemon's fixed one leads into the board. */
-#include "board/haldenboard.h"
+#include "board/preload/haldenboard.h"
 #include "tests/unit/board/CAttachedBoard.h"
 
 #include <QDir>

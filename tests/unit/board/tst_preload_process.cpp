@@ -1,5 +1,5 @@
 /* The library and the process around it: attaching, threads, children, byte order. */
-#include "board/haldenboard.h"
+#include "board/preload/haldenboard.h"
 #include "tests/unit/board/CAttachedBoard.h"
 
 #include <QFile>

@@ -1,5 +1,5 @@
 /* The bring-up on a virtual board: what comes of it, and what is left when a step fails. */
-#include "board/CTestPicture.h"
+#include "board/picture/CTestPicture.h"
 #include "daemon/CEventLogger.h"
 #include "fpga/fpga_map.h"
 #include "platform/CMultimediaPlatform.h"

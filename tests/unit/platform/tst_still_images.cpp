@@ -1,5 +1,5 @@
 /* Still images: from the FPGA into a file and back, and everything that files can do wrong. */
-#include "board/CTestPicture.h"
+#include "board/picture/CTestPicture.h"
 #include "daemon/CEventLogger.h"
 #include "fpga/fpga_map.h"
 #include "platform/CMultimediaPlatform.h"

@@ -1,6 +1,6 @@
 /* The video processor on a virtual board, with a codec service of the test's own. Its ticks are sent, its sleeps
  * take no time, and its wall clock stands still. */
-#include "board/CTestPicture.h"
+#include "board/picture/CTestPicture.h"
 #include "daemon/CEventLogger.h"
 #include "fpga/fpga_map.h"
 #include "tests/support/CCapturedOutput.h"

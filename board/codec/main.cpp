@@ -1,0 +1,37 @@
+/* halden-codec: the codec service's stand-in, on the system bus and on the board that HALDEN_BOARD names. */
+#include "board/codec/CCodecService.h"
+#include "board/state/CBoard.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <cstdlib>
+
+static int fail(const QString& rcMessage)
+{
+    std::fprintf(stderr, "halden-codec: %s\n", qPrintable(rcMessage));
+    return EXIT_FAILURE;
+}
+
+int main(int argc, char* argv[])
+{
+    if (argc > 1) {
+        std::fputs("Usage: halden-codec\n\nThe board is the directory named by the variable " BOARD_VARIABLE
+                   ", the bus the system bus.\nSteer it with: halden-board codec\n",
+                   stderr);
+        return 2;
+    }
+    QCoreApplication cApplication(argc, argv);
+    CBoard cBoard;
+    if (!cBoard.open(qEnvironmentVariable(BOARD_VARIABLE)))
+        return fail(cBoard.errorString());
+    CCodecService cService(cBoard);
+    QString cError;
+    if (!cService.start(cError))
+        return fail(cError);
+    // It ends with its bus, whoever forgets to end it.
+    QDBusConnection::systemBus().connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                                         QStringLiteral("org.freedesktop.DBus.Local"),
+                                         QStringLiteral("Disconnected"), &cApplication, SLOT(quit()));
+    return QCoreApplication::exec();
+}

@@ -1,0 +1,220 @@
+/* Attaching a board, and finding the functions that the library hides.
+ *
+ * A board is built up privately and then published with one exchange of a pointer. Threads that come here at
+ * the same time each build one; the first is kept. So there is nothing to wait for, not even for a signal
+ * handler that interrupts the attaching.
+ */
+#include "board/devices/devices.h"
+#include "board/preload/haldenboard.h"
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <stdlib.h>
+#include <string.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+
+NEXT(open64, int, const char*, int, ...)
+NEXT(close, int, int)
+NEXT(mmap64, void*, void*, size_t, int, int, int, int64_t)
+NEXT(write, ssize_t, int, const void*, size_t)
+
+/* The file descriptor of a board's file, and what of it is mapped. */
+struct file {
+    const char* name;
+    size_t bytes; /* the least size, and what is mapped */
+    void* map;
+    struct file_identity identity;
+};
+
+static struct board s_none; /* stands for: looked for one, there is none */
+static struct board* s_board;
+
+any_function next_find(any_function* slot, const char* name)
+{
+    any_function function = __atomic_load_n(slot, __ATOMIC_RELAXED);
+    if (function == NULL) {
+        void* symbol = dlsym(RTLD_NEXT, name);
+        if (symbol == NULL)
+            abort();
+        memcpy(&function, &symbol, sizeof function);
+        __atomic_store_n(slot, function, __ATOMIC_RELAXED);
+    }
+    return function;
+}
+
+static int map_descriptor(struct file* file, int descriptor)
+{
+    struct stat status;
+    if (fstat(descriptor, &status) != 0)
+        return errno;
+    if (!S_ISREG(status.st_mode) || (uint64_t)status.st_size < file->bytes)
+        return EINVAL;
+    file->identity.device = status.st_dev;
+    file->identity.inode = status.st_ino;
+    file->map = next_mmap64()(NULL, file->bytes, PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
+    return file->map == MAP_FAILED ? errno : 0;
+}
+
+static int map_file(struct file* file, const char* directory)
+{
+    char path[PATH_MAX + 16];
+    strcpy(stpcpy(stpcpy(path, directory), "/"), file->name);
+    int descriptor = next_open64()(path, O_RDWR | O_CLOEXEC);
+    if (descriptor < 0)
+        return errno;
+    int error = map_descriptor(file, descriptor);
+    next_close()(descriptor);
+    if (error != 0)
+        file->map = NULL;
+    return error;
+}
+
+static void unmap_file(struct file* file)
+{
+    if (file->map != NULL)
+        munmap(file->map, file->bytes);
+}
+
+/* Turns the registers of the display controller into this program's byte order. */
+static void adopt_lime(struct board_control* control, uint8_t* lime)
+{
+    if (board_load(&control->lime_order) == board_own_order())
+        return;
+    uint32_t* words = (uint32_t*)(void*)(lime + BOARD_LIME_HOST);
+    for (size_t i = 0; i < (BOARD_LIME_END - BOARD_LIME_HOST) / sizeof *words; i++)
+        words[i] = __builtin_bswap32(words[i]);
+    board_store(&control->lime_order, board_own_order());
+}
+
+static bool ours(const struct board_control* control)
+{
+    return board_load(&control->magic) == BOARD_MAGIC && board_load(&control->version) == BOARD_VERSION;
+}
+
+/* Fills the board; an error number, and the name of the file that stands in the way. */
+static int attach(struct board* board, const char* directory, const char** culprit)
+{
+    struct file control = {
+        BOARD_CONTROL, sizeof(struct board_control), NULL, {0, 0}
+    };
+    struct file camera = {
+        BOARD_CAMERA, BOARD_CAMERA_BYTES, NULL, {0, 0}
+    };
+    struct file files[DEVICE_COUNT] = {
+        [DEVICE_FPGA] = {BOARD_FPGA, BOARD_FPGA_BYTES,   NULL, {0, 0}},
+        [DEVICE_LIME] = {BOARD_LIME, board_lime_bytes(), NULL, {0, 0}},
+        [DEVICE_I2C] = {BOARD_I2C,  BOARD_I2C_BYTES,    NULL, {0, 0}},
+    };
+    *culprit = "the directory";
+    if (realpath(directory, board->directory) == NULL)
+        return errno;
+    *culprit = control.name;
+    int error = map_file(&control, board->directory);
+    if (error == 0 && !ours(control.map))
+        error = EINVAL;
+    if (error == 0) {
+        *culprit = camera.name;
+        error = map_file(&camera, board->directory);
+    }
+    for (int device = DEVICE_FPGA; error == 0 && device < DEVICE_COUNT; device++) {
+        *culprit = files[device].name;
+        error = map_file(&files[device], board->directory);
+        board->files[device] = files[device].identity;
+    }
+    if (error == 0) {
+        board->control = control.map;
+        board->fpga = files[DEVICE_FPGA].map;
+        board->i2c = files[DEVICE_I2C].map;
+        board->camera = camera.map;
+        adopt_lime(board->control, files[DEVICE_LIME].map);
+    } else {
+        unmap_file(&control);
+        unmap_file(&files[DEVICE_FPGA]);
+        unmap_file(&files[DEVICE_I2C]);
+        unmap_file(&camera);
+    }
+    unmap_file(&files[DEVICE_LIME]);
+    return error;
+}
+
+static void release(struct board* board)
+{
+    if (board == NULL || board == &s_none)
+        return;
+    munmap(board->control, sizeof(struct board_control));
+    munmap(board->fpga, BOARD_FPGA_BYTES);
+    munmap(board->i2c, BOARD_I2C_BYTES);
+    munmap((void*)board->camera, BOARD_CAMERA_BYTES);
+    munmap(board, sizeof *board);
+}
+
+/* A board, or s_none. Its memory comes from the kernel: the program's allocator may be the one at work. */
+static struct board* make_board(const char* directory, const char** culprit)
+{
+    struct board* board =
+        next_mmap64()(NULL, sizeof *board, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (board == MAP_FAILED)
+        return &s_none;
+    int error = attach(board, directory, culprit);
+    if (error == 0)
+        return board;
+    munmap(board, sizeof *board);
+    errno = error;
+    return &s_none;
+}
+
+static void complain(const char* directory, const char* culprit)
+{
+    struct line line = {0, ""};
+    line_text(&line, "haldenboard: no usable board, ");
+    line_text(&line, culprit);
+    line_text(&line, ": ");
+    line_text(&line, strerrordesc_np(errno));
+    line_text(&line, " (" BOARD_VARIABLE "=");
+    line_text(&line, directory);
+    line_text(&line, ")\n");
+    ssize_t written = next_write()(STDERR_FILENO, line.text, line.length);
+    (void)written; /* nobody is left to be told */
+}
+
+static struct board* attach_from_environment(void)
+{
+    int saved = errno;
+    const char* culprit = "";
+    const char* directory = getenv(BOARD_VARIABLE);
+    struct board* mine = directory != NULL ? make_board(directory, &culprit) : &s_none;
+    struct board* first = NULL;
+    if (!__atomic_compare_exchange_n(&s_board, &first, mine, false, __ATOMIC_ACQ_REL, __ATOMIC_ACQUIRE)) {
+        release(mine);
+        mine = first;
+    } else if (directory != NULL && mine == &s_none) {
+        complain(directory, culprit);
+    }
+    errno = saved;
+    return mine;
+}
+
+struct board* board_current(void)
+{
+    struct board* board = __atomic_load_n(&s_board, __ATOMIC_ACQUIRE);
+    if (board == NULL)
+        board = attach_from_environment();
+    return board == &s_none ? NULL : board;
+}
+
+__attribute__((visibility("default"))) int haldenboard_attach(const char* directory)
+{
+    const char* culprit;
+    haldenboard_detach();
+    struct board* board = make_board(directory, &culprit);
+    __atomic_store_n(&s_board, board, __ATOMIC_RELEASE);
+    descriptor_forget_all();
+    return board == &s_none ? -1 : 0;
+}
+
+__attribute__((visibility("default"))) void haldenboard_detach(void)
+{
+    release(__atomic_exchange_n(&s_board, &s_none, __ATOMIC_ACQ_REL));
+    descriptor_forget_all();
+}

@@ -1,0 +1,164 @@
+/* The inside of the board library: what its sources share.
+ *
+ * The library stands between a program and its C library. Every function that it takes over is defined
+ * under another name in the source and given its public name by WRAPS: the C library's headers redirect
+ * several of these names to others, which would otherwise redirect the definitions as well.
+ *
+ * Rules for all of it:
+ * - Nothing here calls a function that the library takes over. The definition that comes next in the order of
+ *   loading, which may be a sanitizer's, is reached through NEXT.
+ * - errno is what the program finds after a real call: untouched when the call succeeds.
+ * - No locks: a fork in another thread could leave them held for ever, and a signal handler may write.
+ *   Shared state is atomic words, and structures that are published complete.
+ */
+#ifndef HALDEND_BOARD_DEVICES_DEVICES_H
+#define HALDEND_BOARD_DEVICES_DEVICES_H
+
+#include "board/layout/board_layout.h"
+
+#include <limits.h>
+#include <stdbool.h>
+#include <sys/types.h>
+
+#define WRAPS(function) __asm__(#function) __attribute__((visibility("default")))
+
+typedef void (*any_function)(void);
+
+/* The definition of the function that this library hides; looked up once and kept in *slot. */
+any_function next_find(any_function* slot, const char* name);
+
+/* Defines next_FUNCTION(), which returns that definition: NEXT(close, int, int) gives next_close()(fd). */
+#define NEXT(function, result, ...)                                 \
+    static result (*next_##function(void))(__VA_ARGS__)             \
+    {                                                               \
+        static any_function slot;                                   \
+        return (result(*)(__VA_ARGS__))next_find(&slot, #function); \
+    }
+
+/* --- Descriptors: which device is behind one. The answer is kept until the descriptor is closed. --- */
+
+enum device { DEVICE_UNKNOWN, DEVICE_NONE, DEVICE_FPGA, DEVICE_LIME, DEVICE_I2C, DEVICE_COUNT };
+
+/* The device behind the descriptor, told by the identity of its file; DEVICE_NONE for everything else, bad
+ * descriptors included. Costs one load when the descriptor is known. */
+enum device descriptor_device(int descriptor);
+
+/* To be called when the descriptor is new. */
+void descriptor_forget(int descriptor);
+
+/* To be called before the descriptor is closed, and what it was until somebody gets its number again:
+ * DEVICE_UNKNOWN if it was no device, or isn't closed. */
+void descriptor_close(int descriptor, enum device device);
+enum device descriptor_closed_device(int descriptor);
+
+void descriptor_forget_all(void);
+
+/* Makes the copy what the original is. */
+void descriptor_copy(int original, int copy);
+
+/* The I2C slave address chosen on the descriptor, 0 at first. */
+unsigned descriptor_slave(int descriptor);
+void descriptor_set_slave(int descriptor, unsigned slave);
+
+/* The number of the position of the descriptor's file, 0 if it has none of ours. */
+unsigned descriptor_position(int descriptor);
+void descriptor_set_position(int descriptor, unsigned number);
+
+/* --- Positions: where reads and writes of a device stand. Results as of the system call. --- */
+
+/* Gives a file that was just opened a position, if there is one left. */
+void position_begin(int descriptor);
+
+int64_t position_of(int descriptor);
+int64_t position_seek(int descriptor, int64_t offset, int whence);
+ssize_t position_read(int descriptor, void* buffer, size_t count);
+ssize_t position_write(int descriptor, const void* buffer, size_t count);
+
+/* --- The attached board --- */
+
+struct file_identity {
+    dev_t device;
+    ino_t inode;
+};
+
+struct board {
+    char directory[PATH_MAX]; /* absolute, links resolved */
+    struct board_control* control;
+    uint8_t* fpga;         /* the whole of fpgamem */
+    uint8_t* i2c;          /* the whole of i2c-1 */
+    const uint8_t* camera; /* the whole of it */
+    struct file_identity files[DEVICE_COUNT];
+};
+
+/* The attached board, or null. The first call attaches the one that the environment names. */
+struct board* board_current(void);
+
+/* --- Faults --- */
+
+/* To be called once an operation. Returns the error number if the operation has to fail, else 0. For a
+ * transfer that has to be cut to half of its length *shortened becomes true and the result is 0; null where
+ * nothing can be cut. */
+int fault_take(const struct board* board, enum board_operation operation, bool* shortened);
+
+/* Whether the operation has a fault that isn't used up. */
+static inline bool fault_pending(const struct board* board, enum board_operation operation)
+{
+    return board_load(&board->control->faults[operation].fail) != 0;
+}
+
+/* A write to a descriptor of no device, which the fault of full disks can meet. */
+ssize_t disk_write(int descriptor, const void* buffer, size_t count);
+
+/* --- Trace: one line an operation, built up piece by piece. virtual-board.md has the grammar. --- */
+
+struct line {
+    size_t length;
+    char text[192];
+};
+
+static inline bool tracing(const struct board* board)
+{
+    return board_load(&board->control->trace) != 0;
+}
+
+void line_start(struct line* line, enum device device, const char* operation);
+void line_text(struct line* line, const char* text);
+void line_number(struct line* line, int64_t value);                /* decimal */
+void line_hex(struct line* line, uint64_t value, unsigned digits); /* 0x and at least so many digits */
+void line_bytes(struct line* line, const void* bytes, size_t count);
+void line_finish(struct line* line, const struct board* board, int error); /* error: number, or 0 */
+
+/* Adds the line to a file of the board, unless that is as long as most already; 0 is no limit. */
+void line_append(const struct line* line, const struct board* board, const char* file, int64_t most);
+
+/* --- Judging: each notes the operation if no program for this board may do it. For operations that reached
+ * the device: what a fault makes fail isn't judged. --- */
+
+void judge_register(const struct board* board, bool writing, unsigned bytes, uint32_t address,
+                    uint32_t value);
+void judge_block(const struct board* board, const char* operation, int64_t position, size_t count);
+void judge_byte(const struct board* board, bool writing, unsigned chip, unsigned sub_address);
+
+/* These are for what is known to be wrong. */
+void judge_request(const struct board* board, enum device device, const char* operation, uint32_t number,
+                   unsigned digits, const char* reason);
+void judge_operation(const struct board* board, enum device device, const char* operation,
+                     const char* reason);
+
+/* --- What the devices do. Called for descriptors of devices only; results as of the system call. --- */
+
+int device_open(enum device device, int descriptor); /* judges one that was just opened */
+void device_close(enum device device);               /* notes it; before the close */
+int64_t device_seek(enum device device, int descriptor, int64_t offset, int whence);
+ssize_t device_read(enum device device, int descriptor, void* buffer, size_t count);
+ssize_t device_write(enum device device, int descriptor, const void* buffer, size_t count);
+int device_ioctl(enum device device, int descriptor, uint32_t request, void* argument);
+
+/* Keeps the live picture in the FPGA's image memory, as its store trigger does. */
+void store_live_picture(const struct board* board);
+
+/* Judges a mapping before it is made: an error number, or 0. The second one notes how it went. */
+int device_map(enum device device);
+void device_mapped(enum device device, size_t length, int error);
+
+#endif

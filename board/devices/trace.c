@@ -1,0 +1,115 @@
+/* Writing the trace, and what else the board notes in lines.
+ *
+ * The file is opened for every line: a descriptor kept open could be closed by a program that closes all it
+ * has, and would shift the numbers that the program gets for its own files. One write a line, in append mode,
+ * keeps the lines of several threads and processes whole.
+ */
+#include "board/devices/devices.h"
+
+#include <fcntl.h>
+#include <string.h>
+
+NEXT(open64, int, const char*, int, ...)
+NEXT(close, int, int)
+NEXT(lseek64, int64_t, int, int64_t, int)
+NEXT(write, ssize_t, int, const void*, size_t)
+
+enum { BYTES_SHOWN = 16 };
+
+static void put(struct line* line, char character)
+{
+    if (line->length < sizeof line->text)
+        line->text[line->length++] = character;
+}
+
+static void put_digits(struct line* line, uint64_t value, unsigned base, unsigned least)
+{
+    char digits[20];
+    unsigned count = 0;
+    do {
+        digits[count++] = "0123456789abcdef"[value % base];
+        value /= base;
+    } while (value != 0 || count < least);
+    while (count > 0)
+        put(line, digits[--count]);
+}
+
+void line_text(struct line* line, const char* text)
+{
+    for (; *text != '\0'; text++)
+        put(line, *text);
+}
+
+void line_start(struct line* line, enum device device, const char* operation)
+{
+    static const char* const names[DEVICE_COUNT] = {
+        [DEVICE_FPGA] = "fpga ",
+        [DEVICE_LIME] = "lime ",
+        [DEVICE_I2C] = "i2c ",
+    };
+    line->length = 0;
+    line_text(line, names[device]);
+    line_text(line, operation);
+}
+
+void line_number(struct line* line, int64_t value)
+{
+    put(line, ' ');
+    if (value < 0)
+        put(line, '-');
+    put_digits(line, value < 0 ? 0 - (uint64_t)value : (uint64_t)value, 10, 1);
+}
+
+void line_hex(struct line* line, uint64_t value, unsigned digits)
+{
+    line_text(line, " 0x");
+    put_digits(line, value, 16, digits);
+}
+
+void line_bytes(struct line* line, const void* bytes, size_t count)
+{
+    const uint8_t* byte = bytes;
+    line_text(line, " :");
+    for (size_t i = 0; i < count && i < BYTES_SHOWN; i++) {
+        put(line, ' ');
+        put_digits(line, byte[i], 16, 2);
+    }
+    if (count > BYTES_SHOWN)
+        line_text(line, " ...");
+}
+
+static void put_error(struct line* line, int error)
+{
+    const char* name = strerrorname_np(error);
+    line_text(line, " !");
+    if (name == NULL) {
+        line_number(line, error);
+        return;
+    }
+    put(line, ' ');
+    line_text(line, name);
+}
+
+void line_append(const struct line* line, const struct board* board, const char* file, int64_t most)
+{
+    int saved = errno;
+    char path[PATH_MAX + 16];
+    strcpy(stpcpy(stpcpy(path, board->directory), "/"), file);
+    int descriptor = next_open64()(path, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
+    if (descriptor >= 0) {
+        if (most == 0 || next_lseek64()(descriptor, 0, SEEK_END) < most) {
+            ssize_t written = next_write()(descriptor, line->text, line->length);
+            (void)written; /* a note that can't be written must not disturb the program */
+        }
+        next_close()(descriptor);
+    }
+    errno = saved;
+}
+
+void line_finish(struct line* line, const struct board* board, int error)
+{
+    if (error != 0)
+        put_error(line, error);
+    put(line, '\n');
+    line_append(line, board, BOARD_TRACE, 0);
+}

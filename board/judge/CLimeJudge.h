@@ -1,0 +1,22 @@
+#ifndef HALDEND_BOARD_JUDGE_CLIMEJUDGE_H
+#define HALDEND_BOARD_JUDGE_CLIMEJUDGE_H
+
+#include "board/state/CBoard.h"
+
+#include <QStringList>
+
+/// Judges what stands in the register windows of the display controller. The stores themselves can't be seen, but
+/// what they leave behind can: a word where there is no register, and a bit that its register doesn't declare.
+class CLimeJudge
+{
+public:
+    explicit CLimeJudge(const CBoard& rcBoard) : m_rcBoard(rcBoard) {}
+
+    /// One line a word, in the order of the windows.
+    QStringList judgements() const;
+
+private:
+    const CBoard& m_rcBoard;
+};
+
+#endif

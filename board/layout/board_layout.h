@@ -1,0 +1,155 @@
+/* What a virtual board consists of: the files of its directory and the layout of the control file.
+ *
+ * Shared by the preloaded library, which is the board as the daemon sees it, and by the class and the tool
+ * that watch and steer it from outside. The control file is mapped by all of them, so a change made by one
+ * acts on the others at once. Its fields are 32-bit little-endian words, read and written only through
+ * board_load, board_store and board_exchange: a board can be shared by programs of different byte order.
+ *
+ * fb0 is the exception: it holds words in the order of the program that last attached as the daemon, because
+ * that program reaches them by plain loads and stores. lime_order in the control file says which order.
+ */
+#ifndef HALDEND_BOARD_LAYOUT_BOARD_LAYOUT_H
+#define HALDEND_BOARD_LAYOUT_BOARD_LAYOUT_H
+
+#include <endian.h>
+#include <errno.h>
+#include <stddef.h>
+#include <stdint.h>
+#include <unistd.h>
+
+#define BOARD_VARIABLE "HALDEN_BOARD" /* environment: the board's directory */
+
+/* Files of the directory. */
+#define BOARD_FPGA        "fpgamem"
+#define BOARD_LIME        "fb0"
+#define BOARD_I2C         "i2c-1"
+#define BOARD_CNFS        "cnfs"
+#define BOARD_CAMERA      "camera"
+#define BOARD_CONTROL     "control"
+#define BOARD_TRACE       "trace"
+#define BOARD_JUDGEMENTS  "judgements"
+#define BOARD_CODEC_STATE "codec-state"
+#define BOARD_CODEC_LOG   "codec-log"
+
+#define BOARD_CNFS_FIXED "/usr/etc/cnfs" /* the folder that the daemon names, and BOARD_CNFS stands in for */
+
+/* Camera picture and monitor: pixels. */
+enum { BOARD_WIDTH = 720, BOARD_HEIGHT = 576 };
+
+/* Sizes in bytes. The FPGA's image memory begins at 16 MiB and holds one picture of 32-bit pixels. */
+#define BOARD_CAMERA_BYTES (4u * BOARD_WIDTH * BOARD_HEIGHT)
+#define BOARD_FPGA_BYTES   (0x1000000u + BOARD_CAMERA_BYTES)
+#define BOARD_I2C_BYTES    (128u * 256u)
+
+/* The display controller's mapping: 8192 pages. */
+static inline size_t board_lime_bytes(void)
+{
+    return (size_t)getpagesize() << 13;
+}
+
+/* Register windows of the display controller: byte offsets in fb0. */
+#define BOARD_LIME_HOST    0x1fc0000u
+#define BOARD_LIME_DISPLAY 0x1fd0000u
+#define BOARD_LIME_CAPTURE 0x1fd8000u
+#define BOARD_LIME_DRAW    0x1ff0000u
+#define BOARD_LIME_PIO     0x1ff8000u
+#define BOARD_LIME_END     0x2000000u
+
+/* Chips on the I2C bus, by 7-bit address, and the decoder's status register. */
+#define BOARD_I2C_DECODER    0x25u
+#define BOARD_I2C_ENCODER    0x44u
+#define BOARD_DECODER_STATUS 0x1fu
+#define BOARD_STATUS_NO_LOCK 0x40u /* no horizontal lock: no camera plugged in */
+
+/* What can be made to fail: identifier, name, and the error number when none is asked for. */
+#define BOARD_OPERATIONS(OPERATION)                      \
+    OPERATION(FORK, "fork", EAGAIN)                      \
+    OPERATION(SOCKETPAIR, "socketpair", EMFILE)          \
+    OPERATION(SIGACTION, "sigaction", EINVAL)            \
+    OPERATION(FPGA_OPEN, "fpga-open", ENXIO)             \
+    OPERATION(FPGA_READ, "fpga-read", EIO)               \
+    OPERATION(FPGA_WRITE, "fpga-write", EIO)             \
+    OPERATION(FPGA_SEEK, "fpga-seek", EIO)               \
+    OPERATION(FPGA_IOCTL_READ, "fpga-ioctl-read", EIO)   \
+    OPERATION(FPGA_IOCTL_WRITE, "fpga-ioctl-write", EIO) \
+    OPERATION(LIME_OPEN, "lime-open", ENXIO)             \
+    OPERATION(LIME_MAP, "lime-map", ENOMEM)              \
+    OPERATION(I2C_OPEN, "i2c-open", ENXIO)               \
+    OPERATION(I2C_SLAVE, "i2c-slave", EBUSY)             \
+    OPERATION(I2C_READ, "i2c-read", EIO)                 \
+    OPERATION(I2C_WRITE, "i2c-write", EIO)               \
+    OPERATION(DISK_WRITE, "disk-write", ENOSPC)          \
+    OPERATION(CNFS_WRITE, "cnfs-write", ENOSPC)
+
+#define BOARD_OPERATION_ENUMERATOR(identifier, name, error) BOARD_OPERATION_##identifier,
+enum board_operation {
+    BOARD_OPERATION_NONE, /* never fails */
+    BOARD_OPERATIONS(BOARD_OPERATION_ENUMERATOR) BOARD_OPERATION_COUNT
+};
+#undef BOARD_OPERATION_ENUMERATOR
+
+/* How the codec stand-in takes its next calls: identifier, name. */
+#define BOARD_CODEC_MODES(MODE)                                 \
+    MODE(OK, "ok")         /* as it should */                   \
+    MODE(REFUSE, "refuse") /* answers with an error */          \
+    MODE(HANG, "hang")     /* doesn't answer */                 \
+    MODE(STALL, "stall")   /* the recorded file doesn't grow */ \
+    MODE(LOSE, "lose")     /* a new recording makes no file */  \
+    MODE(DIE, "die")       /* ends in the middle of the next one */
+
+#define BOARD_CODEC_ENUMERATOR(identifier, name) BOARD_CODEC_##identifier,
+enum board_codec_mode { BOARD_CODEC_MODES(BOARD_CODEC_ENUMERATOR) BOARD_CODEC_MODE_COUNT };
+#undef BOARD_CODEC_ENUMERATOR
+
+#define BOARD_MAGIC         0x64426c48u /* "HlBd" in the file */
+#define BOARD_VERSION       2u
+#define BOARD_ORDER_LITTLE  1u
+#define BOARD_ORDER_BIG     2u
+#define BOARD_FAULT_SLOTS   32u
+#define BOARD_FAULT_FOREVER 0xffffffffu
+#define BOARD_FAULT_SHORT   1u
+
+/* A fault. To set one, store 0 in fail, then the other fields, then fail. */
+struct board_fault {
+    uint32_t fail;  /* calls still to fail; 0 no fault, BOARD_FAULT_FOREVER no end */
+    uint32_t pass;  /* calls that still succeed before that */
+    uint32_t error; /* error number */
+    uint32_t flags; /* BOARD_FAULT_SHORT: does half of a transfer instead of failing */
+    uint32_t hits;  /* calls that have failed */
+    uint32_t reserved[3];
+};
+
+struct board_control {
+    uint32_t magic;
+    uint32_t version;
+    uint32_t lime_order;                          /* order of fb0's words */
+    uint32_t trace;                               /* 1: every device operation is noted */
+    struct board_fault faults[BOARD_FAULT_SLOTS]; /* by enum board_operation */
+    uint32_t codec_mode;                          /* enum board_codec_mode */
+    uint32_t codec_delay;                         /* of each call, milliseconds */
+};
+
+static inline uint32_t board_load(const uint32_t* word)
+{
+    return le32toh(__atomic_load_n(word, __ATOMIC_ACQUIRE));
+}
+
+static inline void board_store(uint32_t* word, uint32_t value)
+{
+    __atomic_store_n(word, htole32(value), __ATOMIC_RELEASE);
+}
+
+/* Replaces the value if it still is the expected one; 1 if it was, else 0. */
+static inline int board_exchange(uint32_t* word, uint32_t expected, uint32_t value)
+{
+    uint32_t stored = htole32(expected);
+    return __atomic_compare_exchange_n(word, &stored, htole32(value), 0, __ATOMIC_ACQ_REL, __ATOMIC_ACQUIRE);
+}
+
+/* The byte order of this program. */
+static inline uint32_t board_own_order(void)
+{
+    return htole32(1) == 1 ? BOARD_ORDER_LITTLE : BOARD_ORDER_BIG;
+}
+
+#endif

@@ -1,0 +1,195 @@
+#include "board/picture/CFpgaMixer.h"
+
+#include "board/picture/CPlaybackPicture.h"
+#include "board/state/CBoard.h"
+#include "fpga/fpga_map.h"
+
+#include <QtEndian>
+
+namespace
+{
+
+const quint32 OPAQUE = 0xff000000;
+
+const int FIELD_LINES = BOARD_HEIGHT / 2;
+const int TEXT_COLUMNS = 53;
+const int TEXT_ROWS = 26;
+const int TEXT_ROW_BYTES = 128;
+const int GLYPH_BYTES = 64;
+const int GLYPH_HALF_ROWS = 16;
+const int GLYPH_PIXELS = 16;
+const int CURSOR_PIXELS = 32;
+
+// CTRL
+const quint32 FRAME_GENERATOR = 1u << 23;
+const quint32 PLAY_MODE = 3u << 24;
+
+/// The bits of CTRL that one control set has. Set C has no graphic priority.
+struct SControlBits {
+    quint32 u32Graphic;
+    quint32 u32Text;
+    quint32 u32Cursor;
+    quint32 u32Priority;
+    quint32 u32Restore;
+};
+
+const SControlBits CONTROL_BITS[] = {
+    {1u << 0,  1u << 1,  1u << 2,  1u << 3, 1u << 4 }, // A
+    {1u << 16, 1u << 17, 1u << 18, 0,       1u << 20}, // C
+};
+
+QRgb blend(QRgb uUnder, QRgb uOver)
+{
+    const int iAlpha = qAlpha(uOver);
+    const auto cMix = [iAlpha](int iUnder, int iOver) {
+        return (iUnder * (255 - iAlpha) + iOver * iAlpha + 127) / 255;
+    };
+    return qRgb(cMix(qRed(uUnder), qRed(uOver)), cMix(qGreen(uUnder), qGreen(uOver)),
+                cMix(qBlue(uUnder), qBlue(uOver)));
+}
+
+quint32 word(const QByteArray& rcMemory, int iIndex)
+{
+    return qFromLittleEndian<quint32>(rcMemory.constData() + 4 * iIndex);
+}
+
+QRgb* line(QImage& rcImage, int iLine)
+{
+    return reinterpret_cast<QRgb*>(rcImage.scanLine(iLine));
+}
+
+} // namespace
+
+CFpgaMixer::CFpgaMixer(const CBoard& rcBoard)
+    : m_rcBoard(rcBoard),
+      m_cFrame(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32),
+      m_auForeground(),
+      m_auBackground(),
+      m_iCellWidth(0),
+      m_iCellHeight(0),
+      m_iTextLeft(0)
+{
+}
+
+QImage CFpgaMixer::mix(EControlSet eSet)
+{
+    const quint32 u32Control = m_rcBoard.fpgaRegister(FPGA_CTRL);
+    const SControlBits& rsBits = CONTROL_BITS[eSet];
+    const bool bGraphic = (u32Control & rsBits.u32Graphic) != 0;
+    const bool bPriority = (u32Control & rsBits.u32Priority) != 0;
+
+    source(u32Control, (u32Control & rsBits.u32Restore) != 0);
+    if (bGraphic && !bPriority)
+        graphicLayer();
+    if ((u32Control & rsBits.u32Text) != 0)
+        textLayer();
+    if (bGraphic && bPriority)
+        graphicLayer();
+    if ((u32Control & rsBits.u32Cursor) != 0)
+        cursor();
+    return m_cFrame;
+}
+
+void CFpgaMixer::source(quint32 u32Control, bool bRestore)
+{
+    if (bRestore)
+        storedFrame();
+    else if ((u32Control & PLAY_MODE) == PLAY_MODE)
+        m_cFrame = CPlaybackPicture::frame(m_rcBoard.codecState());
+    else if ((u32Control & FRAME_GENERATOR) != 0)
+        m_cFrame.fill(OPAQUE | m_rcBoard.fpgaRegister(FPGA_FGCC));
+    else if (m_rcBoard.isCameraPlugged())
+        m_cFrame = m_rcBoard.cameraImage().convertToFormat(QImage::Format_RGB32);
+    else
+        m_cFrame.fill(OPAQUE);
+}
+
+void CFpgaMixer::storedFrame()
+{
+    for (int y = 0; y < BOARD_HEIGHT; ++y) {
+        const int iStored = y / 2 + (y % 2) * FIELD_LINES;
+        const QByteArray cLine = m_rcBoard.fpgaMemory(
+            FPGA_VIDEO_IMAGE + static_cast<quint32>(iStored) * 4 * BOARD_WIDTH, 4 * BOARD_WIDTH);
+        for (int x = 0; x < BOARD_WIDTH; ++x)
+            line(m_cFrame, y)[x] = OPAQUE | word(cLine, x);
+    }
+}
+
+void CFpgaMixer::graphicLayer()
+{
+    const QByteArray cPalette = m_rcBoard.fpgaMemory(FPGA_GRAPHIC_PALETTE, 4 * 256);
+    const QByteArray cPage =
+        m_rcBoard.fpgaMemory(m_rcBoard.fpgaRegister(FPGA_GRAPHIC_SHOW) << 8, BOARD_WIDTH * FIELD_LINES);
+    if (cPage.isEmpty())
+        return;
+    for (int y = 0; y < BOARD_HEIGHT; ++y) {
+        const auto* pu8Pixels = reinterpret_cast<const uchar*>(cPage.constData()) + y / 2 * BOARD_WIDTH;
+        for (int x = 0; x < BOARD_WIDTH; ++x)
+            line(m_cFrame, y)[x] = blend(line(m_cFrame, y)[x], word(cPalette, pu8Pixels[x]));
+    }
+}
+
+void CFpgaMixer::textLayer()
+{
+    const quint32 u32Size = m_rcBoard.fpgaRegister(FPGA_TESZ);
+    m_iCellWidth = static_cast<int>(u32Size >> 8 & 0x1f);
+    m_iCellHeight = static_cast<int>(u32Size & 0x3f);
+    m_iTextLeft = static_cast<int>(m_rcBoard.fpgaRegister(FPGA_TSXP) & 0xfff);
+    const int iTop = 2 * static_cast<int>(m_rcBoard.fpgaRegister(FPGA_TSYP) & 0x1ff);
+    const QByteArray cForeground = m_rcBoard.fpgaMemory(FPGA_TEXT_FOREGROUND, 64);
+    const QByteArray cBackground = m_rcBoard.fpgaMemory(FPGA_TEXT_BACKGROUND, 64);
+    for (int i = 0; i < 16; ++i) {
+        m_auForeground[i] = word(cForeground, i);
+        m_auBackground[i] = word(cBackground, i);
+    }
+    m_cGlyphs = m_rcBoard.fpgaMemory(FPGA_GLYPHS, 256 * GLYPH_BYTES);
+    const QByteArray cPage =
+        m_rcBoard.fpgaMemory(m_rcBoard.fpgaRegister(FPGA_TEMO), TEXT_ROWS * TEXT_ROW_BYTES);
+    if (cPage.isEmpty() || m_iCellHeight == 0)
+        return;
+    for (int y = iTop; y < BOARD_HEIGHT; ++y) {
+        const int iRow = (y - iTop) / 2 / m_iCellHeight;
+        if (iRow < TEXT_ROWS)
+            textRow(y, iTop, cPage.mid(iRow * TEXT_ROW_BYTES, TEXT_ROW_BYTES));
+    }
+}
+
+// One frame line of a row of cells.
+void CFpgaMixer::textRow(int iLine, int iTop, const QByteArray& rcCells)
+{
+    const int iGlyphRow = (iLine - iTop) / 2 % m_iCellHeight;
+    const int iHalf = (iLine - iTop) % 2;
+    for (int i = 0; i < TEXT_COLUMNS * m_iCellWidth && m_iTextLeft + i < BOARD_WIDTH; ++i) {
+        const int iCell = i / m_iCellWidth;
+        const int iPixel = i % m_iCellWidth;
+        const auto u8Code = static_cast<uchar>(rcCells[2 * iCell]);
+        const auto u8Color = static_cast<uchar>(rcCells[2 * iCell + 1]);
+        bool bSet = false;
+        if (iGlyphRow < GLYPH_HALF_ROWS && iPixel < GLYPH_PIXELS) {
+            const int iOffset = u8Code * GLYPH_BYTES + (iHalf * GLYPH_HALF_ROWS + iGlyphRow) * 2;
+            const auto u16Row = qFromLittleEndian<quint16>(m_cGlyphs.constData() + iOffset);
+            bSet = (u16Row >> (GLYPH_PIXELS - 1 - iPixel) & 1) != 0;
+        }
+        QRgb& ruPixel = line(m_cFrame, iLine)[m_iTextLeft + i];
+        ruPixel = blend(ruPixel, bSet ? m_auForeground[u8Color >> 4] : m_auBackground[u8Color & 0xf]);
+    }
+}
+
+void CFpgaMixer::cursor()
+{
+    const quint32 u32Size = m_rcBoard.fpgaRegister(FPGA_CURSOR_SIZE);
+    const int iWidth = qMin(static_cast<int>(u32Size >> 8 & 0xff), CURSOR_PIXELS);
+    const int iHeight = qMin(static_cast<int>(u32Size & 0xff) - 1, CURSOR_PIXELS);
+    const quint32 u32Left = m_rcBoard.fpgaRegister(FPGA_CURSOR_X);
+    const quint32 u32Top = m_rcBoard.fpgaRegister(FPGA_CURSOR_Y);
+    const QRgb uColor = m_rcBoard.fpgaRegister(FPGA_CURSOR_COLOR);
+    const QByteArray cImage = m_rcBoard.fpgaMemory(FPGA_CURSOR_IMAGE, 4 * CURSOR_PIXELS);
+    if (u32Left >= BOARD_WIDTH || u32Top >= BOARD_HEIGHT)
+        return;
+    for (int y = 0; y < iHeight && static_cast<int>(u32Top) + y < BOARD_HEIGHT; ++y) {
+        QRgb* puLine = line(m_cFrame, static_cast<int>(u32Top) + y) + u32Left;
+        for (int x = 0; x < iWidth && static_cast<int>(u32Left) + x < BOARD_WIDTH; ++x)
+            if ((word(cImage, y) >> (CURSOR_PIXELS - 1 - x) & 1) != 0)
+                puLine[x] = blend(puLine[x], uColor);
+    }
+}

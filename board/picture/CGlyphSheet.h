@@ -1,0 +1,34 @@
+/* Pictures of the glyph sets for people to look at. */
+#ifndef HALDEND_BOARD_PICTURE_CGLYPHSHEET_H
+#define HALDEND_BOARD_PICTURE_CGLYPHSHEET_H
+
+#include <QByteArray>
+#include <QImage>
+#include <QString>
+
+/// Draws glyph tables as the monitor would show them, without a board: the tables are all it reads.
+///
+/// The monitor stretches 720 x 576 pixels to 4:3, so a pixel is 16/15 as wide as a line is high. Whole-number
+/// replication can't show that at a handy size; the pictures are enlarged to so many rows a line and 16/15
+/// times as many columns a pixel, a column that two pixels share being their mean, weighed in whole fifteenths.
+/// That is exact, so a picture is the same on every host and can be compared bit by bit.
+class CGlyphSheet
+{
+public:
+    /// All 256 glyphs of a table (16,384 bytes, as in fpga/font_tables.h) in 16 x 16 cells, a code's high digit
+    /// down the side and its low one along the top, drawn from the table itself. iLines: rows of the result a
+    /// frame line, 1 or more.
+    static QImage contactSheet(const unsigned char* pu8Table, int iLines = 3);
+
+    /// The codes that show a text in set 1, 2 or 3. What the set doesn't have becomes the full block, which
+    /// nobody overlooks.
+    static QByteArray encoded(int iSet, const QString& text);
+
+    /// A line of text in set 1, a glyph 12 x 20 frame pixels.
+    static QImage textLine(const QString& rcText, QRgb uInk, QRgb uPaper);
+
+    /// The whole picture at the monitor's aspect.
+    static QImage enlarged(const QImage& frame, int iLines);
+};
+
+#endif

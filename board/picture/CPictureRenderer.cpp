@@ -1,0 +1,134 @@
+#include "board/picture/CPictureRenderer.h"
+
+#include "board/picture/CFpgaMixer.h"
+#include "board/state/CBoard.h"
+
+namespace
+{
+
+// Display window
+const quint32 L0M = 0x020;
+const quint32 L0OA = 0x024;
+const quint32 L0TC = 0x0bc;
+const quint32 DCM1 = 0x100;
+const quint32 L0WXY = 0x114;
+const quint32 L0WWH = 0x118;
+const quint32 L1WXY = 0x124;
+const quint32 L1WWH = 0x128;
+const quint32 DLS = 0x180;
+const quint32 DBGC = 0x184;
+
+// Capture window
+const quint32 CSC = 0x004;
+
+const int LAYERS = 6;
+const quint32 OPAQUE = 0xff000000;
+
+/// One direction of the scaler.
+struct SScale {
+    quint32 u32Step; ///< source pixels an output pixel, 5 integer and 11 fraction bits; 0 shows nothing
+    quint32 u32Size; ///< of the source
+
+    int outputSize() const { return u32Step == 0 ? 0 : static_cast<int>((u32Size << 11) / u32Step); }
+    int source(int iOutput) const
+    {
+        return static_cast<int>((static_cast<quint32>(iOutput) * u32Step) >> 11);
+    }
+};
+
+int high12(quint32 u32Register)
+{
+    return static_cast<int>(u32Register >> 16 & 0xfff);
+}
+
+int low12(quint32 u32Register)
+{
+    return static_cast<int>(u32Register & 0xfff);
+}
+
+/// 1-5-5-5 to 8 bits a colour; full intensity becomes 255.
+QRgb rgbOf1555(quint16 u16Pixel)
+{
+    const auto widen = [](int iBits) { return iBits << 3 | iBits >> 2; };
+    return qRgb(widen(u16Pixel >> 10 & 0x1f), widen(u16Pixel >> 5 & 0x1f), widen(u16Pixel & 0x1f));
+}
+
+} // namespace
+
+CPictureRenderer::CPictureRenderer(const CBoard& rcBoard)
+    : m_rcBoard(rcBoard), m_cPicture(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32)
+{
+}
+
+QImage CPictureRenderer::render()
+{
+    const quint32 u32Mode = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, DCM1);
+    if ((u32Mode & 1u << 31) == 0) {
+        m_cPicture.fill(OPAQUE);
+        return m_cPicture;
+    }
+    m_cPicture.fill(OPAQUE | m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, DBGC));
+    const quint32 u32Order = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, DLS);
+    for (int iPlace = LAYERS - 1; iPlace >= 0; iPlace--) {
+        const quint32 u32Layer = u32Order >> 4 * iPlace & 0xf;
+        if ((u32Mode & 1u << (16 + u32Layer)) != 0)
+            renderLayer(u32Layer);
+    }
+    return m_cPicture;
+}
+
+void CPictureRenderer::renderLayer(quint32 u32Layer)
+{
+    if (u32Layer == 0)
+        renderGraphic();
+    else if (u32Layer == 1)
+        renderVideo();
+}
+
+void CPictureRenderer::renderGraphic()
+{
+    const quint32 u32Mode = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L0M);
+    if ((u32Mode & 1u << 31) == 0)
+        return;
+    const quint32 u32Stride = (u32Mode >> 16 & 0xff) * 64;
+    const quint32 u32Origin = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L0OA) & 0x03ffffff;
+    const quint32 u32Place = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L0WXY);
+    const quint32 u32Size = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L0WWH);
+    const bool bZeroTransparent = (m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L0TC) & 1u << 15) != 0;
+    const int iLeft = low12(u32Place);
+    const int iTop = high12(u32Place);
+    const int iRight = qMin<int>(BOARD_WIDTH, iLeft + low12(u32Size));
+    const int iBottom = qMin<int>(BOARD_HEIGHT, iTop + high12(u32Size));
+    for (int y = iTop; y < iBottom; y++) {
+        auto* pu32Line = reinterpret_cast<QRgb*>(m_cPicture.scanLine(y));
+        const quint32 u32Line = u32Origin + static_cast<quint32>(y - iTop) * u32Stride;
+        for (int x = iLeft; x < iRight; x++) {
+            const quint16 u16Pixel = m_rcBoard.limeMemory16(u32Line + static_cast<quint32>(x - iLeft) * 2);
+            if (u16Pixel != 0 || !bZeroTransparent)
+                pu32Line[x] = rgbOf1555(u16Pixel);
+        }
+    }
+}
+
+void CPictureRenderer::renderVideo()
+{
+    const quint32 u32Scale = m_rcBoard.limeRegister(CBoard::LIME_CAPTURE, CSC);
+    const quint32 u32Place = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L1WXY);
+    const quint32 u32Size = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L1WWH);
+    const SScale cHorizontal = {u32Scale & 0xffff, BOARD_WIDTH};
+    const SScale cVertical = {u32Scale >> 16, BOARD_HEIGHT};
+    const int iLeft = low12(u32Place);
+    const int iTop = high12(u32Place);
+    const int iWidth = qMin(BOARD_WIDTH - iLeft, qMin(low12(u32Size), cHorizontal.outputSize()));
+    const int iHeight = qMin(BOARD_HEIGHT - iTop, qMin(high12(u32Size), cVertical.outputSize()));
+    if (iWidth <= 0)
+        return;
+
+    const QImage cCaptured = CFpgaMixer(m_rcBoard).mix(CFpgaMixer::CONTROL_A);
+    for (int y = 0; y < iHeight; y++) {
+        const auto* pu32Source = reinterpret_cast<const QRgb*>(cCaptured.constScanLine(cVertical.source(y)));
+        auto* pu32Line = reinterpret_cast<QRgb*>(m_cPicture.scanLine(iTop + y)) + iLeft;
+        for (int x = 0; x < iWidth; x++)
+            pu32Line[x] = OPAQUE | pu32Source[cHorizontal.source(x)];
+    }
+}

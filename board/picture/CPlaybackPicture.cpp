@@ -1,0 +1,73 @@
+#include "board/picture/CPlaybackPicture.h"
+
+#include "board/layout/board_layout.h"
+#include "board/picture/CGlyphSheet.h"
+
+namespace
+{
+
+const QRgb BLACK = 0xff000000;
+const QRgb BAND = 0xff101830;
+const QRgb INK = 0xffffffff;
+const QRgb BARS[] = {0xffc0c0c0, 0xffc0c000, 0xff00c0c0, 0xff00c000,
+                     0xffc000c0, 0xffc00000, 0xff0000c0, 0xff202020};
+
+const int BAR_WIDTH = BOARD_WIDTH / 8;
+const int SPEED = 4; // pixels a frame
+const int BAND_TOP = 208;
+const int BAND_BOTTOM = 368;
+const int LINE_HEIGHT = 48;
+const int SCALE = 2; // of the glyphs
+const int MOST_CHARACTERS = 28;
+
+QRgb* line(QImage& rcImage, int iLine)
+{
+    return reinterpret_cast<QRgb*>(rcImage.scanLine(iLine));
+}
+
+void drawBars(QImage& rcImage, int iFrame)
+{
+    const int iShift = static_cast<int>(qint64(iFrame) * SPEED % BOARD_WIDTH);
+    for (int y = 0; y < BOARD_HEIGHT; y++)
+        for (int x = 0; x < BOARD_WIDTH; x++)
+            line(rcImage, y)[x] =
+                y < BAND_TOP || y >= BAND_BOTTOM ? BARS[(x + iShift) % BOARD_WIDTH / BAR_WIDTH] : BAND;
+}
+
+void drawCentered(QImage& rcImage, int iTop, const QString& rcText)
+{
+    const QImage cText = CGlyphSheet::textLine(rcText, INK, BAND);
+    const int iLeft = (BOARD_WIDTH - SCALE * cText.width()) / 2;
+    for (int y = 0; y < SCALE * cText.height(); y++)
+        for (int x = 0; x < SCALE * cText.width(); x++)
+            line(rcImage, iTop + y)[iLeft + x] = cText.pixel(x / SCALE, y / SCALE);
+}
+
+/// The name without its folder, and of a long one the end, which tells more.
+QString shown(const QString& rcFile)
+{
+    const QString cName = rcFile.section(QLatin1Char('/'), -1);
+    return cName.size() <= MOST_CHARACTERS ? cName : QStringLiteral("...") + cName.right(MOST_CHARACTERS - 3);
+}
+
+} // namespace
+
+QImage CPlaybackPicture::frame(const SCodecState& rsState)
+{
+    QImage cImage(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32);
+    const bool bPaused = rsState.eActivity == SCodecState::PLAYING_PAUSED;
+    if (!bPaused && rsState.eActivity != SCodecState::PLAYING) {
+        cImage.fill(BLACK);
+        return cImage;
+    }
+    const int iFrame = qMax(0, rsState.iFrame);
+    drawBars(cImage, iFrame);
+    const QString LINES[] = {bPaused ? QStringLiteral("PLAYBACK PAUSED") : QStringLiteral("PLAYBACK"),
+                             shown(rsState.cFile), QStringLiteral("%1").arg(iFrame, 6, 10, QLatin1Char('0'))};
+    int iTop = BAND_TOP + 12;
+    for (const QString& rcLine : LINES) {
+        drawCentered(cImage, iTop, rcLine);
+        iTop += LINE_HEIGHT;
+    }
+    return cImage;
+}

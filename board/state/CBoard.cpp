@@ -1,0 +1,468 @@
+#include "board/state/CBoard.h"
+
+#include "board/judge/CLimeJudge.h"
+#include "board/picture/CFpgaMixer.h"
+#include "board/picture/CPictureRenderer.h"
+#include "board/picture/CTestPicture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+#include <QtEndian>
+
+#include <cstring>
+
+namespace
+{
+
+struct SOperation {
+    const char* pszName;
+    int iError;
+};
+
+#define OPERATION_ROW(identifier, name, error) {name, error},
+const SOperation OPERATIONS[BOARD_OPERATION_COUNT] = {
+    {"", 0},
+    BOARD_OPERATIONS(OPERATION_ROW)
+};
+#undef OPERATION_ROW
+
+static_assert(static_cast<unsigned>(BOARD_OPERATION_COUNT) <= BOARD_FAULT_SLOTS, "a slot for each operation");
+
+#define CODEC_MODE_NAME(identifier, name) name,
+const char* const CODEC_MODES[BOARD_CODEC_MODE_COUNT] = {BOARD_CODEC_MODES(CODEC_MODE_NAME)};
+#undef CODEC_MODE_NAME
+
+QString join(const QString& rcDirectory, const char* pszFile)
+{
+    return rcDirectory + QLatin1Char('/') + QLatin1String(pszFile);
+}
+
+bool createFile(const QString& rcDirectory, const char* pszFile, qint64 iBytes, QString& rcError)
+{
+    QFile cFile(join(rcDirectory, pszFile));
+    if (cFile.open(QIODevice::WriteOnly | QIODevice::NewOnly) && cFile.resize(iBytes))
+        return true;
+    rcError = QStringLiteral("%1: %2").arg(cFile.fileName(), cFile.errorString());
+    return false;
+}
+
+bool createDirectory(const QString& rcDirectory, QString& rcError)
+{
+    const QDir cDirectory(rcDirectory);
+    if (cDirectory.exists() && !cDirectory.isEmpty()) {
+        rcError = QStringLiteral("%1: exists and isn't empty").arg(rcDirectory);
+        return false;
+    }
+    if (cDirectory.mkpath(QStringLiteral(BOARD_CNFS)))
+        return true;
+    rcError = QStringLiteral("%1: can't be created").arg(rcDirectory);
+    return false;
+}
+
+bool copyRegisterFiles(const QString& rcDirectory, QString& rcError)
+{
+    const QDir cDefaults(QStringLiteral(":/cnfs"));
+    for (const QString& rcName : cDefaults.entryList()) {
+        QFile cFile(join(rcDirectory, BOARD_CNFS) + QLatin1Char('/') + rcName);
+        QFile cDefault(cDefaults.filePath(rcName));
+        const QByteArray cText = cDefault.open(QIODevice::ReadOnly) ? cDefault.readAll() : QByteArray();
+        if (!cFile.open(QIODevice::WriteOnly) || cFile.write(cText) != cText.size() || !cFile.flush()) {
+            rcError = QStringLiteral("%1: %2").arg(cFile.fileName(), cFile.errorString());
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+// The resources of a static library are linked only if they are asked for, which has to be done out here.
+static void initResources()
+{
+    Q_INIT_RESOURCE(register_files);
+}
+
+bool CBoard::create(const QString& rcDirectory, QString& rcError)
+{
+    initResources();
+    if (!createDirectory(rcDirectory, rcError) ||
+        !createFile(rcDirectory, BOARD_FPGA, BOARD_FPGA_BYTES, rcError) ||
+        !createFile(rcDirectory, BOARD_LIME, static_cast<qint64>(board_lime_bytes()), rcError) ||
+        !createFile(rcDirectory, BOARD_I2C, BOARD_I2C_BYTES, rcError) ||
+        !createFile(rcDirectory, BOARD_CAMERA, BOARD_CAMERA_BYTES, rcError) ||
+        !createFile(rcDirectory, BOARD_TRACE, 0, rcError) ||
+        !createFile(rcDirectory, BOARD_JUDGEMENTS, 0, rcError) ||
+        !createFile(rcDirectory, BOARD_CODEC_STATE, 0, rcError) ||
+        !createFile(rcDirectory, BOARD_CODEC_LOG, 0, rcError) ||
+        !createFile(rcDirectory, BOARD_CONTROL, sizeof(board_control), rcError) ||
+        !copyRegisterFiles(rcDirectory, rcError))
+        return false;
+    CMappedFile cFile;
+    if (!cFile.open(join(rcDirectory, BOARD_CONTROL), sizeof(board_control), rcError))
+        return false;
+    auto* pcControl = reinterpret_cast<board_control*>(cFile.data());
+    board_store(&pcControl->magic, BOARD_MAGIC);
+    board_store(&pcControl->version, BOARD_VERSION);
+    board_store(&pcControl->lime_order, board_own_order());
+    CBoard cBoard;
+    if (!cBoard.open(rcDirectory)) {
+        rcError = cBoard.errorString();
+        return false;
+    }
+    cBoard.setCamera(CTestPicture::frame(0));
+    return true;
+}
+
+bool CBoard::map(CMappedFile& rcFile, const char* pszFile, qint64 iBytes)
+{
+    return rcFile.open(path(pszFile), iBytes, m_cError);
+}
+
+bool CBoard::open(const QString& rcDirectory)
+{
+    close();
+    m_cDirectory = QDir(rcDirectory).absolutePath();
+    m_cError.clear();
+    bool bUsable = map(m_cControl, BOARD_CONTROL, sizeof(board_control));
+    if (bUsable &&
+        (board_load(&control()->magic) != BOARD_MAGIC || board_load(&control()->version) != BOARD_VERSION)) {
+        m_cError =
+            QStringLiteral("%1: not the control file of a board of this version").arg(path(BOARD_CONTROL));
+        bUsable = false;
+    }
+    bUsable = bUsable && map(m_cFpga, BOARD_FPGA, BOARD_FPGA_BYTES) &&
+              map(m_cLime, BOARD_LIME, static_cast<qint64>(board_lime_bytes())) &&
+              map(m_cI2c, BOARD_I2C, BOARD_I2C_BYTES) && map(m_cCamera, BOARD_CAMERA, BOARD_CAMERA_BYTES);
+    if (!bUsable)
+        close();
+    return bUsable;
+}
+
+void CBoard::close()
+{
+    for (CMappedFile* pcFile : {&m_cControl, &m_cFpga, &m_cLime, &m_cI2c, &m_cCamera})
+        pcFile->close();
+}
+
+QString CBoard::path(const char* pszFile) const
+{
+    return join(m_cDirectory, pszFile);
+}
+
+board_control* CBoard::control() const
+{
+    return reinterpret_cast<board_control*>(m_cControl.data());
+}
+
+// Display controller
+
+bool CBoard::limeSwapped() const
+{
+    return board_load(&control()->lime_order) != board_own_order();
+}
+
+static bool isLimeRegister(CBoard::ELimeWindow eWindow, quint32 u32Offset)
+{
+    return u32Offset < BOARD_LIME_END - eWindow && u32Offset % 4 == 0;
+}
+
+quint32 CBoard::limeRegister(ELimeWindow eWindow, quint32 u32Offset) const
+{
+    if (!isOpen() || !isLimeRegister(eWindow, u32Offset))
+        return 0;
+    const auto* pu32Word = reinterpret_cast<const quint32*>(m_cLime.data() + eWindow + u32Offset);
+    const quint32 u32Word = __atomic_load_n(pu32Word, __ATOMIC_ACQUIRE);
+    return limeSwapped() ? qbswap(u32Word) : u32Word;
+}
+
+void CBoard::setLimeRegister(ELimeWindow eWindow, quint32 u32Offset, quint32 u32Value)
+{
+    if (!isOpen() || !isLimeRegister(eWindow, u32Offset))
+        return;
+    auto* pu32Word = reinterpret_cast<quint32*>(m_cLime.data() + eWindow + u32Offset);
+    __atomic_store_n(pu32Word, limeSwapped() ? qbswap(u32Value) : u32Value, __ATOMIC_RELEASE);
+}
+
+static bool isLimeMemory(quint32 u32Address)
+{
+    return u32Address < BOARD_LIME_HOST && u32Address % 2 == 0;
+}
+
+quint16 CBoard::limeMemory16(quint32 u32Address) const
+{
+    if (!isOpen() || !isLimeMemory(u32Address))
+        return 0;
+    const quint16 u16Word = *reinterpret_cast<const quint16*>(m_cLime.data() + u32Address);
+    return limeSwapped() ? qbswap(u16Word) : u16Word;
+}
+
+void CBoard::setLimeMemory16(quint32 u32Address, quint16 u16Value)
+{
+    if (!isOpen() || !isLimeMemory(u32Address))
+        return;
+    auto* pu16Word = reinterpret_cast<quint16*>(m_cLime.data() + u32Address);
+    *pu16Word = limeSwapped() ? qbswap(u16Value) : u16Value;
+}
+
+// FPGA
+
+quint32 CBoard::fpgaRegister(quint32 u32Address) const
+{
+    if (!isOpen() || u32Address > BOARD_FPGA_BYTES - 4)
+        return 0;
+    return qFromLittleEndian<quint32>(m_cFpga.data() + u32Address);
+}
+
+void CBoard::setFpgaRegister(quint32 u32Address, quint32 u32Value)
+{
+    if (isOpen() && u32Address <= BOARD_FPGA_BYTES - 4)
+        qToLittleEndian(u32Value, m_cFpga.data() + u32Address);
+}
+
+QByteArray CBoard::fpgaMemory(quint32 u32Address, int iBytes) const
+{
+    if (!isOpen() || iBytes < 0 || u32Address > BOARD_FPGA_BYTES ||
+        static_cast<quint32>(iBytes) > BOARD_FPGA_BYTES - u32Address)
+        return QByteArray();
+    return QByteArray(reinterpret_cast<const char*>(m_cFpga.data() + u32Address), iBytes);
+}
+
+// I2C chips
+
+quint8 CBoard::i2cRegister(quint8 u8Chip, quint8 u8Sub) const
+{
+    return isOpen() && u8Chip < 128 ? m_cI2c.data()[u8Chip * 256 + u8Sub] : quint8(0);
+}
+
+void CBoard::setI2cRegister(quint8 u8Chip, quint8 u8Sub, quint8 u8Value)
+{
+    if (isOpen() && u8Chip < 128)
+        m_cI2c.data()[u8Chip * 256 + u8Sub] = u8Value;
+}
+
+// Camera
+
+void CBoard::setCamera(const QImage& rcImage)
+{
+    if (!isOpen() || rcImage.isNull())
+        return;
+    QImage cImage = rcImage;
+    if (cImage.size() != QSize(BOARD_WIDTH, BOARD_HEIGHT))
+        cImage = cImage.scaled(BOARD_WIDTH, BOARD_HEIGHT, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    cImage = cImage.convertToFormat(QImage::Format_RGB32);
+    for (int y = 0; y < BOARD_HEIGHT; y++)
+        qToLittleEndian<quint32>(cImage.constScanLine(y), BOARD_WIDTH,
+                                 m_cCamera.data() + 4 * BOARD_WIDTH * y);
+}
+
+QImage CBoard::cameraImage() const
+{
+    if (!isOpen())
+        return QImage();
+    QImage cImage(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32);
+    for (int y = 0; y < BOARD_HEIGHT; y++)
+        qFromLittleEndian<quint32>(m_cCamera.data() + 4 * BOARD_WIDTH * y, BOARD_WIDTH, cImage.scanLine(y));
+    return cImage;
+}
+
+void CBoard::setCameraPlugged(bool bPlugged)
+{
+    quint32 u32Status = i2cRegister(BOARD_I2C_DECODER, BOARD_DECODER_STATUS);
+    u32Status = bPlugged ? u32Status & ~BOARD_STATUS_NO_LOCK : u32Status | BOARD_STATUS_NO_LOCK;
+    setI2cRegister(BOARD_I2C_DECODER, BOARD_DECODER_STATUS, static_cast<quint8>(u32Status));
+}
+
+bool CBoard::isCameraPlugged() const
+{
+    return isOpen() && (i2cRegister(BOARD_I2C_DECODER, BOARD_DECODER_STATUS) & BOARD_STATUS_NO_LOCK) == 0;
+}
+
+QImage CBoard::picture() const
+{
+    return isOpen() ? CPictureRenderer(*this).render() : QImage();
+}
+
+QImage CBoard::recordedPicture() const
+{
+    return isOpen() ? CFpgaMixer(*this).mix(CFpgaMixer::CONTROL_C) : QImage();
+}
+
+// Trace
+
+void CBoard::setTracing(bool bOn)
+{
+    if (isOpen())
+        board_store(&control()->trace, bOn ? 1 : 0);
+}
+
+bool CBoard::isTracing() const
+{
+    return isOpen() && board_load(&control()->trace) != 0;
+}
+
+QStringList CBoard::linesOf(const char* pszFile) const
+{
+    QFile cFile(path(pszFile));
+    if (!cFile.open(QIODevice::ReadOnly))
+        return QStringList();
+    return QString::fromUtf8(cFile.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+QStringList CBoard::traceLines() const
+{
+    return linesOf(BOARD_TRACE);
+}
+
+bool CBoard::clearTrace()
+{
+    return isOpen() && QFile::resize(path(BOARD_TRACE), 0);
+}
+
+// Judgements
+
+QStringList CBoard::judgements() const
+{
+    if (!isOpen())
+        return QStringList();
+    QStringList cLines = linesOf(BOARD_JUDGEMENTS) + CLimeJudge(*this).judgements();
+    cLines.removeDuplicates();
+    return cLines;
+}
+
+bool CBoard::clearJudgements()
+{
+    return isOpen() && QFile::resize(path(BOARD_JUDGEMENTS), 0);
+}
+
+// Faults
+
+void CBoard::setFault(const SFault& rcFault)
+{
+    if (!isOpen() || rcFault.eOperation == BOARD_OPERATION_NONE ||
+        rcFault.eOperation >= BOARD_OPERATION_COUNT)
+        return;
+    board_fault& rcSlot = control()->faults[rcFault.eOperation];
+    const int iError = rcFault.iError != 0 ? rcFault.iError : OPERATIONS[rcFault.eOperation].iError;
+    board_store(&rcSlot.fail, 0);
+    board_store(&rcSlot.pass, rcFault.u32Nth > 0 ? rcFault.u32Nth - 1 : 0);
+    board_store(&rcSlot.error, static_cast<quint32>(iError));
+    board_store(&rcSlot.flags, rcFault.bShort ? BOARD_FAULT_SHORT : 0);
+    board_store(&rcSlot.hits, 0);
+    board_store(&rcSlot.fail, rcFault.u32Count);
+}
+
+void CBoard::clearFault(board_operation eOperation)
+{
+    if (!isOpen() || eOperation >= BOARD_OPERATION_COUNT)
+        return;
+    board_fault& rcSlot = control()->faults[eOperation];
+    for (quint32* pu32Field : {&rcSlot.fail, &rcSlot.pass, &rcSlot.error, &rcSlot.flags, &rcSlot.hits})
+        board_store(pu32Field, 0);
+}
+
+void CBoard::clearFaults()
+{
+    for (int iOperation = 0; iOperation < BOARD_OPERATION_COUNT; iOperation++)
+        clearFault(static_cast<board_operation>(iOperation));
+}
+
+QVector<CBoard::SFault> CBoard::faults() const
+{
+    QVector<SFault> cFaults;
+    for (int iOperation = 1; isOpen() && iOperation < BOARD_OPERATION_COUNT; iOperation++) {
+        const board_fault& rcSlot = control()->faults[iOperation];
+        SFault cFault;
+        cFault.eOperation = static_cast<board_operation>(iOperation);
+        cFault.u32Nth = board_load(&rcSlot.pass) + 1;
+        cFault.u32Count = board_load(&rcSlot.fail);
+        cFault.iError = static_cast<int>(board_load(&rcSlot.error));
+        cFault.bShort = (board_load(&rcSlot.flags) & BOARD_FAULT_SHORT) != 0;
+        cFault.u32Hits = board_load(&rcSlot.hits);
+        if (cFault.iError != 0)
+            cFaults << cFault;
+    }
+    return cFaults;
+}
+
+// Codec
+
+void CBoard::setCodecMode(board_codec_mode eMode)
+{
+    if (isOpen() && eMode < BOARD_CODEC_MODE_COUNT)
+        board_store(&control()->codec_mode, eMode);
+}
+
+board_codec_mode CBoard::codecMode() const
+{
+    return isOpen() ? static_cast<board_codec_mode>(board_load(&control()->codec_mode)) : BOARD_CODEC_OK;
+}
+
+void CBoard::setCodecDelay(quint32 u32Milliseconds)
+{
+    if (isOpen())
+        board_store(&control()->codec_delay, u32Milliseconds);
+}
+
+quint32 CBoard::codecDelay() const
+{
+    return isOpen() ? board_load(&control()->codec_delay) : 0;
+}
+
+bool CBoard::setCodecState(const SCodecState& rsState)
+{
+    if (!isOpen())
+        return false;
+    // Replaced whole: whoever looks at it never sees half a state.
+    QSaveFile cFile(path(BOARD_CODEC_STATE));
+    return cFile.open(QIODevice::WriteOnly) && cFile.write(rsState.toText()) >= 0 && cFile.commit();
+}
+
+SCodecState CBoard::codecState() const
+{
+    QFile cFile(path(BOARD_CODEC_STATE));
+    return isOpen() && cFile.open(QIODevice::ReadOnly) ? SCodecState::fromText(cFile.readAll())
+                                                       : SCodecState();
+}
+
+bool CBoard::noteCodecCall(const QString& rcLine)
+{
+    QFile cFile(path(BOARD_CODEC_LOG));
+    return isOpen() && cFile.open(QIODevice::Append) && cFile.write(rcLine.toUtf8() + '\n') > 0;
+}
+
+QStringList CBoard::codecCalls() const
+{
+    return isOpen() ? linesOf(BOARD_CODEC_LOG) : QStringList();
+}
+
+bool CBoard::clearCodecCalls()
+{
+    return isOpen() && QFile::resize(path(BOARD_CODEC_LOG), 0);
+}
+
+QString CBoard::codecModeName(board_codec_mode eMode)
+{
+    return eMode < BOARD_CODEC_MODE_COUNT ? QLatin1String(CODEC_MODES[eMode]) : QString();
+}
+
+board_codec_mode CBoard::codecModeByName(const QString& rcName)
+{
+    int iMode = 0;
+    while (iMode < BOARD_CODEC_MODE_COUNT && rcName != QLatin1String(CODEC_MODES[iMode]))
+        iMode++;
+    return static_cast<board_codec_mode>(iMode);
+}
+
+QString CBoard::operationName(board_operation eOperation)
+{
+    return eOperation < BOARD_OPERATION_COUNT ? QLatin1String(OPERATIONS[eOperation].pszName) : QString();
+}
+
+board_operation CBoard::operationByName(const QString& rcName)
+{
+    for (int iOperation = 1; iOperation < BOARD_OPERATION_COUNT; iOperation++)
+        if (rcName == QLatin1String(OPERATIONS[iOperation].pszName))
+            return static_cast<board_operation>(iOperation);
+    return BOARD_OPERATION_NONE;
+}

@@ -1,0 +1,171 @@
+#ifndef HALDEND_BOARD_STATE_CBOARD_H
+#define HALDEND_BOARD_STATE_CBOARD_H
+
+#include "board/layout/board_layout.h"
+#include "board/state/CMappedFile.h"
+#include "board/state/SCodecState.h"
+
+#include <QImage>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/// A virtual board from outside: what a test or a tool sees of it, and how it steers it.
+///
+/// A board is a directory. create() makes one, open() gives access to one that exists, which may be in use by
+/// a daemon at the same time: everything here acts at once, and shows what the daemon has just done.
+///
+///     CBoard cBoard;
+///     if (!CBoard::create(cDirectory, cError) || !cBoard.open(cDirectory))
+///         ...
+///     cBoard.setFault({BOARD_OPERATION_I2C_READ});        // from now on
+///     cBoard.picture().save("monitor.png");
+///
+/// Byte order is taken care of: register values and pixels are numbers. A register address outside of the
+/// board reads as 0, and a store to it is dropped; so does everything on a board that isn't open.
+class CBoard
+{
+public:
+    /// The register windows of the display controller.
+    enum ELimeWindow {
+        LIME_HOST = BOARD_LIME_HOST,
+        LIME_DISPLAY = BOARD_LIME_DISPLAY,
+        LIME_CAPTURE = BOARD_LIME_CAPTURE,
+        LIME_DRAW = BOARD_LIME_DRAW,
+        LIME_PIO = BOARD_LIME_PIO
+    };
+
+    /// An operation that fails. The initial values: the next call and all after it fail, in the way usual for
+    /// the operation.
+    struct SFault {
+        board_operation eOperation = BOARD_OPERATION_NONE;
+        quint32 u32Nth = 1;                     ///< the first call to fail, counted from now: 1 is the next
+        quint32 u32Count = BOARD_FAULT_FOREVER; ///< how many calls fail
+        int iError = 0;                         ///< error number; 0 the usual one
+        bool bShort = false;                    ///< transfer half instead of failing
+        quint32 u32Hits = 0;                    ///< in faults(): calls that have failed
+    };
+
+    CBoard() = default;
+
+    CBoard(const CBoard&) = delete;
+    CBoard& operator=(const CBoard&) = delete;
+
+    /// Makes a board that the daemon can be started on: the devices all zero, the default register files, the
+    /// camera plugged in and showing the test picture. Parent folders are made too. False if the directory holds something already, or can't be
+    /// written; rcError says why.
+    static bool create(const QString& rcDirectory, QString& rcError);
+
+    /// False if there is no usable board; errorString() says why. Then the board is closed.
+    bool open(const QString& rcDirectory);
+    void close();
+    bool isOpen() const { return m_cControl.data() != nullptr; }
+    QString errorString() const { return m_cError; }
+    QString directory() const { return m_cDirectory; }
+
+    /// Path of one of the files named in board_layout.h.
+    QString path(const char* pszFile) const;
+
+    /// \name Display controller
+    /// Registers by window and byte offset; memory, from which layers are shown, by byte address.
+    /// @{
+    quint32 limeRegister(ELimeWindow eWindow, quint32 u32Offset) const;
+    void setLimeRegister(ELimeWindow eWindow, quint32 u32Offset, quint32 u32Value);
+    quint16 limeMemory16(quint32 u32Address) const;
+    void setLimeMemory16(quint32 u32Address, quint16 u16Value);
+    /// @}
+
+    /// \name FPGA
+    /// 32-bit registers and memory share one address space.
+    /// @{
+    quint32 fpgaRegister(quint32 u32Address) const;
+    void setFpgaRegister(quint32 u32Address, quint32 u32Value);
+    QByteArray fpgaMemory(quint32 u32Address, int iBytes) const; ///< empty if not all of it exists
+    /// @}
+
+    /// \name I2C chips
+    /// By 7-bit address and sub-address.
+    /// @{
+    quint8 i2cRegister(quint8 u8Chip, quint8 u8Sub) const;
+    void setI2cRegister(quint8 u8Chip, quint8 u8Sub, quint8 u8Value);
+    /// @}
+
+    /// \name Camera
+    /// The picture is 720 x 576; another size is scaled to it. Unplugged, the decoder reports no lock.
+    /// @{
+    void setCamera(const QImage& rcImage);
+    QImage cameraImage() const;
+    void setCameraPlugged(bool bPlugged);
+    bool isCameraPlugged() const;
+    /// @}
+
+    /// What the monitor shows, and what is recorded, 720 x 576; null if the board isn't open.
+    QImage picture() const;
+    QImage recordedPicture() const;
+
+    /// \name Trace
+    /// One line a device operation; virtual-board.md has the grammar.
+    /// @{
+    void setTracing(bool bOn);
+    bool isTracing() const;
+    QStringList traceLines() const;
+    bool clearTrace();
+    /// @}
+
+    /// \name Judgements
+    /// What programs did to the devices that no program for the board may do, and what they left behind in the
+    /// display controller's windows: each said once; virtual-board.md has the grammar.
+    /// @{
+    QStringList judgements() const;
+    bool clearJudgements(); ///< those that were noted
+    /// @}
+
+    /// \name Faults
+    /// One an operation; a new one replaces the old one.
+    /// @{
+    void setFault(const SFault& rcFault);
+    void clearFault(board_operation eOperation);
+    void clearFaults();
+    QVector<SFault> faults() const; ///< those set, also when used up
+    /// @}
+
+    /// \name Codec
+    /// The stand-in of the codec service, halden-codec, which heeds the modes while it runs and keeps its state
+    /// and the calls that it got on the board; virtual-board.md has the grammar of the calls.
+    /// @{
+    void setCodecMode(board_codec_mode eMode);
+    board_codec_mode codecMode() const;
+    void setCodecDelay(quint32 u32Milliseconds); ///< so long takes each call; 0 is the usual
+    quint32 codecDelay() const;
+    bool
+    setCodecState(const SCodecState& rsState); ///< the stand-in's own, and for tests of what it looks like
+    SCodecState codecState() const;
+    bool noteCodecCall(const QString& rcLine);
+    QStringList codecCalls() const;
+    bool clearCodecCalls();
+    /// @}
+
+    /// The name of a mode, and the other way round: BOARD_CODEC_MODE_COUNT if there is none.
+    static QString codecModeName(board_codec_mode eMode);
+    static board_codec_mode codecModeByName(const QString& rcName);
+
+    /// The name of an operation, and the other way round: BOARD_OPERATION_NONE if there is none.
+    static QString operationName(board_operation eOperation);
+    static board_operation operationByName(const QString& rcName);
+
+private:
+    QStringList linesOf(const char* pszFile) const;
+    bool map(CMappedFile& rcFile, const char* pszFile, qint64 iBytes);
+    board_control* control() const;
+    bool limeSwapped() const;
+
+    QString m_cDirectory;
+    QString m_cError;
+    CMappedFile m_cControl;
+    CMappedFile m_cFpga;
+    CMappedFile m_cLime;
+    CMappedFile m_cI2c;
+    CMappedFile m_cCamera;
+};
+
+#endif

@@ -1,0 +1,63 @@
+#ifndef HALDEND_BOARD_TOOL_CCHIPREGISTERS_H
+#define HALDEND_BOARD_TOOL_CCHIPREGISTERS_H
+
+#include "board/state/CBoard.h"
+#include "regdb/reg_types.h"
+
+#include <QString>
+#include <QVector>
+
+/// The registers of one chip: as a board holds them, beside what the register file in the board's folder says.
+///
+/// Tables, composing and splitting are the register database's, so the file's values are those that the daemon
+/// would send. The database is the process's only copy, and holds what was read from files.
+class CChipRegisters
+{
+public:
+    struct SField {
+        QString cName;
+        bool bReserved = false;
+        quint32 u32Value = 0;
+        quint32 u32FileValue = 0;
+    };
+
+    struct SRegister {
+        QString cName;
+        QString cWindow; ///< of the display controller's registers; otherwise the chip's name
+        quint32 u32Address = 0;
+        int iBits = 32;
+        QString cHelp;
+        quint32 u32Value = 0;
+        quint32 u32FileValue = 0;
+        bool bInFile = false; ///< the daemon writes it when it programs the chip from the file
+        QVector<SField> cFields;
+
+        bool differs() const { return bInFile && u32Value != u32FileValue; }
+    };
+
+    /// The chips by name: fpga, lime, saa7113, saa7129.
+    static QStringList chipNames();
+
+    /// rcChip: one of chipNames().
+    CChipRegisters(const CBoard& rcBoard, const QString& rcChip);
+
+    /// Reads the chip's register file. False if there is none, or it can't be read; rcError says why, in one
+    /// line. Until it has been read no register counts as named in it.
+    bool readFile(QString& rcError);
+
+    /// All registers in the order of the table.
+    QVector<SRegister> registers() const;
+
+private:
+    struct SChip;
+    static const SChip CHIPS[];
+
+    bool isWrittenByDaemon(const reg_bf_group& rcRow) const;
+    SRegister lookAt(reg_bf_group& rcRow) const;
+
+    const CBoard& m_rcBoard;
+    const SChip& m_rcChip;
+    bool m_bFileRead = false;
+};
+
+#endif

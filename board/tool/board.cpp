@@ -1,0 +1,80 @@
+/* halden-board: commands that make a board or change its surroundings. */
+#include "board/picture/CTestPicture.h"
+#include "board/state/CBoard.h"
+#include "board/tool/CCommandLine.h"
+#include "board/tool/Commands.h"
+
+#include <QImageReader>
+
+#include <limits>
+
+int commandCreate(const QStringList& rcArguments)
+{
+    CCommandLine cLine(
+        QStringLiteral("create"),
+        QStringLiteral("Makes a board: a directory with the files that stand for its devices."));
+    cLine.addArgument(QStringLiteral("DIR"),
+                      QStringLiteral("the directory; if it exists it has to be empty"));
+    if (!cLine.parse(rcArguments, 1, 1))
+        return cLine.exitStatus();
+    QString cError;
+    return CBoard::create(cLine.arguments().first(), cError) ? cLine.exitStatus() : cLine.fail(cError);
+}
+
+static int showFile(CCommandLine& rcLine, CBoard& rcBoard, const QString& rcFile)
+{
+    QImageReader cReader(rcFile);
+    const QImage cImage = cReader.read();
+    if (cImage.isNull())
+        return rcLine.fail(QStringLiteral("%1: %2").arg(rcFile, cReader.errorString()));
+    rcBoard.setCamera(cImage);
+    return rcLine.exitStatus();
+}
+
+int commandCamera(const QStringList& rcArguments)
+{
+    const QString FRAME = QStringLiteral("frame");
+    CCommandLine cLine(QStringLiteral("camera"),
+                       QStringLiteral("Chooses what the camera sees, and plugs it in and out."));
+    cLine.addArgument(QStringLiteral("test | FILE | unplug | plug"),
+                      QStringLiteral("the test picture, or a picture scaled to 720 x 576; or the plug"));
+    cLine.addValue(FRAME, QStringLiteral("N"),
+                   QStringLiteral("frame of the test picture, from 0, in which a pointer moves"));
+    quint32 u32Frame = 0;
+    if (!cLine.parse(rcArguments, 1, 1) || !cLine.number(FRAME, 0, 0, u32Frame))
+        return cLine.exitStatus();
+    const QString cWhat = cLine.arguments().first();
+    const bool bTest = cWhat == QLatin1String("test");
+    if (cLine.isSet(FRAME) && !bTest)
+        return cLine.refuse(QStringLiteral("--frame is for the test picture"));
+    if (u32Frame > static_cast<quint32>(std::numeric_limits<int>::max()))
+        return cLine.refuse(QStringLiteral("--frame: too large"));
+    CBoard cBoard;
+    if (!cLine.openBoard(cBoard))
+        return cLine.exitStatus();
+    if (bTest)
+        cBoard.setCamera(CTestPicture::frame(static_cast<int>(u32Frame)));
+    else if (cWhat == QLatin1String("unplug") || cWhat == QLatin1String("plug"))
+        cBoard.setCameraPlugged(cWhat == QLatin1String("plug"));
+    else
+        return showFile(cLine, cBoard, cWhat);
+    return cLine.exitStatus();
+}
+
+int commandSignal(const QStringList& rcArguments)
+{
+    CCommandLine cLine(
+        QStringLiteral("signal"),
+        QStringLiteral("Gives the video decoder its input signal and takes it away, as unplugging the camera "
+                       "does."));
+    cLine.addArgument(QStringLiteral("on | off"), QStringLiteral("whether there is a signal"));
+    if (!cLine.parse(rcArguments, 1, 1))
+        return cLine.exitStatus();
+    const QString cWhat = cLine.arguments().first();
+    if (cWhat != QLatin1String("on") && cWhat != QLatin1String("off"))
+        return cLine.refuse(QStringLiteral("'%1' is none of on, off").arg(cWhat));
+    CBoard cBoard;
+    if (cLine.openBoard(cBoard))
+        cBoard.setCameraPlugged(cWhat == QLatin1String("on"));
+    return cLine.exitStatus();
+}

@@ -1,0 +1,26 @@
+/* halden-board: the command that shows what programs did to the board that they may not do. */
+#include "board/state/CBoard.h"
+#include "board/tool/CCommandLine.h"
+#include "board/tool/Commands.h"
+
+#include <cstdio>
+
+int commandJudgements(const QStringList& rcArguments)
+{
+    CCommandLine cLine(QStringLiteral("judgements"),
+                       QStringLiteral("Shows which operations no program for the board may do were done."));
+    cLine.addArgument(QStringLiteral("[show | clear]"),
+                      QStringLiteral("show them, which is the usual; or forget those that were noted"));
+    CBoard cBoard;
+    if (!cLine.parse(rcArguments, 0, 1) || !cLine.openBoard(cBoard))
+        return cLine.exitStatus();
+    const QString cWhat = cLine.arguments().value(0, QStringLiteral("show"));
+    if (cWhat == QLatin1String("show"))
+        for (const QString& rcLine : cBoard.judgements())
+            std::puts(qPrintable(rcLine));
+    else if (cWhat != QLatin1String("clear"))
+        return cLine.refuse(QStringLiteral("'%1' is none of show, clear").arg(cWhat));
+    else if (!cBoard.clearJudgements())
+        return cLine.fail(QStringLiteral("%1: can't be cleared").arg(cBoard.path(BOARD_JUDGEMENTS)));
+    return cLine.exitStatus();
+}

@@ -1,0 +1,78 @@
+/* halden-board: makes virtual boards, shows what they do, and steers them. */
+#include "board/tool/Commands.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+
+namespace
+{
+
+struct SCommand {
+    const char* pszName;
+    const char* pszSyntax;
+    const char* pszHelp;
+    int (*pfnRun)(const QStringList& rcArguments);
+};
+
+const SCommand COMMANDS[] = {
+    {"create",     "DIR",                              "makes a board",                     commandCreate    },
+    {"picture",    "OUT.png [--follow] [--recorded]",  "shows what the monitor shows",      commandPicture   },
+    {"glyphs",     "SET OUT.png",                      "draws a glyph set's contact sheet", commandGlyphs    },
+    {"registers",  "[NAME...] [--changed]",            "lists registers and their fields",  commandRegisters },
+    {"trace",      "on | off | show | clear | follow", "notes every device operation",      commandTrace     },
+    {"judgements", "[show | clear]",                   "what programs may not do, and did", commandJudgements},
+    {"camera",     "test | FILE | unplug | plug",      "chooses what the camera sees",      commandCamera    },
+    {"signal",     "on | off",                         "gives and takes the video signal",  commandSignal    },
+    {"codec",      "MODE | slow MS | log | clear",     "steers the codec stand-in",         commandCodec     },
+    {"fault",      "OPERATION | list | clear",         "makes operations fail",             commandFault     },
+};
+
+void printUsage(FILE* pcStream)
+{
+    std::fputs("Usage: halden-board [--board DIR] COMMAND ...\n\n", pcStream);
+    for (const SCommand& rcCommand : COMMANDS)
+        std::fprintf(pcStream, "  %-10s %-33s %s\n", rcCommand.pszName, rcCommand.pszSyntax,
+                     rcCommand.pszHelp);
+    std::fputs("\nThe board is the directory given by --board, otherwise by the variable HALDEN_BOARD.\n"
+               "More on a command: halden-board COMMAND --help\n",
+               pcStream);
+}
+
+bool isHelp(const QString& rcArgument)
+{
+    return rcArgument == QLatin1String("--help") || rcArgument == QLatin1String("-h");
+}
+
+int run(QStringList cArguments)
+{
+    QStringList cBoardOption;
+    if (!cArguments.isEmpty() && cArguments.first().startsWith(QLatin1String("--board"))) {
+        cBoardOption << cArguments.takeFirst();
+        if (!cBoardOption.first().contains(QLatin1Char('=')) && !cArguments.isEmpty())
+            cBoardOption << cArguments.takeFirst();
+    }
+    if (cArguments.isEmpty()) {
+        printUsage(stderr);
+        return 2;
+    }
+    const QString cName = cArguments.takeFirst();
+    if (isHelp(cName)) {
+        printUsage(stdout);
+        return 0;
+    }
+    for (const SCommand& rcCommand : COMMANDS)
+        if (cName == QLatin1String(rcCommand.pszName))
+            return rcCommand.pfnRun(cBoardOption + cArguments);
+    std::fprintf(stderr, "halden-board: unknown command '%s'\n", qPrintable(cName));
+    printUsage(stderr);
+    return 2;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication cApplication(argc, argv);
+    return run(QCoreApplication::arguments().mid(1));
+}

@@ -1,0 +1,103 @@
+/* halden-board: the command that lists the registers of the chips. */
+#include "board/tool/CChipRegisters.h"
+#include "board/tool/CCommandLine.h"
+#include "board/tool/Commands.h"
+
+#include <cstdio>
+
+namespace
+{
+
+/// What is wanted, in capitals, and which of it hasn't been found yet; all if nothing is named.
+struct SWanted {
+    QStringList cNames;
+    QStringList cUnknown;
+    bool bChangedOnly = false;
+
+    bool takes(const QString& rcName)
+    {
+        const QString cName = rcName.toUpper();
+        cUnknown.removeAll(cName);
+        return cNames.isEmpty() || cNames.contains(cName);
+    }
+};
+
+/// As many digits as the register has.
+QString hex(const CChipRegisters::SRegister& rcRegister, quint32 u32Value)
+{
+    return QStringLiteral("0x%1").arg(u32Value, rcRegister.iBits / 4, 16, QLatin1Char('0'));
+}
+
+/// The fields, such as "vsci=1 vscf=0(2005)": in brackets what the file says, where that differs. Reserved ones
+/// only where they aren't 0.
+QString fieldsOf(const CChipRegisters::SRegister& rcRegister)
+{
+    QStringList cTexts;
+    for (const CChipRegisters::SField& rcField : rcRegister.cFields) {
+        const bool bDiffers = rcRegister.bInFile && rcField.u32Value != rcField.u32FileValue;
+        QString cText = QStringLiteral("%1=%2").arg(rcField.cName).arg(rcField.u32Value);
+        if (bDiffers)
+            cText += QStringLiteral("(%1)").arg(rcField.u32FileValue);
+        if (!rcField.bReserved || rcField.u32Value != 0 || bDiffers)
+            cTexts << cText;
+    }
+    return cTexts.join(QLatin1Char(' '));
+}
+
+void printRegister(const CChipRegisters::SRegister& rcRegister)
+{
+    const QString cFile = rcRegister.differs()
+                              ? QStringLiteral("  file: ") + hex(rcRegister, rcRegister.u32FileValue)
+                              : QString();
+    std::printf("%c %-7s %-8s 0x%08x  %-10s  %-36s  %s%s\n", rcRegister.differs() ? '*' : ' ',
+                qPrintable(rcRegister.cName), qPrintable(rcRegister.cWindow), rcRegister.u32Address,
+                qPrintable(hex(rcRegister, rcRegister.u32Value)), qPrintable(rcRegister.cHelp),
+                qPrintable(fieldsOf(rcRegister)), qPrintable(cFile));
+}
+
+/// The chip's file is read only if something of the chip is listed: whoever asks for the FPGA needn't hear of
+/// the other chips' files.
+void listChip(const CBoard& rcBoard, const QString& rcChip, SWanted& rcWanted, CCommandLine& rcLine)
+{
+    CChipRegisters cChip(rcBoard, rcChip);
+    const bool bAll = rcWanted.takes(rcChip);
+    QStringList cNames;
+    for (const CChipRegisters::SRegister& rcRegister : cChip.registers())
+        if (rcWanted.takes(rcRegister.cName) || bAll)
+            cNames << rcRegister.cName;
+    QString cError;
+    if (!cNames.isEmpty() && !cChip.readFile(cError))
+        rcLine.warn(cError);
+    for (const CChipRegisters::SRegister& rcRegister : cChip.registers())
+        if (cNames.contains(rcRegister.cName) && (rcRegister.differs() || !rcWanted.bChangedOnly))
+            printRegister(rcRegister);
+}
+
+} // namespace
+
+int commandRegisters(const QStringList& rcArguments)
+{
+    const QString CHANGED = QStringLiteral("changed");
+    CCommandLine cLine(
+        QStringLiteral("registers"),
+        QStringLiteral(
+            "Lists the registers of the chips: name, chip or register window, address, value, "
+            "meaning, fields. A line with a star differs from the chip's register file in the "
+            "board's folder; brackets and the end of the line show what the file says.\n\nChips: %1")
+            .arg(CChipRegisters::chipNames().join(QLatin1Char(' '))));
+    cLine.addArgument(QStringLiteral("[NAME...]"), QStringLiteral("only these registers or chips"));
+    cLine.addFlag(CHANGED, QStringLiteral("only what differs from the register files"));
+    CBoard cBoard;
+    if (!cLine.parse(rcArguments, 0, -1) || !cLine.openBoard(cBoard))
+        return cLine.exitStatus();
+    SWanted cWanted;
+    for (const QString& rcName : cLine.arguments())
+        cWanted.cNames << rcName.toUpper();
+    cWanted.cUnknown = cWanted.cNames;
+    cWanted.bChangedOnly = cLine.isSet(CHANGED);
+    for (const QString& rcChip : CChipRegisters::chipNames())
+        listChip(cBoard, rcChip, cWanted, cLine);
+    return cWanted.cUnknown.isEmpty()
+               ? cLine.exitStatus()
+               : cLine.refuse(QStringLiteral("unknown register or chip '%1'").arg(cWanted.cUnknown.first()));
+}

@@ -1,0 +1,135 @@
+/* halden-board: commands that show what a board does. */
+#include "board/state/CBoard.h"
+#include "board/tool/CCommandLine.h"
+#include "board/tool/Commands.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QThread>
+
+#include <csignal>
+#include <cstdio>
+
+namespace
+{
+
+const unsigned long PAUSE_MS = 100; // between two looks at something that is followed
+
+volatile std::sig_atomic_t s_iStopped = 0;
+
+void stop(int)
+{
+    s_iStopped = 1;
+}
+
+} // namespace
+
+void repeatUntilStopped(bool (*pfnStep)(void* pvContext), void* pvContext)
+{
+    struct sigaction sAction = {};
+    sAction.sa_handler = stop;
+    sigaction(SIGINT, &sAction, nullptr);
+    sigaction(SIGTERM, &sAction, nullptr);
+    while (s_iStopped == 0 && pfnStep(pvContext))
+        QThread::msleep(PAUSE_MS);
+}
+
+// Picture
+
+namespace
+{
+
+struct SPictureFile {
+    CBoard cBoard;
+    QString cPath;
+    QString cError;
+    QImage cLast;
+    bool bRecorded = false;
+};
+
+/// Writes the picture if it has changed. The file is replaced whole: viewers never see half a picture.
+bool updatePicture(void* pvFile)
+{
+    auto& rcFile = *static_cast<SPictureFile*>(pvFile);
+    const QImage cPicture = rcFile.bRecorded ? rcFile.cBoard.recordedPicture() : rcFile.cBoard.picture();
+    if (cPicture == rcFile.cLast)
+        return true;
+    QSaveFile cFile(rcFile.cPath);
+    if (!cFile.open(QIODevice::WriteOnly) || !cPicture.save(&cFile, "PNG") || !cFile.commit()) {
+        rcFile.cError = QStringLiteral("%1: %2").arg(rcFile.cPath, cFile.errorString());
+        return false;
+    }
+    rcFile.cLast = cPicture;
+    return true;
+}
+
+} // namespace
+
+int commandPicture(const QStringList& rcArguments)
+{
+    const QString FOLLOW = QStringLiteral("follow");
+    const QString RECORDED = QStringLiteral("recorded");
+    CCommandLine cLine(QStringLiteral("picture"),
+                       QStringLiteral("Shows what the monitor shows, as a PNG file."));
+    cLine.addArgument(QStringLiteral("OUT.png"), QStringLiteral("the file, replaced if it exists"));
+    cLine.addFlag(FOLLOW, QStringLiteral("replace the file whenever the picture changes, until Ctrl-C"));
+    cLine.addFlag(RECORDED, QStringLiteral("what is recorded instead of what the monitor shows"));
+    SPictureFile cFile;
+    if (!cLine.parse(rcArguments, 1, 1) || !cLine.openBoard(cFile.cBoard))
+        return cLine.exitStatus();
+    cFile.cPath = cLine.arguments().first();
+    cFile.bRecorded = cLine.isSet(RECORDED);
+    if (cLine.isSet(FOLLOW))
+        repeatUntilStopped(updatePicture, &cFile);
+    else
+        updatePicture(&cFile);
+    return cFile.cError.isEmpty() ? cLine.exitStatus() : cLine.fail(cFile.cError);
+}
+
+// Trace
+
+/// Prints what the trace has got since the last time; a trace that was cleared starts anew.
+static bool printNewLines(void* pvFile)
+{
+    auto& rcFile = *static_cast<QFile*>(pvFile);
+    if (rcFile.size() < rcFile.pos())
+        rcFile.seek(0);
+    const QByteArray cNew = rcFile.readAll();
+    std::fwrite(cNew.constData(), 1, static_cast<size_t>(cNew.size()), stdout);
+    return std::fflush(stdout) == 0;
+}
+
+static int followTrace(CCommandLine& rcLine, const CBoard& rcBoard)
+{
+    QFile cFile(rcBoard.path(BOARD_TRACE));
+    if (!cFile.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return rcLine.fail(QStringLiteral("%1: %2").arg(cFile.fileName(), cFile.errorString()));
+    repeatUntilStopped(printNewLines, &cFile);
+    return rcLine.exitStatus();
+}
+
+int commandTrace(const QStringList& rcArguments)
+{
+    CCommandLine cLine(QStringLiteral("trace"),
+                       QStringLiteral("Notes every device operation in one line, while it is on."));
+    cLine.addArgument(
+        QStringLiteral("on | off | show | clear | follow"),
+        QStringLiteral("switch it; show or forget what was noted; show it as it comes, until Ctrl-C"));
+    CBoard cBoard;
+    if (!cLine.parse(rcArguments, 1, 1) || !cLine.openBoard(cBoard))
+        return cLine.exitStatus();
+    const QString cWhat = cLine.arguments().first();
+    if (cWhat == QLatin1String("on") || cWhat == QLatin1String("off"))
+        cBoard.setTracing(cWhat == QLatin1String("on"));
+    else if (cWhat == QLatin1String("show"))
+        for (const QString& rcLine : cBoard.traceLines())
+            std::puts(qPrintable(rcLine));
+    else if (cWhat == QLatin1String("clear")) {
+        if (!cBoard.clearTrace())
+            return cLine.fail(QStringLiteral("%1: can't be cleared").arg(cBoard.path(BOARD_TRACE)));
+    } else if (cWhat == QLatin1String("follow"))
+        return followTrace(cLine, cBoard);
+    else
+        return cLine.refuse(QStringLiteral("'%1' is none of on, off, show, clear, follow").arg(cWhat));
+    return cLine.exitStatus();
+}
