@@ -1,8 +1,8 @@
 #include "bench/CBareVideoProcessing.h"
 
-#include "fpga/fpga_map.h"
 #include "fpga/video_image.h"
 #include "hw/fpga_device.h"
+#include "hw/fpga_map.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

@@ -2,9 +2,9 @@
 
 #include "fpga/font.h"
 #include "fpga/font_tables.h"
-#include "fpga/fpga_map.h"
 #include "fpga/video_image.h"
 #include "hw/fpga_device.h"
+#include "hw/fpga_map.h"
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 #include "fpga/cursor.h"
 
 #include "fpga/fpga_block.h"
-#include "fpga/fpga_map.h"
+#include "hw/fpga_map.h"
 
 #include <algorithm>
 

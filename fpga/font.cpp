@@ -2,8 +2,8 @@
 #include "fpga/font.h"
 
 #include "fpga/font_tables.h"
-#include "fpga/fpga_map.h"
 #include "hw/fpga_device.h"
+#include "hw/fpga_map.h"
 
 #include <algorithm>
 

@@ -2,9 +2,9 @@
 #include "fpga/graphic_layer.h"
 
 #include "fpga/fpga_block.h"
-#include "fpga/fpga_map.h"
 #include "fpga/palettes.h"
 #include "fpga/screen.h"
+#include "hw/fpga_map.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -1,9 +1,9 @@
 /* What the FPGA mixes into the picture. */
 #include "fpga/overlay_switches.h"
 
-#include "fpga/fpga_map.h"
 #include "fpga/screen.h"
 #include "hw/fpga_device.h"
+#include "hw/fpga_map.h"
 
 static const uint32_t CTRL_POR = 0x03000000; /* play or record mode, both bits */
 

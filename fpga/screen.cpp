@@ -3,10 +3,10 @@
 
 #include "fpga/cursor.h"
 #include "fpga/font.h"
-#include "fpga/fpga_map.h"
 #include "fpga/graphic_layer.h"
 #include "fpga/text_layer.h"
 #include "hw/fpga_device.h"
+#include "hw/fpga_map.h"
 
 screen* current_screen = nullptr;
 

@@ -3,9 +3,9 @@
 
 #include "fpga/cursor.h"
 #include "fpga/fpga_block.h"
-#include "fpga/fpga_map.h"
 #include "fpga/palettes.h"
 #include "fpga/screen.h"
+#include "hw/fpga_map.h"
 
 #include <cstdio>
 #include <cstdlib>

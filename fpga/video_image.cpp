@@ -1,8 +1,8 @@
 /* The stored video frame between the FPGA's image memory and a buffer. */
 #include "fpga/video_image.h"
 
-#include "fpga/fpga_map.h"
 #include "hw/fpga_device.h"
+#include "hw/fpga_map.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -8,12 +8,12 @@
 #include "fpga/box.h"
 #include "fpga/cursor.h"
 #include "fpga/font.h"
-#include "fpga/fpga_map.h"
 #include "fpga/graphic_layer.h"
 #include "fpga/overlay_switches.h"
 #include "fpga/screen.h"
 #include "fpga/text_layer.h"
 #include "hw/fpga_device.h"
+#include "hw/fpga_map.h"
 
 #include <QByteArray>
 #include <QString>

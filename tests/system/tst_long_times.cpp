@@ -1,5 +1,5 @@
 /* What takes seconds to hours, without waiting: the daemon and the codec stand-in on other clocks. */
-#include "fpga/fpga_map.h"
+#include "hw/fpga_map.h"
 #include "tests/support/CCodecProcess.h"
 #include "tests/support/CScene.h"
 #include "tests/support/FasterClock.h"

@@ -1,5 +1,5 @@
 /* "/videooverlay" from a client on the bus to the FPGA's memory and the picture. */
-#include "fpga/fpga_map.h"
+#include "hw/fpga_map.h"
 #include "tests/golden.h"
 #include "tests/support/CBusMonitor.h"
 #include "tests/support/CScene.h"

@@ -2,7 +2,7 @@
 #include "board/picture/CPlaybackPicture.h"
 #include "board/picture/CTestPicture.h"
 #include "board/state/CBoard.h"
-#include "fpga/fpga_map.h"
+#include "hw/fpga_map.h"
 #include "tests/golden.h"
 #include "tests/support/live_video.h"
 

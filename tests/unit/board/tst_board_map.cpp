@@ -1,6 +1,6 @@
 /* The map that the board judges by, held against the register tables and the overlay's address map. */
 #include "board/judge/map.h"
-#include "fpga/fpga_map.h"
+#include "hw/fpga_map.h"
 #include "regdb/chip_regs.h"
 
 #include <QMap>

@@ -2,8 +2,8 @@
 #ifndef HALDEND_TESTS_RECORDEDPAGE_H
 #define HALDEND_TESTS_RECORDEDPAGE_H
 
-#include "fpga/fpga_map.h"
 #include "fpga/screen.h"
+#include "hw/fpga_map.h"
 #include "tests/support/fpga_recorder.h"
 
 #include <QByteArray>

@@ -1,7 +1,7 @@
 /* The bring-up on a virtual board: what comes of it, and what is left when a step fails. */
 #include "board/picture/CTestPicture.h"
 #include "daemon/CEventLogger.h"
-#include "fpga/fpga_map.h"
+#include "hw/fpga_map.h"
 #include "platform/CMultimediaPlatform.h"
 #include "platform/Lime.h"
 #include "regdb/chip_regs.h"

@@ -1,7 +1,7 @@
 /* Still images: from the FPGA into a file and back, and everything that files can do wrong. */
 #include "board/picture/CTestPicture.h"
 #include "daemon/CEventLogger.h"
-#include "fpga/fpga_map.h"
+#include "hw/fpga_map.h"
 #include "platform/CMultimediaPlatform.h"
 #include "platform/VideoImageFile.h"
 #include "tests/support/failing_malloc.h"

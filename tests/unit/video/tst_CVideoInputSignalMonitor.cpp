@@ -1,6 +1,6 @@
 /* The watch over the camera signal on a virtual board; its seconds are sent, not waited for. */
 #include "daemon/CEventLogger.h"
-#include "fpga/fpga_map.h"
+#include "hw/fpga_map.h"
 #include "platform/CMultimediaPlatform.h"
 #include "regdb/chip_regs.h"
 #include "regdb/registers.h"

@@ -2,7 +2,7 @@
  * take no time, and its wall clock stands still. */
 #include "board/picture/CTestPicture.h"
 #include "daemon/CEventLogger.h"
-#include "fpga/fpga_map.h"
+#include "hw/fpga_map.h"
 #include "tests/support/CCapturedOutput.h"
 #include "tests/support/CFakeCodec.h"
 #include "tests/support/CPrivateBus.h"

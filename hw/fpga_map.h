@@ -2,8 +2,8 @@
  *
  * Memory takes 16- and 32-bit quantities little-endian; registers are numbers.
  */
-#ifndef HALDEND_FPGA_FPGA_MAP_H
-#define HALDEND_FPGA_FPGA_MAP_H
+#ifndef HALDEND_HW_FPGA_MAP_H
+#define HALDEND_HW_FPGA_MAP_H
 
 /* Memory */
 #define FPGA_GRAPHIC_PAGES       0x0000000u /* pages 0-8, one every FPGA_GRAPHIC_PAGE_STRIDE bytes */
