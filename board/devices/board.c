@@ -5,7 +5,6 @@
  * handler that interrupts the attaching.
  */
 #include "board/devices/devices.h"
-#include "board/preload/haldenboard.h"
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -76,17 +75,6 @@ static void unmap_file(struct file* file)
         munmap(file->map, file->bytes);
 }
 
-/* Turns the registers of the display controller into this program's byte order. */
-static void adopt_lime(struct board_control* control, uint8_t* lime)
-{
-    if (board_load(&control->lime_order) == board_own_order())
-        return;
-    uint32_t* words = (uint32_t*)(void*)(lime + BOARD_LIME_HOST);
-    for (size_t i = 0; i < (BOARD_LIME_END - BOARD_LIME_HOST) / sizeof *words; i++)
-        words[i] = __builtin_bswap32(words[i]);
-    board_store(&control->lime_order, board_own_order());
-}
-
 static bool ours(const struct board_control* control)
 {
     return board_load(&control->magic) == BOARD_MAGIC && board_load(&control->version) == BOARD_VERSION;
@@ -127,7 +115,7 @@ static int attach(struct board* board, const char* directory, const char** culpr
         board->fpga = files[DEVICE_FPGA].map;
         board->i2c = files[DEVICE_I2C].map;
         board->camera = camera.map;
-        adopt_lime(board->control, files[DEVICE_LIME].map);
+        lime_adopt(board->control, files[DEVICE_LIME].map);
     } else {
         unmap_file(&control);
         unmap_file(&files[DEVICE_FPGA]);
@@ -203,17 +191,17 @@ struct board* board_current(void)
     return board == &s_none ? NULL : board;
 }
 
-__attribute__((visibility("default"))) int haldenboard_attach(const char* directory)
+int board_attach(const char* directory)
 {
     const char* culprit;
-    haldenboard_detach();
+    board_detach();
     struct board* board = make_board(directory, &culprit);
     __atomic_store_n(&s_board, board, __ATOMIC_RELEASE);
     descriptor_forget_all();
     return board == &s_none ? -1 : 0;
 }
 
-__attribute__((visibility("default"))) void haldenboard_detach(void)
+void board_detach(void)
 {
     release(__atomic_exchange_n(&s_board, &s_none, __ATOMIC_ACQ_REL));
     descriptor_forget_all();

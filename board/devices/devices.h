@@ -1,10 +1,7 @@
-/* The inside of the board library: what its sources share.
+/* The devices of the attached board, as the preloaded library shows them to the program: which descriptor is
+ * which device, what its operations do, faults, trace, judging.
  *
- * The library stands between a program and its C library. Every function that it takes over is defined
- * under another name in the source and given its public name by WRAPS: the C library's headers redirect
- * several of these names to others, which would otherwise redirect the definitions as well.
- *
- * Rules for all of it:
+ * Rules for this room, and for board/preload/, which takes the C library's functions over:
  * - Nothing here calls a function that the library takes over. The definition that comes next in the order of
  *   loading, which may be a sanitizer's, is reached through NEXT.
  * - errno is what the program finds after a real call: untouched when the call succeeds.
@@ -19,8 +16,6 @@
 #include <limits.h>
 #include <stdbool.h>
 #include <sys/types.h>
-
-#define WRAPS(function) __asm__(#function) __attribute__((visibility("default")))
 
 typedef void (*any_function)(void);
 
@@ -93,6 +88,10 @@ struct board {
 /* The attached board, or null. The first call attaches the one that the environment names. */
 struct board* board_current(void);
 
+/* What haldenboard_attach() and haldenboard_detach() do. */
+int board_attach(const char* directory);
+void board_detach(void);
+
 /* --- Faults --- */
 
 /* To be called once an operation. Returns the error number if the operation has to fail, else 0. For a
@@ -105,9 +104,6 @@ static inline bool fault_pending(const struct board* board, enum board_operation
 {
     return board_load(&board->control->faults[operation].fail) != 0;
 }
-
-/* A write to a descriptor of no device, which the fault of full disks can meet. */
-ssize_t disk_write(int descriptor, const void* buffer, size_t count);
 
 /* --- Trace: one line an operation, built up piece by piece. virtual-board.md has the grammar. --- */
 
@@ -156,6 +152,9 @@ int device_ioctl(enum device device, int descriptor, uint32_t request, void* arg
 
 /* Keeps the live picture in the FPGA's image memory, as its store trigger does. */
 void store_live_picture(const struct board* board);
+
+/* Turns the registers of the display controller, mapped at lime, into this program's byte order. */
+void lime_adopt(struct board_control* control, uint8_t* lime);
 
 /* Judges a mapping before it is made: an error number, or 0. The second one notes how it went. */
 int device_map(enum device device);

@@ -1,6 +1,5 @@
 #include "board/picture/CPictureRenderer.h"
 
-#include "board/picture/CFpgaMixer.h"
 #include "board/state/CBoard.h"
 
 namespace
@@ -55,8 +54,8 @@ QRgb rgbOf1555(quint16 u16Pixel)
 
 } // namespace
 
-CPictureRenderer::CPictureRenderer(const CBoard& rcBoard)
-    : m_rcBoard(rcBoard), m_cPicture(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32)
+CPictureRenderer::CPictureRenderer(const CBoard& rcBoard, const QImage& rcCaptured)
+    : m_rcBoard(rcBoard), m_cCaptured(rcCaptured), m_cPicture(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32)
 {
 }
 
@@ -124,9 +123,9 @@ void CPictureRenderer::renderVideo()
     if (iWidth <= 0)
         return;
 
-    const QImage cCaptured = CFpgaMixer(m_rcBoard).mix(CFpgaMixer::CONTROL_A);
     for (int y = 0; y < iHeight; y++) {
-        const auto* pu32Source = reinterpret_cast<const QRgb*>(cCaptured.constScanLine(cVertical.source(y)));
+        const auto* pu32Source =
+            reinterpret_cast<const QRgb*>(m_cCaptured.constScanLine(cVertical.source(y)));
         auto* pu32Line = reinterpret_cast<QRgb*>(m_cPicture.scanLine(iTop + y)) + iLeft;
         for (int x = 0; x < iWidth; x++)
             pu32Line[x] = OPAQUE | pu32Source[cHorizontal.source(x)];

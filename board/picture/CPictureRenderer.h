@@ -11,7 +11,7 @@ class CBoard;
 ///
 /// - Display off (DCM1 bit 31 clear): black.
 /// - Behind everything the background colour, DBGC.
-/// - Layer 1 (DCM1 bit 17): what the FPGA puts out by its control set A (CFpgaMixer), scaled by CSC, its top
+/// - Layer 1 (DCM1 bit 17): what the FPGA puts out, scaled by CSC, its top
 ///   left corner at L1WXY, cut at the right and bottom by the window size L1WWH. A scale of 0 in either
 ///   direction shows no video.
 /// - Layer 0 (DCM1 bit 16), in 16-bit mode only (L0M bit 31): 1-5-5-5 pixels of the controller's memory from
@@ -22,8 +22,9 @@ class CBoard;
 class CPictureRenderer
 {
 public:
-    /// Keeps a reference to the board, which has to be open.
-    explicit CPictureRenderer(const CBoard& rcBoard);
+    /// Keeps a reference to the board, which has to be open. rcCaptured: what the FPGA puts out, 720 x 576,
+    /// Format_RGB32.
+    CPictureRenderer(const CBoard& rcBoard, const QImage& rcCaptured);
 
     /// The picture now, 720 x 576, Format_RGB32.
     QImage render();
@@ -34,6 +35,7 @@ private:
     void renderVideo();
 
     const CBoard& m_rcBoard;
+    QImage m_cCaptured;
     QImage m_cPicture;
 };
 

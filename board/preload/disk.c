@@ -1,6 +1,6 @@
 /* The full disk: writes to plain files, and register files opened for writing. */
 #include "board/devices/devices.h"
-#include "board/preload/redirect.h"
+#include "board/preload/wraps.h"
 
 #include <sys/stat.h>
 #include <unistd.h>

@@ -1,7 +1,7 @@
 /* Functions on descriptors that are taken over: what concerns a device goes to devices/devices.c, all else to
  * the function that was hidden. */
 #include "board/devices/devices.h"
-#include "board/preload/redirect.h"
+#include "board/preload/wraps.h"
 
 #include <fcntl.h>
 #include <stdarg.h>

@@ -1,6 +1,6 @@
 /* Functions that are taken over only for the path that they are given. */
 #include "board/devices/devices.h"
-#include "board/preload/redirect.h"
+#include "board/preload/wraps.h"
 
 #include <stdio.h>
 #include <string.h>

@@ -1,5 +1,6 @@
 /* Functions that are taken over only to make them fail. */
 #include "board/devices/devices.h"
+#include "board/preload/wraps.h"
 
 #include <signal.h>
 

@@ -1,10 +1,5 @@
 #include "board/state/CBoard.h"
 
-#include "board/judge/CLimeJudge.h"
-#include "board/picture/CFpgaMixer.h"
-#include "board/picture/CPictureRenderer.h"
-#include "board/picture/CTestPicture.h"
-
 #include <QDir>
 #include <QFile>
 #include <QSaveFile>
@@ -33,86 +28,7 @@ static_assert(static_cast<unsigned>(BOARD_OPERATION_COUNT) <= BOARD_FAULT_SLOTS,
 const char* const CODEC_MODES[BOARD_CODEC_MODE_COUNT] = {BOARD_CODEC_MODES(CODEC_MODE_NAME)};
 #undef CODEC_MODE_NAME
 
-QString join(const QString& rcDirectory, const char* pszFile)
-{
-    return rcDirectory + QLatin1Char('/') + QLatin1String(pszFile);
-}
-
-bool createFile(const QString& rcDirectory, const char* pszFile, qint64 iBytes, QString& rcError)
-{
-    QFile cFile(join(rcDirectory, pszFile));
-    if (cFile.open(QIODevice::WriteOnly | QIODevice::NewOnly) && cFile.resize(iBytes))
-        return true;
-    rcError = QStringLiteral("%1: %2").arg(cFile.fileName(), cFile.errorString());
-    return false;
-}
-
-bool createDirectory(const QString& rcDirectory, QString& rcError)
-{
-    const QDir cDirectory(rcDirectory);
-    if (cDirectory.exists() && !cDirectory.isEmpty()) {
-        rcError = QStringLiteral("%1: exists and isn't empty").arg(rcDirectory);
-        return false;
-    }
-    if (cDirectory.mkpath(QStringLiteral(BOARD_CNFS)))
-        return true;
-    rcError = QStringLiteral("%1: can't be created").arg(rcDirectory);
-    return false;
-}
-
-bool copyRegisterFiles(const QString& rcDirectory, QString& rcError)
-{
-    const QDir cDefaults(QStringLiteral(":/cnfs"));
-    for (const QString& rcName : cDefaults.entryList()) {
-        QFile cFile(join(rcDirectory, BOARD_CNFS) + QLatin1Char('/') + rcName);
-        QFile cDefault(cDefaults.filePath(rcName));
-        const QByteArray cText = cDefault.open(QIODevice::ReadOnly) ? cDefault.readAll() : QByteArray();
-        if (!cFile.open(QIODevice::WriteOnly) || cFile.write(cText) != cText.size() || !cFile.flush()) {
-            rcError = QStringLiteral("%1: %2").arg(cFile.fileName(), cFile.errorString());
-            return false;
-        }
-    }
-    return true;
-}
-
 } // namespace
-
-// The resources of a static library are linked only if they are asked for, which has to be done out here.
-static void initResources()
-{
-    Q_INIT_RESOURCE(register_files);
-}
-
-bool CBoard::create(const QString& rcDirectory, QString& rcError)
-{
-    initResources();
-    if (!createDirectory(rcDirectory, rcError) ||
-        !createFile(rcDirectory, BOARD_FPGA, BOARD_FPGA_BYTES, rcError) ||
-        !createFile(rcDirectory, BOARD_LIME, static_cast<qint64>(board_lime_bytes()), rcError) ||
-        !createFile(rcDirectory, BOARD_I2C, BOARD_I2C_BYTES, rcError) ||
-        !createFile(rcDirectory, BOARD_CAMERA, BOARD_CAMERA_BYTES, rcError) ||
-        !createFile(rcDirectory, BOARD_TRACE, 0, rcError) ||
-        !createFile(rcDirectory, BOARD_JUDGEMENTS, 0, rcError) ||
-        !createFile(rcDirectory, BOARD_CODEC_STATE, 0, rcError) ||
-        !createFile(rcDirectory, BOARD_CODEC_LOG, 0, rcError) ||
-        !createFile(rcDirectory, BOARD_CONTROL, sizeof(board_control), rcError) ||
-        !copyRegisterFiles(rcDirectory, rcError))
-        return false;
-    CMappedFile cFile;
-    if (!cFile.open(join(rcDirectory, BOARD_CONTROL), sizeof(board_control), rcError))
-        return false;
-    auto* pcControl = reinterpret_cast<board_control*>(cFile.data());
-    board_store(&pcControl->magic, BOARD_MAGIC);
-    board_store(&pcControl->version, BOARD_VERSION);
-    board_store(&pcControl->lime_order, board_own_order());
-    CBoard cBoard;
-    if (!cBoard.open(rcDirectory)) {
-        rcError = cBoard.errorString();
-        return false;
-    }
-    cBoard.setCamera(CTestPicture::frame(0));
-    return true;
-}
 
 bool CBoard::map(CMappedFile& rcFile, const char* pszFile, qint64 iBytes)
 {
@@ -147,7 +63,7 @@ void CBoard::close()
 
 QString CBoard::path(const char* pszFile) const
 {
-    return join(m_cDirectory, pszFile);
+    return m_cDirectory + QLatin1Char('/') + QLatin1String(pszFile);
 }
 
 board_control* CBoard::control() const
@@ -278,16 +194,6 @@ bool CBoard::isCameraPlugged() const
     return isOpen() && (i2cRegister(BOARD_I2C_DECODER, BOARD_DECODER_STATUS) & BOARD_STATUS_NO_LOCK) == 0;
 }
 
-QImage CBoard::picture() const
-{
-    return isOpen() ? CPictureRenderer(*this).render() : QImage();
-}
-
-QImage CBoard::recordedPicture() const
-{
-    return isOpen() ? CFpgaMixer(*this).mix(CFpgaMixer::CONTROL_C) : QImage();
-}
-
 // Trace
 
 void CBoard::setTracing(bool bOn)
@@ -321,13 +227,9 @@ bool CBoard::clearTrace()
 
 // Judgements
 
-QStringList CBoard::judgements() const
+QStringList CBoard::notedJudgements() const
 {
-    if (!isOpen())
-        return QStringList();
-    QStringList cLines = linesOf(BOARD_JUDGEMENTS) + CLimeJudge(*this).judgements();
-    cLines.removeDuplicates();
-    return cLines;
+    return isOpen() ? linesOf(BOARD_JUDGEMENTS) : QStringList();
 }
 
 bool CBoard::clearJudgements()

@@ -12,14 +12,14 @@
 
 /// A virtual board from outside: what a test or a tool sees of it, and how it steers it.
 ///
-/// A board is a directory. create() makes one, open() gives access to one that exists, which may be in use by
-/// a daemon at the same time: everything here acts at once, and shows what the daemon has just done.
+/// A board is a directory. CBoardMaker makes one, open() gives access to one that exists, which may be in use by
+/// a daemon at the same time: everything here acts at once, and shows what the daemon has just done. CBoardPicture
+/// shows what is on the monitor, CJudgements what programs did wrong.
 ///
 ///     CBoard cBoard;
-///     if (!CBoard::create(cDirectory, cError) || !cBoard.open(cDirectory))
+///     if (!CBoardMaker::create(cDirectory, cError) || !cBoard.open(cDirectory))
 ///         ...
 ///     cBoard.setFault({BOARD_OPERATION_I2C_READ});        // from now on
-///     cBoard.picture().save("monitor.png");
 ///
 /// Byte order is taken care of: register values and pixels are numbers. A register address outside of the
 /// board reads as 0, and a store to it is dropped; so does everything on a board that isn't open.
@@ -50,11 +50,6 @@ public:
 
     CBoard(const CBoard&) = delete;
     CBoard& operator=(const CBoard&) = delete;
-
-    /// Makes a board that the daemon can be started on: the devices all zero, the default register files, the
-    /// camera plugged in and showing the test picture. Parent folders are made too. False if the directory holds something already, or can't be
-    /// written; rcError says why.
-    static bool create(const QString& rcDirectory, QString& rcError);
 
     /// False if there is no usable board; errorString() says why. Then the board is closed.
     bool open(const QString& rcDirectory);
@@ -99,10 +94,6 @@ public:
     bool isCameraPlugged() const;
     /// @}
 
-    /// What the monitor shows, and what is recorded, 720 x 576; null if the board isn't open.
-    QImage picture() const;
-    QImage recordedPicture() const;
-
     /// \name Trace
     /// One line a device operation; virtual-board.md has the grammar.
     /// @{
@@ -113,11 +104,10 @@ public:
     /// @}
 
     /// \name Judgements
-    /// What programs did to the devices that no program for the board may do, and what they left behind in the
-    /// display controller's windows: each said once; virtual-board.md has the grammar.
+    /// What the preloaded library has noted; CJudgements has all of them.
     /// @{
-    QStringList judgements() const;
-    bool clearJudgements(); ///< those that were noted
+    QStringList notedJudgements() const;
+    bool clearJudgements();
     /// @}
 
     /// \name Faults

@@ -1,4 +1,5 @@
 /* halden-board: commands that make a board or change its surroundings. */
+#include "board/create/CBoardMaker.h"
 #include "board/picture/CTestPicture.h"
 #include "board/state/CBoard.h"
 #include "board/tool/CCommandLine.h"
@@ -18,7 +19,7 @@ int commandCreate(const QStringList& rcArguments)
     if (!cLine.parse(rcArguments, 1, 1))
         return cLine.exitStatus();
     QString cError;
-    return CBoard::create(cLine.arguments().first(), cError) ? cLine.exitStatus() : cLine.fail(cError);
+    return CBoardMaker::create(cLine.arguments().first(), cError) ? cLine.exitStatus() : cLine.fail(cError);
 }
 
 static int showFile(CCommandLine& rcLine, CBoard& rcBoard, const QString& rcFile)

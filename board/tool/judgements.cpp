@@ -1,4 +1,5 @@
 /* halden-board: the command that shows what programs did to the board that they may not do. */
+#include "board/judge/CJudgements.h"
 #include "board/state/CBoard.h"
 #include "board/tool/CCommandLine.h"
 #include "board/tool/Commands.h"
@@ -16,7 +17,7 @@ int commandJudgements(const QStringList& rcArguments)
         return cLine.exitStatus();
     const QString cWhat = cLine.arguments().value(0, QStringLiteral("show"));
     if (cWhat == QLatin1String("show"))
-        for (const QString& rcLine : cBoard.judgements())
+        for (const QString& rcLine : CJudgements::of(cBoard))
             std::puts(qPrintable(rcLine));
     else if (cWhat != QLatin1String("clear"))
         return cLine.refuse(QStringLiteral("'%1' is none of show, clear").arg(cWhat));

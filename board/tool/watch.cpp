@@ -1,4 +1,5 @@
 /* halden-board: commands that show what a board does. */
+#include "board/picture/CBoardPicture.h"
 #include "board/state/CBoard.h"
 #include "board/tool/CCommandLine.h"
 #include "board/tool/Commands.h"
@@ -51,7 +52,8 @@ struct SPictureFile {
 bool updatePicture(void* pvFile)
 {
     auto& rcFile = *static_cast<SPictureFile*>(pvFile);
-    const QImage cPicture = rcFile.bRecorded ? rcFile.cBoard.recordedPicture() : rcFile.cBoard.picture();
+    const QImage cPicture =
+        rcFile.bRecorded ? CBoardPicture::recorded(rcFile.cBoard) : CBoardPicture::monitor(rcFile.cBoard);
     if (cPicture == rcFile.cLast)
         return true;
     QSaveFile cFile(rcFile.cPath);

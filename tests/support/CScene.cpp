@@ -1,5 +1,6 @@
 #include "tests/support/CScene.h"
 
+#include "board/create/CBoardMaker.h"
 #include "tests/support/Judgements.h"
 
 #include <csignal>
@@ -16,7 +17,7 @@ bool CScene::prepare()
         m_cError = m_cBus.error();
         return false;
     }
-    if (!CBoard::create(cDirectory, m_cError))
+    if (!CBoardMaker::create(cDirectory, m_cError))
         return false;
     if (!m_cBoard.open(cDirectory)) {
         m_cError = m_cBoard.errorString();

@@ -45,7 +45,7 @@ public:
     /// Tests that share a scene ask after each of them. The announcements are used up.
     QString judge();
 
-    /// Announces a judgement of the board; see CBoard::judgements().
+    /// Announces a judgement of the board; see CJudgements.
     void announceJudgement(const QString& rcLine) { m_cAnnouncedJudgements << rcLine; }
 
     CPrivateBus& bus() { return m_cBus; }

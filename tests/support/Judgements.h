@@ -2,6 +2,7 @@
 #ifndef HALDEND_TESTS_JUDGEMENTS_H
 #define HALDEND_TESTS_JUDGEMENTS_H
 
+#include "board/judge/CJudgements.h"
 #include "board/state/CBoard.h"
 
 #include <QStringList>
@@ -12,7 +13,7 @@
 inline QString differenceFromAnnounced(CBoard& rcBoard, const QStringList& rcAnnounced)
 {
     QStringList cTexts;
-    const QStringList cJudgements = rcBoard.judgements();
+    const QStringList cJudgements = CJudgements::of(rcBoard);
     for (const QString& rcLine : cJudgements)
         if (!rcAnnounced.contains(rcLine))
             cTexts << QStringLiteral("judged: ") + rcLine;

@@ -1,4 +1,5 @@
 /* "/debug" from a client on the bus: what service staff can do to a running board. */
+#include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"
 #include "tests/golden.h"
 #include "tests/support/CBusMonitor.h"
@@ -348,8 +349,9 @@ void TestDebug::reloads_what_the_files_say_now()
     QCOMPARE(rcBoard.limeRegister(CBoard::LIME_CAPTURE, 4), 0x10001000U);
     QCOMPARE(rcBoard.limeRegister(CBoard::LIME_DISPLAY, 0x184), 0U);
     QCOMPARE(rcBoard.i2cRegister(BOARD_I2C_DECODER, 0x0a), quint8(0x10));
-    QCOMPARE(differenceFromGolden(rcBoard.picture(), QStringLiteral("debug_reloaded_at_half_size")),
-             QString());
+    QCOMPARE(
+        differenceFromGolden(CBoardPicture::monitor(rcBoard), QStringLiteral("debug_reloaded_at_half_size")),
+        QString());
 }
 
 // The register file says so, and the watch over the signal acts on changes alone.
@@ -391,24 +393,24 @@ void TestDebug::texts_are_back_after_the_calls_of_the_page()
     rcDaemon.send(cOverlay, QStringLiteral("show_text"), {iHandle});
     rcDaemon.send(cOverlay, QStringLiteral("show_overlay"), {});
     QVERIFY(rcDaemon.settle());
-    const QImage cBefore = m_pcScene->board().picture();
+    const QImage cBefore = CBoardPicture::monitor(m_pcScene->board());
 
     send("reload_hardware_config");
-    QVERIFY(m_pcScene->board().picture() != cBefore);
+    QVERIFY(CBoardPicture::monitor(m_pcScene->board()) != cBefore);
     cLoadGlyphs();
     rcDaemon.send(cOverlay, QStringLiteral("show_overlay"), {});
     QVERIFY(rcDaemon.settle());
-    QVERIFY(m_pcScene->board().picture() != cBefore);
+    QVERIFY(CBoardPicture::monitor(m_pcScene->board()) != cBefore);
     rcDaemon.send(cOverlay, QStringLiteral("set_osd_transparency"), {0});
     QVERIFY(rcDaemon.settle());
-    QCOMPARE(m_pcScene->board().picture(), cBefore);
+    QCOMPARE(CBoardPicture::monitor(m_pcScene->board()), cBefore);
 
     // The overlay is hidden too: drawing alone isn't enough.
     send("reload_hardware_config");
     cLoadGlyphs();
     rcDaemon.send(cOverlay, QStringLiteral("set_osd_transparency"), {0});
     QVERIFY(rcDaemon.settle());
-    QVERIFY(m_pcScene->board().picture() != cBefore);
+    QVERIFY(CBoardPicture::monitor(m_pcScene->board()) != cBefore);
 }
 
 void TestDebug::a_reload_goes_on_whatever_fails_data()
@@ -555,17 +557,17 @@ void TestDebug::reloads_go_on_without_address_space()
 void TestDebug::switches_show_in_the_picture()
 {
     CBoard& rcBoard = m_pcScene->board();
-    const QImage cLive = rcBoard.picture();
+    const QImage cLive = CBoardPicture::monitor(rcBoard);
     send("fpga_enable_frame_generator");
     QCOMPARE(rcBoard.fpgaRegister(0xff0000), 0x00800000U);
-    QCOMPARE(rcBoard.picture().pixel(300, 200), 0xff000080U);
+    QCOMPARE(CBoardPicture::monitor(rcBoard).pixel(300, 200), 0xff000080U);
     send("fpga_enable_video_restore");
     QCOMPARE(rcBoard.fpgaRegister(0xff0000), 0x00900010U);
-    QCOMPARE(rcBoard.picture().pixel(300, 200), 0xff000000U); // nothing was ever stored
+    QCOMPARE(CBoardPicture::monitor(rcBoard).pixel(300, 200), 0xff000000U); // nothing was ever stored
     send("fpga_disable_frame_generator");
     send("fpga_disable_video_restore");
     QCOMPARE(rcBoard.fpgaRegister(0xff0000), 0U);
-    QCOMPARE(rcBoard.picture(), cLive);
+    QCOMPARE(CBoardPicture::monitor(rcBoard), cLive);
 }
 
 void TestDebug::the_recording_mode_is_back_after_the_playback_mode()

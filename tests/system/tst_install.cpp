@@ -1,4 +1,5 @@
 /* What an installation puts in place, and that the bus enforces the policy in it. */
+#include "board/create/CBoardMaker.h"
 #include "board/state/CBoard.h"
 #include "tests/support/CDaemonProcess.h"
 #include "tests/support/CPrivateBus.h"
@@ -239,7 +240,7 @@ void TestInstall::the_policy_is_enforced()
     const QTemporaryDir cDirectory;
     const QString cBoard = cDirectory.filePath(QStringLiteral("board"));
     QString cError;
-    QVERIFY2(CBoard::create(cBoard, cError), qPrintable(cError));
+    QVERIFY2(CBoardMaker::create(cBoard, cError), qPrintable(cError));
     CDaemonProcess cDaemon;
     cDaemon.setBusAddress(cBus.address());
     cDaemon.useBoard(cBoard);

@@ -1,4 +1,5 @@
 /* The start of the real process: what it does on the board, and each way in which it can fail. */
+#include "board/picture/CBoardPicture.h"
 #include "tests/golden.h"
 #include "tests/support/CScene.h"
 #include "tests/support/CVideoScene.h"
@@ -87,9 +88,11 @@ void TestStartup::brings_the_board_up_and_shows_the_live_picture()
 {
     CScene cScene;
     QVERIFY2(cScene.prepare(), cScene.describe());
-    QCOMPARE(cScene.board().picture().pixel(300, 200), 0xff000000U);
+    QCOMPARE(CBoardPicture::monitor(cScene.board()).pixel(300, 200), 0xff000000U);
     QVERIFY2(cScene.start(), cScene.describe());
-    QCOMPARE(differenceFromGolden(cScene.board().picture(), QStringLiteral("renderer_unscaled")), QString());
+    QCOMPARE(
+        differenceFromGolden(CBoardPicture::monitor(cScene.board()), QStringLiteral("renderer_unscaled")),
+        QString());
     QCOMPARE(cScene.end(), QString());
     QCOMPARE(cScene.daemon().log(), (QStringList{STARTING, QStringLiteral("Terminating haldend...")}));
     QCOMPARE(cScene.daemon().standardOutput(),

@@ -1,4 +1,5 @@
 /* The tour of ./run --once, step by step, each picture against its golden one. */
+#include "board/picture/CBoardPicture.h"
 #include "tests/golden.h"
 #include "tests/support/CCodecProcess.h"
 #include "tests/support/CScene.h"
@@ -109,7 +110,7 @@ void TestTour::setField(const QString& rcChip, const QString& rcField, const QSt
 
 void TestTour::compare(const QString& rcName)
 {
-    m_acPictures[rcName] = m_cScene.board().picture();
+    m_acPictures[rcName] = CBoardPicture::monitor(m_cScene.board());
     QCOMPARE(differenceFromGolden(m_acPictures[rcName], QStringLiteral("tour_") + rcName), QString());
 }
 
@@ -137,10 +138,11 @@ void TestTour::steps()
     } else if (cCommand == QLatin1String("picture")) {
         compare(cRest);
     } else if (cCommand == QLatin1String("shot")) {
-        QTRY_VERIFY_WITH_TIMEOUT(m_cScene.board().picture() != m_cShot, TIMEOUT_CALL_MS);
-        m_cShot = m_cScene.board().picture();
+        QTRY_VERIFY_WITH_TIMEOUT(CBoardPicture::monitor(m_cScene.board()) != m_cShot, TIMEOUT_CALL_MS);
+        m_cShot = CBoardPicture::monitor(m_cScene.board());
     } else if (cCommand == QLatin1String("until")) {
-        QTRY_VERIFY_WITH_TIMEOUT(m_cScene.board().picture() == m_acPictures.value(cRest), TIMEOUT_CALL_MS);
+        QTRY_VERIFY_WITH_TIMEOUT(CBoardPicture::monitor(m_cScene.board()) == m_acPictures.value(cRest),
+                                 TIMEOUT_CALL_MS);
     } else {
         QCOMPARE(cCommand, QStringLiteral("say"));
     }

@@ -1,4 +1,5 @@
 /* "/videodisplay" from a client on the bus to the display controller's registers. */
+#include "board/picture/CBoardPicture.h"
 #include "tests/golden.h"
 #include "tests/support/CBusMonitor.h"
 #include "tests/support/CScene.h"
@@ -223,16 +224,20 @@ void TestVideoDisplay::the_layer_is_switched()
 void TestVideoDisplay::what_is_set_is_seen()
 {
     send("set_video_size", {720, 576});
-    QCOMPARE(differenceFromGolden(m_cScene.board().picture(), QStringLiteral("window_full")), QString());
+    QCOMPARE(differenceFromGolden(CBoardPicture::monitor(m_cScene.board()), QStringLiteral("window_full")),
+             QString());
     send("set_video_size", {360, 288});
     send("set_video_position", {300, 200});
-    QCOMPARE(differenceFromGolden(m_cScene.board().picture(), QStringLiteral("window_quarter")), QString());
+    QCOMPARE(differenceFromGolden(CBoardPicture::monitor(m_cScene.board()), QStringLiteral("window_quarter")),
+             QString());
     send("set_video_layer_enabled", {false});
-    QCOMPARE(differenceFromGolden(m_cScene.board().picture(), QStringLiteral("window_off")), QString());
+    QCOMPARE(differenceFromGolden(CBoardPicture::monitor(m_cScene.board()), QStringLiteral("window_off")),
+             QString());
     // Off the right edge: 12 bits of it are heeded.
     send("set_video_layer_enabled", {true});
     send("set_video_position", {-1, 0});
-    QCOMPARE(differenceFromGolden(m_cScene.board().picture(), QStringLiteral("window_off")), QString());
+    QCOMPARE(differenceFromGolden(CBoardPicture::monitor(m_cScene.board()), QStringLiteral("window_off")),
+             QString());
     m_cScene.announceJudgement(POSITION_BEYOND_THE_REGISTER);
 }
 
@@ -250,9 +255,11 @@ void TestVideoDisplay::layer_0_is_seen_around_the_window()
     send("set_video_size", {360, 288});
     send("set_video_position", {300, 200});
     paint(true);
-    QCOMPARE(differenceFromGolden(rcBoard.picture(), QStringLiteral("window_over_layer_0")), QString());
+    QCOMPARE(differenceFromGolden(CBoardPicture::monitor(rcBoard), QStringLiteral("window_over_layer_0")),
+             QString());
     paint(false);
-    QCOMPARE(differenceFromGolden(rcBoard.picture(), QStringLiteral("window_quarter")), QString());
+    QCOMPARE(differenceFromGolden(CBoardPicture::monitor(rcBoard), QStringLiteral("window_quarter")),
+             QString());
 }
 
 void TestVideoDisplay::methods_without_effect_change_nothing()

@@ -1,4 +1,5 @@
 /* "/videooverlay" from a client on the bus to the FPGA's memory and the picture. */
+#include "board/picture/CBoardPicture.h"
 #include "hw/fpga_map.h"
 #include "tests/golden.h"
 #include "tests/support/CBusMonitor.h"
@@ -210,7 +211,9 @@ void TestVideoOverlay::texts_are_seen()
     const int iTransparent = text(QStringLiteral("no background"), 20, 20);
     send("set_text_colors", {iTransparent, 15, 0});
     QVERIFY(m_pcScene->daemon().settle());
-    QCOMPARE(differenceFromGolden(m_pcScene->board().picture(), QStringLiteral("overlay_texts")), QString());
+    QCOMPARE(
+        differenceFromGolden(CBoardPicture::monitor(m_pcScene->board()), QStringLiteral("overlay_texts")),
+        QString());
 }
 
 void TestVideoOverlay::a_moved_text_leaves_nothing_behind()
@@ -251,8 +254,9 @@ void TestVideoOverlay::letters_follow_the_locale()
     text(QStringLiteral("Колодец 17"), 2, 2);
     QCOMPARE(row(2, 14), QByteArray("  \xba\xde\xdb\xde\xd4\xd5\xe6 17  "));
     QVERIFY(m_pcScene->daemon().settle());
-    QCOMPARE(differenceFromGolden(m_pcScene->board().picture(), QStringLiteral("overlay_cyrillic")),
-             QString());
+    QCOMPARE(
+        differenceFromGolden(CBoardPicture::monitor(m_pcScene->board()), QStringLiteral("overlay_cyrillic")),
+        QString());
     send("destroy_all_texts");
     send("adjust_character_set_to_locale", {QStringLiteral("ro_RO")});
     text(QStringLiteral("Țeavă ștanțată"), 2, 2);

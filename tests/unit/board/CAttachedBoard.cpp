@@ -1,5 +1,6 @@
 #include "tests/unit/board/CAttachedBoard.h"
 
+#include "board/create/CBoardMaker.h"
 #include "board/preload/haldenboard.h"
 #include "tests/support/Judgements.h"
 
@@ -12,8 +13,8 @@ CAttachedBoard::CAttachedBoard()
     const QString cPath = m_cDirectory.filePath(QStringLiteral("board"));
     QString cError;
     haldenboard_detach();
-    m_bReady =
-        CBoard::create(cPath, cError) && m_cBoard.open(cPath) && haldenboard_attach(qPrintable(cPath)) == 0;
+    m_bReady = CBoardMaker::create(cPath, cError) && m_cBoard.open(cPath) &&
+               haldenboard_attach(qPrintable(cPath)) == 0;
     if (!m_bReady)
         qWarning("No board: %s %s", qPrintable(cError), qPrintable(m_cBoard.errorString()));
 }

@@ -27,7 +27,7 @@ public:
     /// Opens a device, named as in board_layout.h, for reading and writing: a descriptor or -1.
     int openDevice(const char* pszFile);
 
-    /// Announces a judgement; see CBoard::judgements().
+    /// Announces a judgement; see CJudgements.
     void announceJudgement(const QString& rcLine) { m_cAnnounced << rcLine; }
 
     /// For tests of the board itself, which do what no program does.

@@ -1,4 +1,7 @@
 /* A board from outside: making it, opening it, and what its parts hold. */
+#include "board/create/CBoardMaker.h"
+#include "board/judge/CJudgements.h"
+#include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"
 #include "board/state/CBoard.h"
 
@@ -53,14 +56,14 @@ void TestCBoard::init()
     m_pcDirectory.reset(new QTemporaryDir);
     m_cPath = m_pcDirectory->filePath(QStringLiteral("board"));
     m_cError.clear();
-    QVERIFY2(CBoard::create(m_cPath, m_cError), qPrintable(m_cError));
+    QVERIFY2(CBoardMaker::create(m_cPath, m_cError), qPrintable(m_cError));
     QVERIFY2(m_cBoard.open(m_cPath), qPrintable(m_cBoard.errorString()));
 }
 
 void TestCBoard::create_refuses_a_directory_in_use()
 {
     m_cBoard.setFpgaRegister(0x00ff0000, 5);
-    QVERIFY(!CBoard::create(m_cPath, m_cError));
+    QVERIFY(!CBoardMaker::create(m_cPath, m_cError));
     QCOMPARE(m_cError, m_cPath + QStringLiteral(": exists and isn't empty"));
     QCOMPARE(m_cBoard.fpgaRegister(0x00ff0000), 5u);
 }
@@ -68,16 +71,16 @@ void TestCBoard::create_refuses_a_directory_in_use()
 void TestCBoard::create_refuses_an_impossible_place()
 {
     const QString cInFile = m_cBoard.path(BOARD_CONTROL) + QStringLiteral("/board");
-    QVERIFY(!CBoard::create(cInFile, m_cError));
+    QVERIFY(!CBoardMaker::create(cInFile, m_cError));
     QCOMPARE(m_cError, cInFile + QStringLiteral(": can't be created"));
 }
 
 void TestCBoard::create_makes_parents_and_takes_an_empty_directory()
 {
     const QString cDeep = m_pcDirectory->filePath(QStringLiteral("a/b/c"));
-    QVERIFY2(CBoard::create(cDeep, m_cError), qPrintable(m_cError));
+    QVERIFY2(CBoardMaker::create(cDeep, m_cError), qPrintable(m_cError));
     QVERIFY(QDir(m_pcDirectory->path()).mkdir(QStringLiteral("empty")));
-    QVERIFY(CBoard::create(m_pcDirectory->filePath(QStringLiteral("empty")), m_cError));
+    QVERIFY(CBoardMaker::create(m_pcDirectory->filePath(QStringLiteral("empty")), m_cError));
 }
 
 void TestCBoard::create_makes_sparse_files_of_the_right_size()
@@ -95,7 +98,7 @@ void TestCBoard::create_leaves_a_board_to_start_on()
     QVERIFY(m_cBoard.isCameraPlugged());
     QVERIFY(!m_cBoard.isTracing());
     QVERIFY(m_cBoard.faults().isEmpty());
-    QCOMPARE(m_cBoard.judgements(), QStringList());
+    QCOMPARE(CJudgements::of(m_cBoard), QStringList());
     QCOMPARE(m_cBoard.cameraImage(), CTestPicture::frame(0));
     const QDir cFiles(m_cBoard.path(BOARD_CNFS));
     QCOMPARE(cFiles.entryList(QDir::Files, QDir::Name),
@@ -153,10 +156,10 @@ void TestCBoard::a_closed_board_reads_as_nothing()
     QCOMPARE(m_cBoard.limeMemory16(0), quint16(0));
     QVERIFY(m_cBoard.fpgaMemory(0, 1).isEmpty());
     QVERIFY(m_cBoard.cameraImage().isNull());
-    QVERIFY(m_cBoard.picture().isNull());
+    QVERIFY(CBoardPicture::monitor(m_cBoard).isNull());
     QVERIFY(!m_cBoard.isTracing() && !m_cBoard.isCameraPlugged() && !m_cBoard.clearTrace());
     QVERIFY(m_cBoard.faults().isEmpty());
-    QVERIFY(m_cBoard.judgements().isEmpty() && !m_cBoard.clearJudgements());
+    QVERIFY(CJudgements::of(m_cBoard).isEmpty() && !m_cBoard.clearJudgements());
 }
 
 void TestCBoard::lime_registers_in_all_windows()

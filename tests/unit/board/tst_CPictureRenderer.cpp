@@ -1,4 +1,6 @@
 /* What the monitor shows, from the registers of the display controller. */
+#include "board/create/CBoardMaker.h"
+#include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"
 #include "board/state/CBoard.h"
 #include "tests/golden.h"
@@ -79,7 +81,7 @@ void TestCPictureRenderer::init()
     m_pcDirectory.reset(new QTemporaryDir);
     const QString cPath = m_pcDirectory->filePath(QStringLiteral("board"));
     QString cError;
-    QVERIFY2(CBoard::create(cPath, cError) && m_cBoard.open(cPath), qPrintable(cError));
+    QVERIFY2(CBoardMaker::create(cPath, cError) && m_cBoard.open(cPath), qPrintable(cError));
     showLiveVideo(m_cBoard);
 }
 
@@ -94,19 +96,19 @@ void TestCPictureRenderer::display_off_is_black()
 {
     display(DBGC, 0xff0000);
     display(DCM1, LAYER_1);
-    QCOMPARE(m_cBoard.picture(), plain(BLACK));
+    QCOMPARE(CBoardPicture::monitor(m_cBoard), plain(BLACK));
 }
 
 void TestCPictureRenderer::no_layer_is_the_background()
 {
     display(DBGC, 0x123456);
     display(DCM1, DISPLAY_ON);
-    QCOMPARE(m_cBoard.picture(), plain(0xff123456));
+    QCOMPARE(CBoardPicture::monitor(m_cBoard), plain(0xff123456));
 }
 
 void TestCPictureRenderer::unscaled_it_shows_the_camera()
 {
-    const QImage cPicture = m_cBoard.picture();
+    const QImage cPicture = CBoardPicture::monitor(m_cBoard);
     QCOMPARE(cPicture.copy(0, 0, 688, 573), CTestPicture::frame(0).copy(0, 0, 688, 573));
     QCOMPARE(differenceFromGolden(cPicture, QStringLiteral("renderer_unscaled")), QString());
 }
@@ -115,7 +117,7 @@ void TestCPictureRenderer::unplugged_camera_is_black()
 {
     display(DBGC, 0xff0000);
     m_cBoard.setCameraPlugged(false);
-    const QImage cPicture = m_cBoard.picture();
+    const QImage cPicture = CBoardPicture::monitor(m_cBoard);
     QCOMPARE(cPicture.pixel(687, 572), BLACK);
     QCOMPARE(cPicture.pixel(688, 572), RED);
     QCOMPARE(cPicture.pixel(687, 573), RED);
@@ -126,29 +128,32 @@ void TestCPictureRenderer::quarter_size_at_a_place()
     scale(4053, 3761);
     window(360, 288);
     place(100, 50);
-    QCOMPARE(differenceFromGolden(m_cBoard.picture(), QStringLiteral("renderer_360x288_at_100_50")),
-             QString());
+    QCOMPARE(
+        differenceFromGolden(CBoardPicture::monitor(m_cBoard), QStringLiteral("renderer_360x288_at_100_50")),
+        QString());
 }
 
 void TestCPictureRenderer::larger_than_the_screen()
 {
     scale(2048, 1440);
     window(1024, 576);
-    QCOMPARE(differenceFromGolden(m_cBoard.picture(), QStringLiteral("renderer_1024x576")), QString());
+    QCOMPARE(differenceFromGolden(CBoardPicture::monitor(m_cBoard), QStringLiteral("renderer_1024x576")),
+             QString());
 }
 
 void TestCPictureRenderer::off_the_screen()
 {
     place(720, 0);
-    QCOMPARE(m_cBoard.picture(), plain(BLACK));
+    QCOMPARE(CBoardPicture::monitor(m_cBoard), plain(BLACK));
     place(0, 576);
-    QCOMPARE(differenceFromGolden(m_cBoard.picture(), QStringLiteral("renderer_off_screen")), QString());
+    QCOMPARE(differenceFromGolden(CBoardPicture::monitor(m_cBoard), QStringLiteral("renderer_off_screen")),
+             QString());
 }
 
 void TestCPictureRenderer::partly_off_the_screen()
 {
     place(719, 575);
-    const QImage cPicture = m_cBoard.picture();
+    const QImage cPicture = CBoardPicture::monitor(m_cBoard);
     QCOMPARE(cPicture.pixel(719, 575), CTestPicture::frame(0).pixel(0, 0));
     QCOMPARE(cPicture.pixel(718, 575), BLACK);
 }
@@ -168,14 +173,14 @@ void TestCPictureRenderer::a_scale_of_zero_shows_no_video()
     QFETCH(quint32, horizontal);
     display(DBGC, 0xff0000);
     scale(vertical, horizontal);
-    QCOMPARE(m_cBoard.picture(), plain(RED));
+    QCOMPARE(CBoardPicture::monitor(m_cBoard), plain(RED));
 }
 
 void TestCPictureRenderer::the_window_cuts_at_right_and_bottom()
 {
     display(DBGC, 0xff0000);
     window(10, 20);
-    const QImage cPicture = m_cBoard.picture();
+    const QImage cPicture = CBoardPicture::monitor(m_cBoard);
     QCOMPARE(cPicture.copy(0, 0, 10, 20), CTestPicture::frame(0).copy(0, 0, 10, 20));
     QCOMPARE(cPicture.pixel(10, 0), RED);
     QCOMPARE(cPicture.pixel(0, 20), RED);
@@ -186,7 +191,7 @@ void TestCPictureRenderer::video_smaller_than_the_window_leaves_background()
     display(DBGC, 0xff0000);
     scale(0x1000, 0x1000);
     window(720, 576);
-    const QImage cPicture = m_cBoard.picture();
+    const QImage cPicture = CBoardPicture::monitor(m_cBoard);
     QVERIFY(cPicture.pixel(359, 287) != RED);
     QCOMPARE(cPicture.pixel(360, 287), RED);
     QCOMPARE(cPicture.pixel(359, 288), RED);
@@ -196,14 +201,15 @@ void TestCPictureRenderer::layer_off_shows_the_background()
 {
     display(DBGC, 0xff0000);
     display(DCM1, DISPLAY_ON);
-    QCOMPARE(differenceFromGolden(m_cBoard.picture(), QStringLiteral("renderer_layer_off_red")), QString());
+    QCOMPARE(differenceFromGolden(CBoardPicture::monitor(m_cBoard), QStringLiteral("renderer_layer_off_red")),
+             QString());
 }
 
 void TestCPictureRenderer::every_pixel_of_a_doubled_picture()
 {
     scale(0x400, 0x400);
     window(720, 576);
-    const QImage cPicture = m_cBoard.picture();
+    const QImage cPicture = CBoardPicture::monitor(m_cBoard);
     const QImage cCamera = CTestPicture::frame(0);
     int iWrong = 0;
     for (int y = 0; y < BOARD_HEIGHT; y++)
@@ -238,7 +244,7 @@ void TestCPictureRenderer::extreme_registers_stay_in_bounds()
     display(L0OA, 0xffffffff);
     display(L0WWH, size);
     display(L0WXY, position);
-    QCOMPARE(m_cBoard.picture().size(), QSize(720, 576));
+    QCOMPARE(CBoardPicture::monitor(m_cBoard).size(), QSize(720, 576));
 }
 
 // Graphic layer
@@ -263,7 +269,7 @@ void TestCPictureRenderer::graphic_shows_controller_memory()
     drawGraphic(m_cBoard);
     display(DBGC, 0x0000aa);
     display(DCM1, DISPLAY_ON | LAYER_0);
-    const QImage cPicture = m_cBoard.picture();
+    const QImage cPicture = CBoardPicture::monitor(m_cBoard);
     const QRgb EXPECTED[2][3] = {
         {0xffff0000, 0xff00ff00, 0xff0000ff},
         {BLACK,      0xffffffff, 0xff848484}
@@ -280,7 +286,7 @@ void TestCPictureRenderer::graphic_needs_16_bit_mode()
     drawGraphic(m_cBoard);
     display(L0M, 2u << 16);
     display(DCM1, DISPLAY_ON | LAYER_0);
-    QCOMPARE(m_cBoard.picture(), plain(BLACK));
+    QCOMPARE(CBoardPicture::monitor(m_cBoard), plain(BLACK));
 }
 
 void TestCPictureRenderer::graphic_zero_can_be_transparent()
@@ -289,23 +295,23 @@ void TestCPictureRenderer::graphic_zero_can_be_transparent()
     display(L0TC, 1u << 15);
     display(DBGC, 0x0000aa);
     display(DCM1, DISPLAY_ON | LAYER_0);
-    QCOMPARE(m_cBoard.picture().pixel(100, 51), 0xff0000aau);
-    QCOMPARE(m_cBoard.picture().pixel(100, 50), RED);
+    QCOMPARE(CBoardPicture::monitor(m_cBoard).pixel(100, 51), 0xff0000aau);
+    QCOMPARE(CBoardPicture::monitor(m_cBoard).pixel(100, 50), RED);
 }
 
 void TestCPictureRenderer::layers_are_ordered()
 {
     drawGraphic(m_cBoard);
     display(DCM1, DISPLAY_ON | LAYER_0 | LAYER_1);
-    QCOMPARE(m_cBoard.picture().pixel(100, 50), RED);
+    QCOMPARE(CBoardPicture::monitor(m_cBoard).pixel(100, 50), RED);
     display(DLS, 0x00543201);
-    QCOMPARE(m_cBoard.picture().pixel(100, 50), CTestPicture::frame(0).pixel(100, 50));
+    QCOMPARE(CBoardPicture::monitor(m_cBoard).pixel(100, 50), CTestPicture::frame(0).pixel(100, 50));
 }
 
 void TestCPictureRenderer::a_layer_without_a_place_is_not_shown()
 {
     display(DLS, 0x00555555);
-    QCOMPARE(m_cBoard.picture(), plain(BLACK));
+    QCOMPARE(CBoardPicture::monitor(m_cBoard), plain(BLACK));
 }
 
 QTEST_GUILESS_MAIN(TestCPictureRenderer)

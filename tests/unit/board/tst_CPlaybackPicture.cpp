@@ -1,4 +1,6 @@
 /* What the codec stand-in puts out, and when the picture shows it. */
+#include "board/create/CBoardMaker.h"
+#include "board/picture/CBoardPicture.h"
 #include "board/picture/CPlaybackPicture.h"
 #include "board/picture/CTestPicture.h"
 #include "board/state/CBoard.h"
@@ -70,7 +72,7 @@ void TestCPlaybackPicture::init()
     m_pcDirectory.reset(new QTemporaryDir);
     const QString cPath = m_pcDirectory->filePath(QStringLiteral("board"));
     QString cError;
-    QVERIFY2(CBoard::create(cPath, cError) && m_cBoard.open(cPath), qPrintable(cError));
+    QVERIFY2(CBoardMaker::create(cPath, cError) && m_cBoard.open(cPath), qPrintable(cError));
     showLiveVideo(m_cBoard);
 }
 
@@ -138,21 +140,22 @@ void TestCPlaybackPicture::is_black_while_nothing_is_played()
 void TestCPlaybackPicture::the_monitor_shows_it_in_play_mode()
 {
     m_cBoard.setFpgaRegister(FPGA_CTRL, PLAY_MODE);
-    QCOMPARE(m_cBoard.picture(), plain(BLACK));
+    QCOMPARE(CBoardPicture::monitor(m_cBoard), plain(BLACK));
     QVERIFY(m_cBoard.setCodecState(playing(7)));
-    QCOMPARE(m_cBoard.picture().copy(0, 0, 688, 573),
+    QCOMPARE(CBoardPicture::monitor(m_cBoard).copy(0, 0, 688, 573),
              CPlaybackPicture::frame(playing(7)).copy(0, 0, 688, 573));
     m_cBoard.setFpgaRegister(FPGA_CTRL, 0);
-    QCOMPARE(m_cBoard.picture().copy(0, 0, 688, 573), CTestPicture::frame(0).copy(0, 0, 688, 573));
+    QCOMPARE(CBoardPicture::monitor(m_cBoard).copy(0, 0, 688, 573),
+             CTestPicture::frame(0).copy(0, 0, 688, 573));
 }
 
 void TestCPlaybackPicture::one_bit_of_the_two_is_not_play_mode()
 {
     m_cBoard.setCodecState(playing(7));
-    const QImage cLive = m_cBoard.picture();
+    const QImage cLive = CBoardPicture::monitor(m_cBoard);
     for (const quint32 u32Bit : {1u << 24, 1u << 25}) {
         m_cBoard.setFpgaRegister(FPGA_CTRL, u32Bit);
-        QCOMPARE(m_cBoard.picture(), cLive);
+        QCOMPARE(CBoardPicture::monitor(m_cBoard), cLive);
     }
 }
 
@@ -160,23 +163,23 @@ void TestCPlaybackPicture::it_covers_the_frame_generator_and_not_the_stored_fram
 {
     m_cBoard.setCodecState(playing(7));
     m_cBoard.setFpgaRegister(FPGA_CTRL, PLAY_MODE);
-    const QImage cPlayback = m_cBoard.picture();
+    const QImage cPlayback = CBoardPicture::monitor(m_cBoard);
     m_cBoard.setFpgaRegister(FPGA_CTRL, PLAY_MODE | FRAME_GENERATOR);
-    QCOMPARE(m_cBoard.picture(), cPlayback);
+    QCOMPARE(CBoardPicture::monitor(m_cBoard), cPlayback);
     m_cBoard.setFpgaRegister(FPGA_CTRL, PLAY_MODE | RESTORE);
-    QCOMPARE(m_cBoard.picture(), plain(BLACK));
+    QCOMPARE(CBoardPicture::monitor(m_cBoard), plain(BLACK));
 }
 
 void TestCPlaybackPicture::recording_mode_shows_and_records_the_camera()
 {
-    const QImage cLive = m_cBoard.picture();
-    const QImage cRecorded = m_cBoard.recordedPicture();
+    const QImage cLive = CBoardPicture::monitor(m_cBoard);
+    const QImage cRecorded = CBoardPicture::recorded(m_cBoard);
     QCOMPARE(cRecorded, CTestPicture::frame(0));
     SCodecState sState = playing(7);
     sState.eActivity = SCodecState::RECORDING;
     m_cBoard.setCodecState(sState);
-    QCOMPARE(m_cBoard.picture(), cLive);
-    QCOMPARE(m_cBoard.recordedPicture(), cRecorded);
+    QCOMPARE(CBoardPicture::monitor(m_cBoard), cLive);
+    QCOMPARE(CBoardPicture::recorded(m_cBoard), cRecorded);
 }
 
 void TestCPlaybackPicture::the_state_is_kept_as_text()

@@ -1,4 +1,6 @@
 /* The tool as a process: what it prints, changes, and ends with. */
+#include "board/create/CBoardMaker.h"
+#include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"
 #include "board/state/CBoard.h"
 #include "tests/support/live_video.h"
@@ -71,7 +73,7 @@ void TestHaldenBoard::init()
 {
     m_pcDirectory.reset(new QTemporaryDir);
     QString cError;
-    QVERIFY2(CBoard::create(file("board"), cError) && m_cBoard.open(file("board")), qPrintable(cError));
+    QVERIFY2(CBoardMaker::create(file("board"), cError) && m_cBoard.open(file("board")), qPrintable(cError));
     showLiveVideo(m_cBoard);
     m_cEnvironment = QProcessEnvironment::systemEnvironment();
     m_cEnvironment.insert(QStringLiteral(BOARD_VARIABLE), file("board"));
@@ -217,7 +219,7 @@ void TestHaldenBoard::writes_the_picture()
     QCOMPARE(run({"picture", file("out.png")}), 0);
     QImage cImage;
     QVERIFY(cImage.load(file("out.png"), "PNG"));
-    QCOMPARE(cImage.convertToFormat(QImage::Format_RGB32), m_cBoard.picture());
+    QCOMPARE(cImage.convertToFormat(QImage::Format_RGB32), CBoardPicture::monitor(m_cBoard));
 }
 
 void TestHaldenBoard::follows_the_picture()
@@ -243,8 +245,8 @@ void TestHaldenBoard::writes_the_recorded_picture()
     // The window is cut for the monitor; what is recorded is whole.
     const QString cPath = file("recorded.png");
     QCOMPARE(run({QStringLiteral("picture"), QStringLiteral("--recorded"), cPath}), 0);
-    QVERIFY(QImage(cPath).convertToFormat(QImage::Format_RGB32) == m_cBoard.recordedPicture());
-    QVERIFY(m_cBoard.recordedPicture() != m_cBoard.picture());
+    QVERIFY(QImage(cPath).convertToFormat(QImage::Format_RGB32) == CBoardPicture::recorded(m_cBoard));
+    QVERIFY(CBoardPicture::recorded(m_cBoard) != CBoardPicture::monitor(m_cBoard));
 }
 
 void TestHaldenBoard::draws_glyph_sets_without_a_board()

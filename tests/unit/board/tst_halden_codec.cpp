@@ -1,4 +1,5 @@
 /* The codec stand-in as a process, on a bus and a board of each test's own. */
+#include "board/create/CBoardMaker.h"
 #include "board/state/CBoard.h"
 #include "tests/support/CCodecProcess.h"
 #include "tests/support/CPrivateBus.h"
@@ -91,7 +92,7 @@ void TestHaldenCodec::init()
     m_cFile = m_pcDirectory->filePath(QStringLiteral("film.ts"));
     const QString cBoard = m_pcDirectory->filePath(QStringLiteral("board"));
     QString cError;
-    QVERIFY2(CBoard::create(cBoard, cError) && m_cBoard.open(cBoard), qPrintable(cError));
+    QVERIFY2(CBoardMaker::create(cBoard, cError) && m_cBoard.open(cBoard), qPrintable(cError));
     QVERIFY2(m_pcBus->start(), qPrintable(m_pcBus->error()));
     QVERIFY2(startCodec(), m_pcCodec->describe());
     QDBusConnection::connectToBus(m_pcBus->address(), SERVICE);

@@ -1,5 +1,6 @@
 /* What the overlay library draws, seen: the library in process on an attached board, the picture compared with
  * golden ones. */
+#include "board/picture/CBoardPicture.h"
 #include "board/picture/CGlyphSheet.h"
 #include "board/picture/CTestPicture.h"
 #include "board/picture/SentencePages.h"
@@ -89,7 +90,7 @@ void TestOverlayPictures::cleanup()
 
 void TestOverlayPictures::compareWithGolden(const QString& rcName)
 {
-    QCOMPARE(differenceFromGolden((*m_pcBoard)->picture(), rcName), QString());
+    QCOMPARE(differenceFromGolden(CBoardPicture::monitor(**m_pcBoard), rcName), QString());
 }
 
 static void addSets()
@@ -164,21 +165,21 @@ void TestOverlayPictures::all_palette_pairs()
 void TestOverlayPictures::the_page_shown_is_the_one_named()
 {
     CBoard& rcBoard = *m_pcBoard->operator->();
-    const QImage cEmpty = rcBoard.picture();
+    const QImage cEmpty = CBoardPicture::monitor(rcBoard);
     text_overlay_on();
     set_active_text_write_page(3);
     write_text_xyc("page 3", 0, 0, 0x18);
-    QVERIFY(rcBoard.picture() == cEmpty);
+    QVERIFY(CBoardPicture::monitor(rcBoard) == cEmpty);
     show_text_page(3);
-    QVERIFY(rcBoard.picture() != cEmpty);
+    QVERIFY(CBoardPicture::monitor(rcBoard) != cEmpty);
     show_text_page(0);
-    QVERIFY(rcBoard.picture() == cEmpty);
+    QVERIFY(CBoardPicture::monitor(rcBoard) == cEmpty);
 
     graphic_overlay_on();
     write_graphic_window(0, 0, 100, 100, 10, 5);
-    QVERIFY(rcBoard.picture() == cEmpty);
+    QVERIFY(CBoardPicture::monitor(rcBoard) == cEmpty);
     show_graphic_page(5);
-    QVERIFY(rcBoard.picture() != cEmpty);
+    QVERIFY(CBoardPicture::monitor(rcBoard) != cEmpty);
 }
 
 void TestOverlayPictures::graphics_under_and_over_text()
@@ -232,7 +233,7 @@ void TestOverlayPictures::frame_generator()
     text_overlay_on();
     compareWithGolden(QStringLiteral("frame_generator"));
     frame_generator_off();
-    QCOMPARE((*m_pcBoard)->picture().pixel(0, 0), CAMERA);
+    QCOMPARE(CBoardPicture::monitor(**m_pcBoard).pixel(0, 0), CAMERA);
 }
 
 void TestOverlayPictures::a_stored_picture_is_restored()
@@ -243,12 +244,12 @@ void TestOverlayPictures::a_stored_picture_is_restored()
     rcBoard.setCamera(cTestCard);
     store_video();
     rcBoard.setCamera(cPlain);
-    QCOMPARE(rcBoard.picture().pixel(0, 0), CAMERA);
+    QCOMPARE(CBoardPicture::monitor(rcBoard).pixel(0, 0), CAMERA);
     video_restore_on();
     compareWithGolden(QStringLiteral("restored_still"));
-    QVERIFY(rcBoard.picture() == cTestCard.convertToFormat(QImage::Format_RGB32));
+    QVERIFY(CBoardPicture::monitor(rcBoard) == cTestCard.convertToFormat(QImage::Format_RGB32));
     video_restore_off();
-    QCOMPARE(rcBoard.picture().pixel(0, 0), CAMERA);
+    QCOMPARE(CBoardPicture::monitor(rcBoard).pixel(0, 0), CAMERA);
 }
 
 // Through a buffer and back all is as it was but the two outermost lines.
@@ -272,7 +273,7 @@ void TestOverlayPictures::an_image_written_back_is_restored()
     store_video();
     write_video_image_to_fpga(cBuffer.data(), 0, cBuffer.size());
     video_restore_on();
-    QVERIFY(rcBoard.picture().copy(cInner) == cTestCard.copy(cInner));
+    QVERIFY(CBoardPicture::monitor(rcBoard).copy(cInner) == cTestCard.copy(cInner));
 }
 
 void TestOverlayPictures::storing_keeps_what_is_live()
@@ -281,47 +282,47 @@ void TestOverlayPictures::storing_keeps_what_is_live()
     video_restore_on();
     rcBoard.setCameraPlugged(false);
     store_video();
-    QCOMPARE(rcBoard.picture().pixel(360, 288), qRgb(0, 0, 0));
+    QCOMPARE(CBoardPicture::monitor(rcBoard).pixel(360, 288), qRgb(0, 0, 0));
     fpga_device_write_reg(FPGA_FGCC, 0x00445566);
     frame_generator_on();
     store_video();
-    QCOMPARE(rcBoard.picture().pixel(360, 288), qRgb(0x44, 0x55, 0x66));
+    QCOMPARE(CBoardPicture::monitor(rcBoard).pixel(360, 288), qRgb(0x44, 0x55, 0x66));
 }
 
 void TestOverlayPictures::control_sets_are_apart()
 {
     CBoard& rcBoard = *m_pcBoard->operator->();
     write_text_xyc("Overlay", 4, 4, 0x1f);
-    const QImage cCamera = rcBoard.picture();
+    const QImage cCamera = CBoardPicture::monitor(rcBoard);
     fpga_device_write_reg(FPGA_CTRL, 1U << 1);
-    QVERIFY(rcBoard.picture() != cCamera);
-    QVERIFY(rcBoard.recordedPicture() == cCamera);
+    QVERIFY(CBoardPicture::monitor(rcBoard) != cCamera);
+    QVERIFY(CBoardPicture::recorded(rcBoard) == cCamera);
     fpga_device_write_reg(FPGA_CTRL, 1U << 17);
-    QVERIFY(rcBoard.picture() == cCamera);
-    QVERIFY(rcBoard.recordedPicture() != cCamera);
+    QVERIFY(CBoardPicture::monitor(rcBoard) == cCamera);
+    QVERIFY(CBoardPicture::recorded(rcBoard) != cCamera);
     text_overlay_on();
-    QVERIFY(rcBoard.picture() == rcBoard.recordedPicture());
+    QVERIFY(CBoardPicture::monitor(rcBoard) == CBoardPicture::recorded(rcBoard));
 
     // What is recorded is neither scaled nor placed.
     rcBoard.setLimeRegister(CBoard::LIME_DISPLAY, 0x124, 100U << 16 | 100U);
-    QVERIFY(rcBoard.picture() != rcBoard.recordedPicture());
+    QVERIFY(CBoardPicture::monitor(rcBoard) != CBoardPicture::recorded(rcBoard));
 }
 
 void TestOverlayPictures::off_switches_show_the_camera()
 {
     CBoard& rcBoard = *m_pcBoard->operator->();
-    const QImage cCamera = rcBoard.picture();
+    const QImage cCamera = CBoardPicture::monitor(rcBoard);
     write_text_xyc("Overlay", 4, 4, 0x1f);
     write_graphic_window(0, 0, 100, 100, 10, 0);
     set_cursor_image(&::cursor_shapes[0]);
-    QVERIFY(rcBoard.picture() == cCamera);
+    QVERIFY(CBoardPicture::monitor(rcBoard) == cCamera);
     for (int (*const pfnOn)(void) : {text_overlay_on, graphic_overlay_on, cursor_overlay_on}) {
         pfnOn();
-        QVERIFY(rcBoard.picture() != cCamera);
+        QVERIFY(CBoardPicture::monitor(rcBoard) != cCamera);
         text_overlay_off();
         graphic_overlay_off();
         cursor_overlay_off();
-        QVERIFY(rcBoard.picture() == cCamera);
+        QVERIFY(CBoardPicture::monitor(rcBoard) == cCamera);
     }
 }
 
@@ -334,8 +335,8 @@ void TestOverlayPictures::memory_at_its_limits_is_shown_without_harm()
         for (const quint32 u32Register : {FPGA_TSXP, FPGA_TSYP, FPGA_TESZ, FPGA_TEMO, FPGA_GRAPHIC_SHOW,
                                           FPGA_CURSOR_X, FPGA_CURSOR_Y, FPGA_CURSOR_SIZE})
             fpga_device_write_reg(u32Register, u32Value);
-        QCOMPARE(rcBoard.picture().size(), QSize(BOARD_WIDTH, BOARD_HEIGHT));
-        QCOMPARE(rcBoard.recordedPicture().size(), QSize(BOARD_WIDTH, BOARD_HEIGHT));
+        QCOMPARE(CBoardPicture::monitor(rcBoard).size(), QSize(BOARD_WIDTH, BOARD_HEIGHT));
+        QCOMPARE(CBoardPicture::recorded(rcBoard).size(), QSize(BOARD_WIDTH, BOARD_HEIGHT));
     }
 }
 

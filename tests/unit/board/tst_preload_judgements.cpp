@@ -1,4 +1,5 @@
 /* What the board notes of operations that no program for it may do, and that it notes nothing else. */
+#include "board/judge/CJudgements.h"
 #include "tests/support/Judgements.h"
 #include "tests/unit/board/CAttachedBoard.h"
 
@@ -86,7 +87,7 @@ int TestPreloadJudgements::smbus(quint8 u8Direction, quint8 u8Sub, quint32 u32Si
 
 QStringList TestPreloadJudgements::takeJudgements()
 {
-    QStringList cLines = (*m_pcBoard)->judgements();
+    QStringList cLines = CJudgements::of(**m_pcBoard);
     (*m_pcBoard)->clearJudgements();
     return cLines;
 }

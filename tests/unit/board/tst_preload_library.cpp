@@ -1,4 +1,5 @@
 /* The library itself, preloaded into a program that knows nothing of it. */
+#include "board/create/CBoardMaker.h"
 #include "board/state/CBoard.h"
 
 #include <QFileInfo>
@@ -38,7 +39,7 @@ void TestPreloadLibrary::init()
     m_pcDirectory.reset(new QTemporaryDir);
     const QString cPath = m_pcDirectory->filePath(QStringLiteral("board"));
     QString cError;
-    QVERIFY2(CBoard::create(cPath, cError) && m_cBoard.open(cPath), qPrintable(cError));
+    QVERIFY2(CBoardMaker::create(cPath, cError) && m_cBoard.open(cPath), qPrintable(cError));
     m_cBoard.setTracing(true);
 }
 

@@ -1,4 +1,5 @@
 /* The library and the process around it: attaching, threads, children, byte order. */
+#include "board/create/CBoardMaker.h"
 #include "board/preload/haldenboard.h"
 #include "tests/unit/board/CAttachedBoard.h"
 
@@ -56,7 +57,7 @@ void TestPreloadProcess::refuses_unusable_boards()
     const QString cBoard = cDirectory.filePath(QStringLiteral("board"));
     if (!file.isEmpty()) {
         QString cError;
-        QVERIFY(CBoard::create(cBoard, cError));
+        QVERIFY(CBoardMaker::create(cBoard, cError));
         QFile cFile(cBoard + QLatin1Char('/') + file);
         if (bytes == -1) {
             QVERIFY(cFile.remove());
@@ -82,7 +83,7 @@ void TestPreloadProcess::turns_registers_into_its_own_byte_order()
     const QString cPath = cDirectory.filePath(QStringLiteral("board"));
     QString cError;
     CBoard cBoard;
-    QVERIFY(CBoard::create(cPath, cError) && cBoard.open(cPath));
+    QVERIFY(CBoardMaker::create(cPath, cError) && cBoard.open(cPath));
     const quint32 u32Other = board_own_order() == BOARD_ORDER_LITTLE ? BOARD_ORDER_BIG : BOARD_ORDER_LITTLE;
     QFile cControl(cBoard.path(BOARD_CONTROL));
     QVERIFY(cControl.open(QIODevice::ReadWrite) && cControl.seek(offsetof(board_control, lime_order)));

@@ -1,4 +1,5 @@
 /* The bring-up on a virtual board: what comes of it, and what is left when a step fails. */
+#include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"
 #include "daemon/CEventLogger.h"
 #include "hw/fpga_map.h"
@@ -118,8 +119,10 @@ void TestCMultimediaPlatform::brings_all_chips_up()
     QCOMPARE(rcBoard->fpgaRegister(FPGA_TESZ), 0xc0aU);
     QCOMPARE(rcBoard->limeRegister(CBoard::LIME_CAPTURE, 0x004), 0x08000800U);
     // Full screen: the ragged right and bottom edges of the camera picture are cut off.
-    QCOMPARE(rcBoard->picture().copy(0, 0, 688, 573), CTestPicture::frame(0).copy(0, 0, 688, 573));
-    QCOMPARE(differenceFromGolden(rcBoard->picture(), QStringLiteral("renderer_unscaled")), QString());
+    QCOMPARE(CBoardPicture::monitor(*rcBoard).copy(0, 0, 688, 573),
+             CTestPicture::frame(0).copy(0, 0, 688, 573));
+    QCOMPARE(differenceFromGolden(CBoardPicture::monitor(*rcBoard), QStringLiteral("renderer_unscaled")),
+             QString());
 
     // Both mappings show the same controller: the one of the tables and the one of the video window.
     Lime::lime_set_background_color(1, 2, 3);
@@ -328,34 +331,34 @@ void TestCMultimediaPlatform::internal_sync_is_the_frame_generator()
 {
     CPlatformBoard& rcBoard = *m_pcBoard;
     QCOMPARE(initialize(), 1);
-    const QImage cLive = rcBoard->picture();
+    const QImage cLive = CBoardPicture::monitor(*rcBoard);
     CMultimediaPlatform::setVideoInternalSync(true);
     QCOMPARE(rcBoard->fpgaRegister(FPGA_CTRL), 0x00800000U);
-    QCOMPARE(rcBoard->picture().pixel(300, 200), 0xff000080U);
+    QCOMPARE(CBoardPicture::monitor(*rcBoard).pixel(300, 200), 0xff000080U);
     CMultimediaPlatform::setVideoInternalSync(false);
     QCOMPARE(rcBoard->fpgaRegister(FPGA_CTRL), 0U);
-    QCOMPARE(rcBoard->picture(), cLive);
+    QCOMPARE(CBoardPicture::monitor(*rcBoard), cLive);
 }
 
 void TestCMultimediaPlatform::freezing_stores_the_picture_and_shows_it_on_request()
 {
     CPlatformBoard& rcBoard = *m_pcBoard;
     QCOMPARE(initialize(), 1);
-    const QImage cFirst = rcBoard->picture();
+    const QImage cFirst = CBoardPicture::monitor(*rcBoard);
     CMultimediaPlatform::freezeVideoPicture(false);
     rcBoard->setCamera(CTestPicture::frame(40));
-    const QImage cSecond = rcBoard->picture();
+    const QImage cSecond = CBoardPicture::monitor(*rcBoard);
     QVERIFY(cSecond != cFirst);
     QCOMPARE(rcBoard->fpgaRegister(FPGA_CTRL), 0U);
     CMultimediaPlatform::freezeVideoPictureDisplay(true);
-    QCOMPARE(rcBoard->picture(), cFirst);
+    QCOMPARE(CBoardPicture::monitor(*rcBoard), cFirst);
 
     CMultimediaPlatform::freezeVideoPictureDisplay(false);
     rcBoard->setTracing(true);
     CMultimediaPlatform::freezeVideoPicture(true);
     QCOMPARE(m_pcBoard->takeTrace(), (QStringList{QStringLiteral("fpga write32 0x00ff0008 0x00000001"),
                                                   QStringLiteral("fpga write32 0x00ff0000 0x00100010")}));
-    QCOMPARE(rcBoard->picture(), cSecond);
+    QCOMPARE(CBoardPicture::monitor(*rcBoard), cSecond);
 }
 
 void TestCMultimediaPlatform::the_stored_picture_is_shown_and_hidden()

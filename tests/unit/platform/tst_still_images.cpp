@@ -1,4 +1,5 @@
 /* Still images: from the FPGA into a file and back, and everything that files can do wrong. */
+#include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"
 #include "daemon/CEventLogger.h"
 #include "hw/fpga_map.h"
@@ -133,16 +134,16 @@ void TestStillImages::a_saved_image_opens_in_any_viewer()
 void TestStillImages::what_is_saved_comes_back_and_is_shown()
 {
     CPlatformBoard& rcBoard = *m_pcBoard;
-    const QImage cLive = rcBoard->picture();
+    const QImage cLive = CBoardPicture::monitor(*rcBoard);
     QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
     QCOMPARE(rcBoard->fpgaRegister(FPGA_CTRL), 0U);
 
     rcBoard->setCamera(CTestPicture::frame(40));
     CMultimediaPlatform::freezeVideoPicture(false);
-    QVERIFY(rcBoard->picture() != cLive);
+    QVERIFY(CBoardPicture::monitor(*rcBoard) != cLive);
     QCOMPARE(CMultimediaPlatform::loadVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
     QCOMPARE(rcBoard->fpgaRegister(FPGA_CTRL), RESTORE);
-    QCOMPARE(rcBoard->picture().copy(0, 1, 688, 572), cLive.copy(0, 1, 688, 572));
+    QCOMPARE(CBoardPicture::monitor(*rcBoard).copy(0, 1, 688, 572), cLive.copy(0, 1, 688, 572));
 }
 
 void TestStillImages::an_older_and_longer_file_is_replaced()

@@ -1,5 +1,6 @@
 /* The video processor on a virtual board, with a codec service of the test's own. Its ticks are sent, its sleeps
  * take no time, and its wall clock stands still. */
+#include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"
 #include "daemon/CEventLogger.h"
 #include "hw/fpga_map.h"
@@ -1057,7 +1058,7 @@ void TestCVideoProcessor::a_save_whose_resume_fails_ends_in_the_error()
 void TestCVideoProcessor::a_save_restores_the_picture()
 {
     CPlatformBoard& rcBoard = *m_pcBoard;
-    const QImage cLive = rcBoard->picture();
+    const QImage cLive = CBoardPicture::monitor(*rcBoard);
     QCOMPARE(command(CVideoProcessor::eCommandSaveVideoImage), OK);
     (*m_pcBoard)->setTracing(true);
     m_pcBoard->takeTrace();
@@ -1066,7 +1067,7 @@ void TestCVideoProcessor::a_save_restores_the_picture()
     QCOMPARE(cSwitches, (QStringList{QStringLiteral("fpga write32 0x00ff0008 0x00000001"),
                                      QStringLiteral("fpga write32 0x00ff0000 0x00100010"),
                                      QStringLiteral("fpga write32 0x00ff0000 0x00000000")}));
-    QCOMPARE(rcBoard->picture(), cLive);
+    QCOMPARE(CBoardPicture::monitor(*rcBoard), cLive);
 }
 
 void TestCVideoProcessor::destroying_it_drops_a_pending_save()
@@ -1097,19 +1098,19 @@ void TestCVideoProcessor::displays_and_clears_an_image()
     enter(state);
     QCOMPARE(command(CVideoProcessor::eCommandSaveVideoImage), OK);
     postedEvents();
-    const QImage cSaved = rcBoard->picture();
+    const QImage cSaved = CBoardPicture::monitor(*rcBoard);
     rcBoard->setCamera(CTestPicture::frame(40));
-    const QImage cLive = rcBoard->picture();
+    const QImage cLive = CBoardPicture::monitor(*rcBoard);
 
     QCOMPARE(int(m_pcProcessor->displayVideoImage(file("saved.bmp"))), OK);
     QCOMPARE(allowed(), allowedIn(displayed));
     QCOMPARE(rcBoard->fpgaRegister(FPGA_CTRL), RESTORE);
-    QCOMPARE(rcBoard->picture().copy(0, 1, 688, 572), cSaved.copy(0, 1, 688, 572));
+    QCOMPARE(CBoardPicture::monitor(*rcBoard).copy(0, 1, 688, 572), cSaved.copy(0, 1, 688, 572));
 
     QCOMPARE(int(m_pcProcessor->clearVideoImage()), REFUSED);
     QCOMPARE(allowed(), allowedIn(state));
     QCOMPARE(rcBoard->fpgaRegister(FPGA_CTRL), 0U);
-    QCOMPARE(rcBoard->picture(), cLive);
+    QCOMPARE(CBoardPicture::monitor(*rcBoard), cLive);
     QCOMPARE(int(m_pcProcessor->clearVideoImage()), REFUSED);
 }
 

@@ -1,0 +1,16 @@
+#ifndef HALDEND_BOARD_CREATE_CBOARDMAKER_H
+#define HALDEND_BOARD_CREATE_CBOARDMAKER_H
+
+#include <QString>
+
+/// Makes virtual boards.
+class CBoardMaker
+{
+public:
+    /// Makes a board that the daemon can be started on: the devices all zero, the default register files, the
+    /// camera plugged in and showing the test picture. Makes parent folders too. False if the directory holds
+    /// something already, or can't be written; rcError says why.
+    static bool create(const QString& rcDirectory, QString& rcError);
+};
+
+#endif

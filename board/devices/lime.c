@@ -1,0 +1,13 @@
+/* The display controller's registers, which programs reach through a mapping: the board can only lay them out as
+ * the program expects them. */
+#include "board/devices/devices.h"
+
+void lime_adopt(struct board_control* control, uint8_t* lime)
+{
+    if (board_load(&control->lime_order) == board_own_order())
+        return;
+    uint32_t* words = (uint32_t*)(void*)(lime + BOARD_LIME_HOST);
+    for (size_t i = 0; i < (BOARD_LIME_END - BOARD_LIME_HOST) / sizeof *words; i++)
+        words[i] = __builtin_bswap32(words[i]);
+    board_store(&control->lime_order, board_own_order());
+}

@@ -1,0 +1,29 @@
+/* Requests, which are ioctl calls: what the files of the devices share, and what each of them does. */
+#ifndef HALDEND_BOARD_DEVICES_REQUESTS_H
+#define HALDEND_BOARD_DEVICES_REQUESTS_H
+
+#include "board/devices/devices.h"
+
+/* The result of a system call. */
+static inline int outcome(int error)
+{
+    if (error == 0)
+        return 0;
+    errno = error;
+    return -1;
+}
+
+/* Notes a request in the trace: the number that it is about, and a value behind the separator unless that is
+ * null. error: number, or 0. */
+void request_trace(const struct board* board, enum device device, const char* operation, uint32_t address,
+                   unsigned address_digits, const char* separator, uint32_t value, unsigned value_digits,
+                   int error);
+
+/* Judges and notes a request that the device doesn't know. Returns the result of the call. */
+int request_refuse(const struct board* board, enum device device, const char* operation, uint32_t number,
+                   unsigned digits, int error);
+
+int fpga_ioctl(const struct board* board, uint32_t request, void* argument);
+int i2c_ioctl(const struct board* board, int descriptor, uint32_t request, void* argument);
+
+#endif
