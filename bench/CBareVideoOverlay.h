@@ -1,6 +1,9 @@
 #ifndef HALDEND_BENCH_CBAREVIDEOOVERLAY_H
 #define HALDEND_BENCH_CBAREVIDEOOVERLAY_H
 
+#include "hw/fpga_map.h"
+#include "hw/video_geometry.h"
+
 #include <QObject>
 #include <QString>
 
@@ -20,7 +23,7 @@ public:
     }
 
 public slots:
-    int get_max_text_line_width() { return 53; }
+    int get_max_text_line_width() { return VIDEO_TEXT_COLUMNS; }
     int create_text() { return ++m_iTexts; }
 
     /// A seek and a write of two bytes a character.
@@ -29,7 +32,7 @@ public slots:
         const QByteArray cCodes = text.toLatin1();
         for (int i = 0; i < cCodes.size(); ++i) {
             const char acCell[] = {cCodes[i], 0x15};
-            lseek(m_iDevice, 0x300000 + 2 * i, SEEK_SET);
+            lseek(m_iDevice, FPGA_TEXT_PAGES + FPGA_TEXT_CELL_BYTES * static_cast<unsigned>(i), SEEK_SET);
             if (write(m_iDevice, acCell, sizeof acCell) != sizeof acCell)
                 qWarning("bare_qt_service: the device can't be written");
         }

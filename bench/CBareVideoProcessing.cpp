@@ -3,6 +3,7 @@
 #include "fpga/video_image.h"
 #include "hw/fpga_device.h"
 #include "hw/fpga_map.h"
+#include "hw/video_geometry.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -19,8 +20,8 @@ namespace
 {
 
 const std::size_t HEADER_BYTES = 54;
-const std::size_t LINE_BYTES = 2880;
-const std::size_t LINES = 576;
+const std::size_t LINE_BYTES = VIDEO_LINE_BYTES;
+const std::size_t LINES = VIDEO_HEIGHT;
 
 const unsigned int STORE_TIME_US = 100000;
 const unsigned int SETTLE_TIME_S = 1;

@@ -5,6 +5,7 @@
 #include "fpga/video_image.h"
 #include "hw/fpga_device.h"
 #include "hw/fpga_map.h"
+#include "hw/video_geometry.h"
 
 #include <algorithm>
 #include <array>
@@ -21,11 +22,9 @@ namespace
 
 using CClock = std::chrono::steady_clock;
 
-const std::size_t LINES = 576;
-const std::size_t FIELD_LINES = LINES / 2;
-const std::size_t LINE_WORDS = 720;
+const std::size_t LINES = VIDEO_HEIGHT;
+const std::size_t LINE_WORDS = VIDEO_WIDTH;
 const std::size_t FRAME_WORDS = LINES * LINE_WORDS;
-static_assert(FRAME_WORDS * sizeof(std::uint32_t) == VIDEO_IMAGE_SIZE, "both sides move the same frame");
 
 const unsigned char* const GLYPH_SETS[] = {font_map_tab_iso8859_15.rows, font_map_tab_iso8859_16.rows,
                                            font_map_tab_iso8859_5.rows};
@@ -37,7 +36,7 @@ const int FRAME_CALLS = 1;
 const int GLYPH_CALLS = 100 * SETS;
 const int TEXT_CALLS = 50;
 
-const int CELLS = 53;
+const int CELLS = VIDEO_TEXT_COLUMNS;
 const unsigned char CELL_COLOR = 0x15; // of a text that nobody has coloured
 
 // Makes the compiler believe that somebody reads the bytes.
@@ -86,7 +85,7 @@ void swapPairs(const unsigned char* __restrict pu8From, unsigned char* __restric
 std::size_t storedLine(std::size_t iLine)
 {
     const std::size_t iFrameLine = LINES - 1 - iLine;
-    return iFrameLine / 2 + iFrameLine % 2 * FIELD_LINES;
+    return iFrameLine / 2 + iFrameLine % 2 * VIDEO_FIELD_LINES;
 }
 
 using CFrame = std::vector<std::uint32_t>;

@@ -1,6 +1,7 @@
 #include "bench/CProcessingMeter.h"
 
 #include "fpga/video_image.h"
+#include "hw/video_geometry.h"
 
 #include <algorithm>
 #include <chrono>
@@ -29,7 +30,7 @@ const double PAUSES_MS = 1100;
 
 const char* const IMAGES[] = {"still.bmp", "reference.bmp"}; // by side
 const std::size_t HEADER_BYTES = 54;
-const std::size_t LINE_BYTES = 2880;
+const std::size_t LINE_BYTES = VIDEO_LINE_BYTES;
 
 double microsecondsSince(CClock::time_point cStart)
 {

@@ -1,5 +1,7 @@
 #include "bench/CTextMeter.h"
 
+#include "hw/video_geometry.h"
+
 #include <algorithm>
 #include <chrono>
 #include <stdexcept>
@@ -16,7 +18,7 @@ const int CREATIONS_MIN = 5000; // of small numbers of texts several times
 
 // Positions are bytes. Below the visible rows nothing is drawn, and all texts have places of their own.
 const int PLACES_A_ROW = 256;
-const int FIRST_HIDDEN_ROW = 26;
+const int FIRST_HIDDEN_ROW = VIDEO_TEXT_ROWS;
 const int HIDDEN_ROWS = 230;
 
 double microsecondsSince(CClock::time_point cStart)
@@ -35,7 +37,7 @@ CTextMeter::CTextMeter()
 // A getter queues up behind the calls that were sent.
 void CTextMeter::barrier(const std::string& rcName)
 {
-    if (m_cStage.client().get(rcName, OBJECT, "get_max_text_line_width") != 53)
+    if (m_cStage.client().get(rcName, OBJECT, "get_max_text_line_width") != VIDEO_TEXT_COLUMNS)
         throw std::runtime_error("wrong width");
 }
 

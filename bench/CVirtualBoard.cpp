@@ -3,17 +3,10 @@
 #include "bench/CProcess.h"
 #include "bench/CTemporaryDirectory.h"
 #include "bench/Timeouts.h"
-#include "hw/lime_mmio.h"
+#include "hw/lime_registers.h"
 
 #include <fstream>
 #include <stdexcept>
-
-namespace
-{
-
-const std::uint32_t L1WXY = 0x124; // layer 1 window position, in the display window
-
-} // namespace
 
 CVirtualBoard::CVirtualBoard(const CTemporaryDirectory& rcDirectory) : m_cPath(rcDirectory.file("board"))
 {
@@ -34,7 +27,7 @@ std::vector<std::string> CVirtualBoard::environment() const
 std::uint32_t CVirtualBoard::videoPosition() const
 {
     std::ifstream cDevice(device("fb0"), std::ios::binary);
-    cDevice.seekg(LIME_DISP_WINDOW + L1WXY);
+    cDevice.seekg(LIME_DISP_WINDOW + LIME_L1WXY);
     // Controller registers are in the byte order of the processor, which is ours.
     std::uint32_t u32Value = 0;
     if (!cDevice.read(reinterpret_cast<char*>(&u32Value), sizeof(u32Value)))

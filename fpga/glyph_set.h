@@ -4,6 +4,7 @@
 
 #include "fpga/font_tables.h"
 #include "fpga/glyph.h"
+#include "hw/fpga_map.h"
 
 namespace glyphs
 {
@@ -57,13 +58,12 @@ constexpr const set_row& row_of(const common_rows& common, const own_rows& own, 
 
 constexpr font_map_tab map_of(const common_rows& common, const own_rows& own)
 {
-    constexpr std::size_t GLYPH_BYTES = 64;
     constexpr std::size_t HALF_BYTES = 32;
     font_map_tab table{};
     for (std::size_t code = 0; code < 256; ++code) {
         const glyph& shape = row_of(common, own, code).shape;
         for (std::size_t line = 0; line < GLYPH_LINES; ++line) {
-            const std::size_t at = code * GLYPH_BYTES + line % 2 * HALF_BYTES + line / 2 * 2;
+            const std::size_t at = code * FPGA_GLYPH_BYTES + line % 2 * HALF_BYTES + line / 2 * 2;
             table.rows[at] = static_cast<unsigned char>(shape.line[line] >> 8);
             table.rows[at + 1] = static_cast<unsigned char>(shape.line[line] & 0xff);
         }

@@ -5,12 +5,11 @@
 #include "fpga/palettes.h"
 #include "fpga/screen.h"
 #include "hw/fpga_map.h"
+#include "hw/video_geometry.h"
 
 #include <cstdlib>
 #include <cstring>
 
-static const uint32_t GRAPHIC_WIDTH = 720;
-static const uint32_t GRAPHIC_HEIGHT = 288;
 static const int PAGES = static_cast<int>(FPGA_PAGES);
 
 const uint32_t graphic_page_addr_offset[9] = {
@@ -47,11 +46,11 @@ int init_fpga_graphic_layer(void)
 
 int clear_graphic_memory(void)
 {
-    const unsigned char zeros[GRAPHIC_WIDTH] = {};
+    const unsigned char zeros[VIDEO_WIDTH] = {};
     int result = 0;
     for (const uint32_t page : graphic_page_addr_offset)
-        for (uint32_t line = 0; line < GRAPHIC_HEIGHT; ++line)
-            result = write_fpga_block(page + line * GRAPHIC_WIDTH, zeros, sizeof(zeros));
+        for (uint32_t line = 0; line < VIDEO_FIELD_LINES; ++line)
+            result = write_fpga_block(page + line * VIDEO_WIDTH, zeros, sizeof(zeros));
     return result;
 }
 

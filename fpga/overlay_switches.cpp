@@ -5,8 +5,6 @@
 #include "hw/fpga_device.h"
 #include "hw/fpga_map.h"
 
-static const uint32_t CTRL_POR = 0x03000000; /* play or record mode, both bits */
-
 static int write_shadow(uint32_t shadow)
 {
     current_screen->control_shadow = shadow;
@@ -31,38 +29,38 @@ static int switch_toggle(uint32_t bits, uint32_t tested)
     return (current_screen->control_shadow & tested) != 0 ? switch_off(bits) : switch_on(bits);
 }
 
-#define OVERLAY_SWITCH(name, bits, tested)          \
-    int name##_on(void)                             \
-    {                                               \
-        return switch_on(bits);                     \
-    }                                               \
-    int name##_off(void)                            \
-    {                                               \
-        return switch_off(bits);                    \
-    }                                               \
-    int name##_toggle(void)                         \
-    {                                               \
-        return switch_toggle(bits, 1u << (tested)); \
+#define OVERLAY_SWITCH(name, bits, tested)  \
+    int name##_on(void)                     \
+    {                                       \
+        return switch_on(bits);             \
+    }                                       \
+    int name##_off(void)                    \
+    {                                       \
+        return switch_off(bits);            \
+    }                                       \
+    int name##_toggle(void)                 \
+    {                                       \
+        return switch_toggle(bits, tested); \
     }
 
 // clang-format off
-/*             switch            bits        tested */
-OVERLAY_SWITCH(text_overlay,     0x00020002,  1) /* cto, ato */
-OVERLAY_SWITCH(graphic_overlay,  0x00010001,  0) /* cgo, ago */
-OVERLAY_SWITCH(cursor_overlay,   0x00040004,  2) /* cco, aco */
-OVERLAY_SWITCH(graphic_priority, 0x00000008,  3) /* agp */
-OVERLAY_SWITCH(video_restore,    0x00100010,  4) /* cvr, avr */
-OVERLAY_SWITCH(frame_generator,  0x00800000, 23) /* fgon */
+/*             switch            bits                            tested */
+OVERLAY_SWITCH(text_overlay,     FPGA_CTRL_CTO | FPGA_CTRL_ATO,  FPGA_CTRL_ATO)
+OVERLAY_SWITCH(graphic_overlay,  FPGA_CTRL_CGO | FPGA_CTRL_AGO,  FPGA_CTRL_AGO)
+OVERLAY_SWITCH(cursor_overlay,   FPGA_CTRL_CCO | FPGA_CTRL_ACO,  FPGA_CTRL_ACO)
+OVERLAY_SWITCH(graphic_priority, FPGA_CTRL_AGP,                  FPGA_CTRL_AGP)
+OVERLAY_SWITCH(video_restore,    FPGA_CTRL_CVR | FPGA_CTRL_AVR,  FPGA_CTRL_AVR)
+OVERLAY_SWITCH(frame_generator,  FPGA_CTRL_FGON,                 FPGA_CTRL_FGON)
 // clang-format on
 
 int fpga_rec_mode(void)
 {
-    return fpga_device_write_reg(FPGA_CTRL, fpga_device_read_reg(FPGA_CTRL) & ~CTRL_POR);
+    return fpga_device_write_reg(FPGA_CTRL, fpga_device_read_reg(FPGA_CTRL) & ~FPGA_CTRL_POR);
 }
 
 int fpga_play_mode(void)
 {
-    return fpga_device_write_reg(FPGA_CTRL, fpga_device_read_reg(FPGA_CTRL) | CTRL_POR);
+    return fpga_device_write_reg(FPGA_CTRL, fpga_device_read_reg(FPGA_CTRL) | FPGA_CTRL_POR);
 }
 
 int store_video(void)

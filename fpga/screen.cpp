@@ -7,6 +7,7 @@
 #include "fpga/text_layer.h"
 #include "hw/fpga_device.h"
 #include "hw/fpga_map.h"
+#include "hw/video_geometry.h"
 
 screen* current_screen = nullptr;
 
@@ -15,12 +16,12 @@ uint32_t init_screen(screen* record, text_cursor* cursor)
     record->text_write_page = 0;
     record->text_color = 0x18;
     record->cursor = cursor;
-    record->text_columns = 53;
-    record->text_lines = 26;
+    record->text_columns = VIDEO_TEXT_COLUMNS;
+    record->text_lines = VIDEO_TEXT_ROWS;
     record->graphic_write_page = 0;
     record->graphic_color = 1;
-    record->graphic_width = 720;
-    record->graphic_height = 288;
+    record->graphic_width = VIDEO_WIDTH;
+    record->graphic_height = VIDEO_FIELD_LINES;
     record->graphic_x_offset = 40;
     record->graphic_y_offset = 7;
     record->control_shadow = fpga_device_read_reg(FPGA_CTRL);

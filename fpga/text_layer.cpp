@@ -11,10 +11,6 @@
 #include <cstdlib>
 #include <cstring>
 
-static const uint32_t CELL_BYTES = 2;
-static const uint32_t ROW_CELLS = 64;
-static const uint32_t ROW_BYTES = ROW_CELLS * CELL_BYTES;
-
 uint32_t text_page_addr_offset(unsigned int page)
 {
     return FPGA_TEXT_PAGES + page * FPGA_TEXT_PAGE_STRIDE;
@@ -22,7 +18,8 @@ uint32_t text_page_addr_offset(unsigned int page)
 
 static uint32_t cell_address(unsigned int x, unsigned int y)
 {
-    return text_page_addr_offset(current_screen->text_write_page) + (x + y * ROW_CELLS) * CELL_BYTES;
+    return text_page_addr_offset(current_screen->text_write_page) +
+           (x + y * FPGA_TEXT_ROW_CELLS) * FPGA_TEXT_CELL_BYTES;
 }
 
 int init_fpga_text_layer(void)
@@ -54,14 +51,14 @@ int write_text_xyc(const char* text, unsigned int x, unsigned int y, unsigned in
     if (current_screen == nullptr)
         return -1;
     const int32_t n = cells_that_fit(static_cast<uint32_t>(strlen(text)), x);
-    const size_t length = CELL_BYTES * static_cast<size_t>(n < 0 ? 0 : n);
+    const size_t length = FPGA_TEXT_CELL_BYTES * static_cast<size_t>(n < 0 ? 0 : n);
     auto* cells = n < 0 ? nullptr : static_cast<unsigned char*>(malloc(length + 1));
     if (cells == nullptr) {
         fputs("malloc error in write_text_xyc\n", stderr);
         return -1;
     }
-    for (size_t i = 0; i < length; i += CELL_BYTES) {
-        cells[i] = static_cast<unsigned char>(text[i / CELL_BYTES]);
+    for (size_t i = 0; i < length; i += FPGA_TEXT_CELL_BYTES) {
+        cells[i] = static_cast<unsigned char>(text[i / FPGA_TEXT_CELL_BYTES]);
         cells[i + 1] = static_cast<unsigned char>(color);
     }
     const int result = write_fpga_block(cell_address(x, y), cells, length);
@@ -73,8 +70,8 @@ int write_ch_xyc(unsigned int ch, unsigned int x, unsigned int y, unsigned int c
 {
     if (current_screen == nullptr)
         return -1;
-    const unsigned char cell[CELL_BYTES] = {static_cast<unsigned char>(ch),
-                                            static_cast<unsigned char>(color)};
+    const unsigned char cell[FPGA_TEXT_CELL_BYTES] = {static_cast<unsigned char>(ch),
+                                                      static_cast<unsigned char>(color)};
     return write_fpga_block(cell_address(x, y), cell, sizeof(cell));
 }
 
@@ -107,12 +104,12 @@ int clear_text_page(unsigned int page)
 {
     if (current_screen == nullptr)
         return -1;
-    const unsigned char zeros[ROW_BYTES] = {};
-    const uint32_t used = current_screen->text_columns * CELL_BYTES;
+    const unsigned char zeros[FPGA_TEXT_ROW_BYTES] = {};
+    const uint32_t used = current_screen->text_columns * FPGA_TEXT_CELL_BYTES;
     int result = 0;
     for (uint32_t row = 0; row < current_screen->text_lines; ++row)
-        result = write_fpga_block(text_page_addr_offset(page) + row * ROW_BYTES, zeros,
-                                  used < ROW_BYTES ? used : ROW_BYTES);
+        result = write_fpga_block(text_page_addr_offset(page) + row * FPGA_TEXT_ROW_BYTES, zeros,
+                                  used < FPGA_TEXT_ROW_BYTES ? used : FPGA_TEXT_ROW_BYTES);
     return result;
 }
 

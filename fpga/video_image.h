@@ -11,6 +11,8 @@
 #ifndef HALDEND_FPGA_VIDEO_IMAGE_H
 #define HALDEND_FPGA_VIDEO_IMAGE_H
 
+#include "hw/video_geometry.h"
+
 #include <stddef.h>
 
 #ifdef __cplusplus
@@ -18,7 +20,7 @@ extern "C" {
 #endif
 
 /* Bytes of a whole frame. */
-#define VIDEO_IMAGE_SIZE 1658880u
+#define VIDEO_IMAGE_SIZE VIDEO_FRAME_BYTES
 
 /* Reads the frame. Returns 0, or -1 without memory, then nothing was read. */
 int get_video_image_from_fpga(unsigned char* buffer, int unused, size_t size);

@@ -5,6 +5,8 @@
 #ifndef HALDEND_HW_FPGA_MAP_H
 #define HALDEND_HW_FPGA_MAP_H
 
+#include "hw/video_geometry.h"
+
 /* Memory */
 #define FPGA_GRAPHIC_PAGES       0x0000000u /* pages 0-8, one every FPGA_GRAPHIC_PAGE_STRIDE bytes */
 #define FPGA_GRAPHIC_PAGE_STRIDE 0x33400u
@@ -17,7 +19,17 @@
 #define FPGA_TEXT_BACKGROUND     0x0ff1840u /* the same */
 #define FPGA_VIDEO_IMAGE         0x1000000u /* the stored frame, field after field */
 
+#define FPGA_END (FPGA_VIDEO_IMAGE + VIDEO_FRAME_BYTES)
+
 #define FPGA_PAGES 9u /* of text and of graphics each */
+
+/* A text page is 28 rows of 64 cells of 2 bytes; the left and the upper ones are seen, VIDEO_TEXT_COLUMNS of
+ * VIDEO_TEXT_ROWS. A glyph set is 256 glyphs of 64 bytes. */
+#define FPGA_TEXT_CELL_BYTES 2u
+#define FPGA_TEXT_ROW_CELLS  64u
+#define FPGA_TEXT_ROW_BYTES  (FPGA_TEXT_ROW_CELLS * FPGA_TEXT_CELL_BYTES)
+#define FPGA_GLYPH_COUNT     256u
+#define FPGA_GLYPH_BYTES     64u
 
 /* Registers */
 #define FPGA_CTRL         0xff0000u /* display control */
@@ -33,5 +45,19 @@
 #define FPGA_TSYP         0xff1a04u /* text layer, first line */
 #define FPGA_TESZ         0xff1a08u /* cell size */
 #define FPGA_TEMO         0xff1a0cu /* byte address of the displayed text page */
+
+/* Bits of FPGA_CTRL. Control set A mixes what the monitor shows, set C what is recorded. The field table,
+ * regdb/regs_fpga.cpp, is held against them when it is compiled. */
+#define FPGA_CTRL_AGO  (1u << 0)  /* A: graphic overlay */
+#define FPGA_CTRL_ATO  (1u << 1)  /* A: text overlay */
+#define FPGA_CTRL_ACO  (1u << 2)  /* A: cursor */
+#define FPGA_CTRL_AGP  (1u << 3)  /* A: graphics cover text */
+#define FPGA_CTRL_AVR  (1u << 4)  /* A: stored frame in place of the video */
+#define FPGA_CTRL_CGO  (1u << 16) /* C: graphic overlay */
+#define FPGA_CTRL_CTO  (1u << 17) /* C: text overlay */
+#define FPGA_CTRL_CCO  (1u << 18) /* C: cursor */
+#define FPGA_CTRL_CVR  (1u << 20) /* C: stored frame in place of the video */
+#define FPGA_CTRL_FGON (1u << 23) /* frame generator */
+#define FPGA_CTRL_POR  (3u << 24) /* both bits: play, else record */
 
 #endif

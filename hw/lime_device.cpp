@@ -12,10 +12,6 @@
 
 static void* lime_base = nullptr;
 
-static const uint32_t LIME_DCM1 = 0x100;
-static const uint32_t LIME_L0ETC = 0x1a0;
-static const unsigned int LIME_LAYERS = 6;
-
 int init_lime_framebuffer(const char* path)
 {
     fbfd = open(path, O_RDWR);
@@ -56,9 +52,8 @@ LIME_WINDOW_ACCESS(host_reg, LIME_HOST_WINDOW)
 LIME_WINDOW_ACCESS(draw_reg, LIME_DRAW_WINDOW)
 LIME_WINDOW_ACCESS(pio_reg, LIME_PIO_WINDOW)
 
-static void change_disp_bit(uint32_t off, unsigned int bit, bool set)
+static void change_disp_bit(uint32_t off, uint32_t mask, bool set)
 {
-    const uint32_t mask = uint32_t{1} << bit;
     const uint32_t value = lime_read_disp_reg(off);
     lime_write_disp_reg(off, set ? value | mask : value & ~mask);
 }
@@ -66,13 +61,13 @@ static void change_disp_bit(uint32_t off, unsigned int bit, bool set)
 void lime_layer_enable(unsigned int layer, int on)
 {
     if (layer < LIME_LAYERS)
-        change_disp_bit(LIME_DCM1, 16 + layer, on != 0);
+        change_disp_bit(LIME_DCM1, LIME_DCM1_LAYER(layer), on != 0);
 }
 
 void lime_layer_transparency(unsigned int layer, int on)
 {
     if (layer < LIME_LAYERS)
-        change_disp_bit(LIME_L0ETC + 4 * layer, 31, on != 0);
+        change_disp_bit(LIME_LETC(layer), LIME_LETC_ZERO, on != 0);
 }
 
 struct lime_window_access {

@@ -38,8 +38,8 @@ uint32_t lime_read_pio_reg(uint32_t off);
 /* Switches layer 0..5 on or off (its bit of DCM1). Other numbers do nothing. */
 void lime_layer_enable(unsigned int layer, int on);
 
-/* Switches the extended transparency of layer 0..5 (bit 31 of L0ETC..L5ETC, which lie side by side from
- * 0x1a0 on). Other numbers do nothing. */
+/* Switches the extended transparency of layer 0..5 (the uppermost bit of L0ETC..L5ETC, which lie side by
+ * side). Other numbers do nothing. */
 void lime_layer_transparency(unsigned int layer, int on);
 
 /* Register table access by the entry's base letter: 'D' display, 'C' capture, 'H' host, 'P' pio; other

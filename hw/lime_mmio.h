@@ -9,18 +9,13 @@
 #ifndef HALDEND_HW_LIME_MMIO_H
 #define HALDEND_HW_LIME_MMIO_H
 
+#include "hw/lime_registers.h"
+
 #include <stdint.h>
 
 #ifdef __cplusplus
 extern "C" {
 #endif
-
-/* Byte offsets of the register windows from the base of the mapping. */
-#define LIME_HOST_WINDOW 0x1fc0000u
-#define LIME_DISP_WINDOW 0x1fd0000u
-#define LIME_CAPT_WINDOW 0x1fd8000u
-#define LIME_DRAW_WINDOW 0x1ff0000u
-#define LIME_PIO_WINDOW  0x1ff8000u
 
 /* One register: base is the mapping or null, off a multiple of 4 inside the window. */
 uint32_t lime_load(const void* base, uint32_t window, uint32_t off);

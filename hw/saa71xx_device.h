@@ -4,6 +4,7 @@
 #ifndef HALDEND_HW_SAA71XX_DEVICE_H
 #define HALDEND_HW_SAA71XX_DEVICE_H
 
+#include "hw/saa71xx_registers.h"
 #include "regdb/reg_types.h"
 
 #include <stdint.h>
@@ -11,10 +12,6 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
-
-/* 7-bit slave addresses of the two chips. */
-#define SAA7113_SLAVE 0x25
-#define SAA7129_SLAVE 0x44
 
 /* Descriptor of the I2C device, -1 outside of an open and its close. */
 extern int saafd;

@@ -1,5 +1,7 @@
 #include "overlay/COverlayTextPlaces.h"
 
+#include "hw/video_geometry.h"
+
 #include <algorithm>
 #include <tuple>
 
@@ -26,7 +28,7 @@ void COverlayTextPlaces::remove(const SPlace& rsPlace, quint64 u64Turn)
 
 bool COverlayTextPlaces::hasCells(const SPlace& rsPlace)
 {
-    return rsPlace.startX < rsPlace.endX && rsPlace.y < ROWS;
+    return rsPlace.startX < rsPlace.endX && rsPlace.y < VIDEO_TEXT_ROWS;
 }
 
 // The end of a region may have wrapped to before its beginning; then only what stands around its end collides.

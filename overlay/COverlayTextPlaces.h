@@ -12,10 +12,6 @@ class COverlayText;
 class COverlayTextPlaces
 {
 public:
-    /// The text layer, in cells.
-    static constexpr unsigned short COLUMNS = 53;
-    static constexpr unsigned short ROWS = 26;
-
     /// Cells startX to endX - 1 of row y. A place without cells may end before it begins.
     struct SPlace {
         unsigned short startX;

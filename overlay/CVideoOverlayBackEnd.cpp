@@ -3,6 +3,7 @@
 #include "fpga/font.h"
 #include "fpga/overlay_switches.h"
 #include "fpga/text_layer.h"
+#include "hw/video_geometry.h"
 #include "overlay/Alphabets.h"
 #include "overlay/CIso8859_16Codec.h"
 #include "overlay/COverlayText.h"
@@ -15,8 +16,8 @@
 namespace
 {
 
-const unsigned short COLUMNS = COverlayTextPlaces::COLUMNS;
-const unsigned short ROWS = COverlayTextPlaces::ROWS;
+const unsigned short COLUMNS = VIDEO_TEXT_COLUMNS;
+const unsigned short ROWS = VIDEO_TEXT_ROWS;
 
 const unsigned char BLANK = 0x20;
 const char SUBSTITUTE = '?';

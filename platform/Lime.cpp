@@ -2,6 +2,8 @@
 
 #include "hw/lime_map.h"
 #include "hw/lime_mmio.h"
+#include "hw/lime_registers.h"
+#include "hw/video_geometry.h"
 
 #include <utility>
 
@@ -11,22 +13,10 @@
 namespace
 {
 
-// Display window
-const std::uint32_t DCM1 = 0x100;  // display control mode 1: layer enable bits from bit 16 on
-const std::uint32_t L1WXY = 0x124; // layer 1 window position: y << 16 | x
-const std::uint32_t L1WWH = 0x128; // layer 1 window size: height << 16 | width
-const std::uint32_t DBGC = 0x184;  // background colour: 0x00rrggbb
-
-// Capture window
-const std::uint32_t CSC = 0x004; // capture scale: vertical << 16 | horizontal, each 5.11 fixed point
-
-const int LAYERS = 6;
-
 const unsigned short SIZE_MAX_12BIT = 4095;
-const unsigned short FULL_WIDTH = 720;         // pixels of a captured line
-const unsigned short FULL_WIDTH_VISIBLE = 688; // of them what the monitor is given
-const float CAPTURE_WIDTH = 720.0F;
-const float CAPTURE_HEIGHT = 576.0F;
+const unsigned short FULL_WIDTH_VISIBLE = 688; // of VIDEO_WIDTH what the monitor is given
+const float CAPTURE_WIDTH = VIDEO_WIDTH;
+const float CAPTURE_HEIGHT = VIDEO_HEIGHT;
 const float SCALE_ONE = 2048.0F; // 1.0 in the capture scale's fixed point
 const float MARGIN_PIXELS = 32.0F;
 const float MARGIN_LINES = 3.0F;
@@ -85,23 +75,23 @@ void Lime::lime_video_resize(unsigned short w, unsigned short h)
     if (w == 0 || h == 0 || w > SIZE_MAX_12BIT || h > SIZE_MAX_12BIT)
         return;
 
-    const bool bMargins = w < FULL_WIDTH;
+    const bool bMargins = w < VIDEO_WIDTH;
     const float fWidth = static_cast<float>(w) + (bMargins ? MARGIN_PIXELS : 0.0F);
     const float fHeight = static_cast<float>(h) + (bMargins ? MARGIN_LINES : 0.0F);
     const auto u32Vertical = static_cast<std::uint32_t>(CAPTURE_HEIGHT / fHeight * SCALE_ONE);
     const auto u32Horizontal = static_cast<std::uint32_t>(CAPTURE_WIDTH / fWidth * SCALE_ONE);
-    lime_write_capt_reg(CSC, u32Vertical << 16 | u32Horizontal);
+    lime_write_capt_reg(LIME_CSC, u32Vertical << 16 | u32Horizontal);
 
-    if (w == FULL_WIDTH)
+    if (w == VIDEO_WIDTH)
         w = FULL_WIDTH_VISIBLE;
-    lime_write_disp_reg(L1WWH, static_cast<std::uint32_t>(h) << 16 | w);
+    lime_write_disp_reg(LIME_L1WWH, static_cast<std::uint32_t>(h) << 16 | w);
     m_u16DisplayedVideoWidth = w;
     m_u16DisplayedVideoHeight = h;
 }
 
 void Lime::lime_video_position(unsigned int x, unsigned int y)
 {
-    lime_write_disp_reg(L1WXY, y << 16 | x);
+    lime_write_disp_reg(LIME_L1WXY, y << 16 | x);
 }
 
 std::uint16_t Lime::getDisplayedVideoWidth()
@@ -116,16 +106,17 @@ std::uint16_t Lime::getDisplayedVideoHeight()
 
 void Lime::lime_layer_enable(int layer, bool on)
 {
-    if (layer < 0 || layer >= LAYERS)
+    if (layer < 0 || layer >= LIME_LAYERS)
         return;
-    const std::uint32_t u32Mask = std::uint32_t{1} << (16 + layer);
-    const std::uint32_t u32Mode = lime_read_disp_reg(DCM1);
-    lime_write_disp_reg(DCM1, on ? u32Mode | u32Mask : u32Mode & ~u32Mask);
+    const std::uint32_t u32Mask = LIME_DCM1_LAYER(layer);
+    const std::uint32_t u32Mode = lime_read_disp_reg(LIME_DCM1);
+    lime_write_disp_reg(LIME_DCM1, on ? u32Mode | u32Mask : u32Mode & ~u32Mask);
 }
 
 void Lime::lime_set_background_color(unsigned char r, unsigned char g, unsigned char b)
 {
-    lime_write_disp_reg(DBGC, static_cast<std::uint32_t>(r) << 16 | static_cast<std::uint32_t>(g) << 8 | b);
+    lime_write_disp_reg(LIME_DBGC,
+                        static_cast<std::uint32_t>(r) << 16 | static_cast<std::uint32_t>(g) << 8 | b);
 }
 
 #define LIME_WINDOW_ACCESS(name, window)                                 \

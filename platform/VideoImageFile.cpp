@@ -1,6 +1,7 @@
 #include "platform/VideoImageFile.h"
 
 #include "fpga/video_image.h"
+#include "hw/video_geometry.h"
 
 #include <QByteArray>
 #include <QDataStream>
@@ -13,8 +14,8 @@ const quint32 FILE_HEADER_SIZE = 14;
 const quint32 INFO_HEADER_SIZE = 40;
 const quint32 PIXEL_OFFSET = FILE_HEADER_SIZE + INFO_HEADER_SIZE;
 
-const qint32 WIDTH = 720;
-const qint32 HEIGHT = 576;
+const qint32 WIDTH = VIDEO_WIDTH;
+const qint32 HEIGHT = VIDEO_HEIGHT;
 
 QByteArray fileHeader()
 {

@@ -4,6 +4,7 @@
  * cursor are reached by address alone. Help texts are kept letter by letter, blanks included: register files
  * show them.
  */
+#include "hw/fpga_map.h"
 #include "regdb/chip_regs.h"
 #include "regdb/table_rows.h"
 
@@ -33,6 +34,17 @@ constexpr reg_bf ctrl[] = {
     {"ago",  0, 1, "Ctrl A Grphic overlay control"  },
 };
 static_assert(fills(ctrl, 32));
+static_assert(field_bits(ctrl, "ago") == FPGA_CTRL_AGO);
+static_assert(field_bits(ctrl, "ato") == FPGA_CTRL_ATO);
+static_assert(field_bits(ctrl, "aco") == FPGA_CTRL_ACO);
+static_assert(field_bits(ctrl, "agp") == FPGA_CTRL_AGP);
+static_assert(field_bits(ctrl, "avr") == FPGA_CTRL_AVR);
+static_assert(field_bits(ctrl, "cgo") == FPGA_CTRL_CGO);
+static_assert(field_bits(ctrl, "cto") == FPGA_CTRL_CTO);
+static_assert(field_bits(ctrl, "cco") == FPGA_CTRL_CCO);
+static_assert(field_bits(ctrl, "cvr") == FPGA_CTRL_CVR);
+static_assert(field_bits(ctrl, "fgon") == FPGA_CTRL_FGON);
+static_assert(field_bits(ctrl, "por") == FPGA_CTRL_POR);
 auto bf_ctrl = with_end(ctrl);
 
 constexpr reg_bf fgcc[] = {
@@ -83,13 +95,13 @@ static_assert(fills(temo, 32));
 auto bf_temo = with_end(temo);
 
 reg_bf_group regs_fpga[] = {
-    {'X', 0x00ff0000, "CTRL", 32, 0, bf_ctrl.row, 0, "FPGA Display-Control-Register"   },
-    {'X', 0x00ff0004, "FGCC", 32, 0, bf_fgcc.row, 0, "Framegenerator control and color"},
-    {'X', 0x00ff000c, "SRIC", 32, 0, bf_sric.row, 0, "Store Image control"             },
-    {'X', 0x00ff1a00, "TSXP", 32, 0, bf_tsxp.row, 0, "Text start x position"           },
-    {'X', 0x00ff1a04, "TSYP", 32, 0, bf_tsyp.row, 0, "Text start y position"           },
-    {'X', 0x00ff1a08, "TESZ", 32, 0, bf_tesz.row, 0, "Text size H in lines, W in pixel"},
-    {'X', 0x00ff1a0c, "TEMO", 32, 0, bf_temo.row, 0, "Text memory byte offset"         },
+    {'X', FPGA_CTRL, "CTRL", 32, 0, bf_ctrl.row, 0, "FPGA Display-Control-Register"   },
+    {'X', FPGA_FGCC, "FGCC", 32, 0, bf_fgcc.row, 0, "Framegenerator control and color"},
+    {'X', FPGA_SRIC, "SRIC", 32, 0, bf_sric.row, 0, "Store Image control"             },
+    {'X', FPGA_TSXP, "TSXP", 32, 0, bf_tsxp.row, 0, "Text start x position"           },
+    {'X', FPGA_TSYP, "TSYP", 32, 0, bf_tsyp.row, 0, "Text start y position"           },
+    {'X', FPGA_TESZ, "TESZ", 32, 0, bf_tesz.row, 0, "Text size H in lines, W in pixel"},
+    {'X', FPGA_TEMO, "TEMO", 32, 0, bf_temo.row, 0, "Text memory byte offset"         },
     end_of_table,
 };
 static_assert(std::size(regs_fpga) == 7 + 1, "7 registers and the end of the table");

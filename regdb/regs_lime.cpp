@@ -7,6 +7,7 @@
  * are named with x and width first, while the chip has y and height in the upper half. The display clock
  * delay is the only field of all chips that doesn't start at 0.
  */
+#include "hw/lime_registers.h"
 #include "regdb/chip_regs.h"
 #include "regdb/table_rows.h"
 
@@ -179,6 +180,13 @@ constexpr reg_bf dcm1[] = {
     {"sync", 0, 2, " Syncronistation 11=Interlace Video, 10=Interlace, 0X=Non Interlace"    },
 };
 static_assert(fills(dcm1, 32));
+static_assert(field_bits(dcm1, "den") == LIME_DCM1_DISPLAY);
+static_assert(field_bits(dcm1, "l0e") == LIME_DCM1_LAYER(0));
+static_assert(field_bits(dcm1, "l1e") == LIME_DCM1_LAYER(1));
+static_assert(field_bits(dcm1, "l2e") == LIME_DCM1_LAYER(2));
+static_assert(field_bits(dcm1, "l3e") == LIME_DCM1_LAYER(3));
+static_assert(field_bits(dcm1, "l4e") == LIME_DCM1_LAYER(4));
+static_assert(field_bits(dcm1, "l5e") == LIME_DCM1_LAYER(5));
 auto ba_dcm1 = with_end(dcm1);
 
 constexpr reg_bf dcm2[] = {
@@ -231,6 +239,7 @@ constexpr reg_bf l0m[] = {
     {"l0h",  0, 12, " L0-Layer - Height, Hoehe Layer (Value-1)"                  },
 };
 static_assert(fills(l0m, 32));
+static_assert(field_bits(l0m, "l0c") == LIME_L0M_16_BIT);
 auto ba_l0m = with_end(l0m);
 
 constexpr reg_bf l0em[] = {
@@ -302,6 +311,7 @@ constexpr reg_bf l0tc[] = {
     {"l0tc", 0, 15, " Layer -0 - Transparency Colour"},
 };
 static_assert(fills(l0tc, 32));
+static_assert(field_bits(l0tc, "l0zt") == LIME_L0TC_ZERO);
 auto ba_l0tc = with_end(l0tc);
 
 constexpr reg_bf l0etc[] = {
@@ -310,6 +320,7 @@ constexpr reg_bf l0etc[] = {
     {"l0etc", 0, 24, " Layer -0 - Transparency Colour mode"  },
 };
 static_assert(fills(l0etc, 32));
+static_assert(field_bits(l0etc, "l0etz") == LIME_LETC_ZERO);
 auto ba_l0etc = with_end(l0etc);
 
 constexpr reg_bf l1bld[] = {
@@ -370,6 +381,7 @@ constexpr reg_bf l1etc[] = {
     {"l1etc", 0, 24, " Layer -1 - Transparency Colour mode"  },
 };
 static_assert(fills(l1etc, 32));
+static_assert(field_bits(l1etc, "l1etz") == LIME_LETC_ZERO);
 auto ba_l1etc = with_end(l1etc);
 
 constexpr reg_bf l32tc[] = {
@@ -387,6 +399,7 @@ constexpr reg_bf l2etc[] = {
     {"l2etc", 0, 24, " Layer -2 - Transparency Colour mode"  },
 };
 static_assert(fills(l2etc, 32));
+static_assert(field_bits(l2etc, "l2etz") == LIME_LETC_ZERO);
 auto ba_l2etc = with_end(l2etc);
 
 constexpr reg_bf l3etc[] = {
@@ -395,6 +408,7 @@ constexpr reg_bf l3etc[] = {
     {"l3etc", 0, 24, " Layer -3 - Transparency Colour mode"  },
 };
 static_assert(fills(l3etc, 32));
+static_assert(field_bits(l3etc, "l3etz") == LIME_LETC_ZERO);
 auto ba_l3etc = with_end(l3etc);
 
 constexpr reg_bf l4etc[] = {
@@ -403,6 +417,7 @@ constexpr reg_bf l4etc[] = {
     {"l4etc", 0, 24, " Layer -4 - Transparency Colour mode"  },
 };
 static_assert(fills(l4etc, 32));
+static_assert(field_bits(l4etc, "l4etz") == LIME_LETC_ZERO);
 auto ba_l4etc = with_end(l4etc);
 
 constexpr reg_bf l5etc[] = {
@@ -411,50 +426,51 @@ constexpr reg_bf l5etc[] = {
     {"l5etc", 0, 24, " Layer -5 - Transparency Colour mode"  },
 };
 static_assert(fills(l5etc, 32));
+static_assert(field_bits(l5etc, "l5etz") == LIME_LETC_ZERO);
 auto ba_l5etc = with_end(l5etc);
 
 reg_bf_group regs_lime[] = {
-    {'C', 0x000,  "VCM",    32, 0, ba_vcm.row,    0, "Video-Control-Mode"                  },
-    {'C', 0x004,  "CSC",    32, 0, ba_csc.row,    0, "Capture-Scale"                       },
-    {'C', 0x010,  "CBM",    32, 0, ba_cbm.row,    0, "Video-Capture-Buffer"                },
-    {'C', 0x014,  "CBOA",   32, 0, ba_cboa.row,   0, "Video-Capture-Buffer-Origin-Address" },
-    {'C', 0x018,  "CBLA",   32, 0, ba_cbla.row,   0, "Video-Capture-Buffer-Limit-Address"  },
-    {'C', 0x01c,  "CIHSTR", 32, 0, ba_cihstr.row, 0, "Capture-Image-Hor/Vert-Start"        },
-    {'C', 0x020,  "CIHEND", 32, 0, ba_cihend.row, 0, "Capture-Image-Hor/Vert-End"          },
-    {'C', 0x028,  "CHP",    32, 0, ba_chp.row,    0, "Capture-Horizontal-Pixel"            },
-    {'C', 0x02c,  "CVP",    32, 0, ba_cvp.row,    0, "Capture-vertical-Pixel"              },
-    {'C', 0x034,  "CBDA0",  32, 0, ba_cbda0.row,  0, "Capture-buffer display address 0"    },
-    {'C', 0x038,  "CBDA1",  32, 0, ba_cbda1.row,  0, "Capture-buffer display address 1"    },
-    {'C', 0x048,  "CMSS",   32, 0, ba_cmss.row,   0, "Capture-Magnify-Source-Size"         },
-    {'C', 0x04c,  "CMDS",   32, 0, ba_cmds.row,   0, "Capture-Magnify-Display-Size"        },
-    {'C', 0x4000, "CDCN",   32, 0, ba_cdcn.row,   0, "Capture-Data-Count-NTSC"             },
-    {'C', 0x4004, "CDCP",   32, 0, ba_cdcp.row,   0, "Capture-Data-Count-PAL"              },
-    {'D', 0x100,  "DCM1",   32, 0, ba_dcm1.row,   0, "Display-Control-Mode-1"              },
-    {'D', 0x104,  "DCM2",   32, 0, ba_dcm2.row,   0, "Display-Control-Mode-2"              },
-    {'D', 0x108,  "DCM3",   32, 0, ba_dcm3.row,   0, "Display-Control-Mode-3"              },
-    {'D', 0x180,  "DLS",    32, 0, ba_dls.row,    0, "Display-Layer-Select"                },
-    {'D', 0x184,  "DBGC",   32, 0, ba_dbgc.row,   0, "Display-Background-Color"            },
-    {'D', 0x020,  "L0M",    32, 0, ba_l0m.row,    0, "Layer0-Mode"                         },
-    {'D', 0x110,  "L0EM",   32, 0, ba_l0em.row,   0, "Layer0-Extended-Mode"                },
-    {'D', 0x024,  "L0OA",   32, 0, ba_l0oa.row,   0, "Layer0-Origin-Adress"                },
-    {'D', 0x028,  "L0DA",   32, 0, ba_l0da.row,   0, "Layer0-Display-Adress"               },
-    {'D', 0x02c,  "L0DXY",  32, 0, ba_l0dxy.row,  0, "Layer0-XY-Position"                  },
-    {'D', 0x114,  "L0WXY",  32, 0, ba_l0wxy.row,  0, "Layer0-Window-XY-Position"           },
-    {'D', 0x118,  "L0WWH",  32, 0, ba_l0wwh.row,  0, "Layer0-Window-Width/Hight"           },
-    {'D', 0x0b4,  "L0BLD",  32, 0, ba_l0bld.row,  0, "Layer0-Blending"                     },
-    {'D', 0x0bc,  "L0TC",   32, 0, ba_l0tc.row,   0, "Layer0-Transparency-Control"         },
-    {'D', 0x1a0,  "L0ETC",  32, 0, ba_l0etc.row,  0, "Layer0-Extended-transparency-Control"},
-    {'D', 0x188,  "L1BLD",  32, 0, ba_l1bld.row,  0, "Layer1-Blending"                     },
-    {'D', 0x120,  "L1EM",   32, 0, ba_l1em.row,   0, "Layer1-Extended-Mode"                },
-    {'D', 0x030,  "L1M",    32, 0, ba_l1m.row,    0, "Layer1-Mode"                         },
-    {'D', 0x124,  "L1WXY",  32, 0, ba_l1wxy.row,  0, "Layer1-Window-XY-Position"           },
-    {'D', 0x128,  "L1WWH",  32, 0, ba_l1wwh.row,  0, "Layer1-Window-Width/Hight"           },
-    {'D', 0x1a4,  "L1ETC",  32, 0, ba_l1etc.row,  0, "Layer1-Extended-transparency-Control"},
-    {'D', 0x0c0,  "L32TC",  32, 0, ba_l32tc.row,  0, "Layer3/2-Transparency-Control"       },
-    {'D', 0x1a8,  "L2ETC",  32, 0, ba_l2etc.row,  0, "Layer2-Extended-transparency-Control"},
-    {'D', 0x1ac,  "L3ETC",  32, 0, ba_l3etc.row,  0, "Layer3-Extended-transparency-Control"},
-    {'D', 0x1b0,  "L4ETC",  32, 0, ba_l4etc.row,  0, "Layer4-Extended-transparency-Control"},
-    {'D', 0x1a4,  "L5ETC",  32, 0, ba_l5etc.row,  0, "Layer5-Extended-transparency-Control"},
+    {'C', LIME_VCM,    "VCM",    32, 0, ba_vcm.row,    0, "Video-Control-Mode"                  },
+    {'C', LIME_CSC,    "CSC",    32, 0, ba_csc.row,    0, "Capture-Scale"                       },
+    {'C', LIME_CBM,    "CBM",    32, 0, ba_cbm.row,    0, "Video-Capture-Buffer"                },
+    {'C', LIME_CBOA,   "CBOA",   32, 0, ba_cboa.row,   0, "Video-Capture-Buffer-Origin-Address" },
+    {'C', LIME_CBLA,   "CBLA",   32, 0, ba_cbla.row,   0, "Video-Capture-Buffer-Limit-Address"  },
+    {'C', LIME_CIHSTR, "CIHSTR", 32, 0, ba_cihstr.row, 0, "Capture-Image-Hor/Vert-Start"        },
+    {'C', LIME_CIHEND, "CIHEND", 32, 0, ba_cihend.row, 0, "Capture-Image-Hor/Vert-End"          },
+    {'C', LIME_CHP,    "CHP",    32, 0, ba_chp.row,    0, "Capture-Horizontal-Pixel"            },
+    {'C', LIME_CVP,    "CVP",    32, 0, ba_cvp.row,    0, "Capture-vertical-Pixel"              },
+    {'C', LIME_CBDA0,  "CBDA0",  32, 0, ba_cbda0.row,  0, "Capture-buffer display address 0"    },
+    {'C', LIME_CBDA1,  "CBDA1",  32, 0, ba_cbda1.row,  0, "Capture-buffer display address 1"    },
+    {'C', LIME_CMSS,   "CMSS",   32, 0, ba_cmss.row,   0, "Capture-Magnify-Source-Size"         },
+    {'C', LIME_CMDS,   "CMDS",   32, 0, ba_cmds.row,   0, "Capture-Magnify-Display-Size"        },
+    {'C', LIME_CDCN,   "CDCN",   32, 0, ba_cdcn.row,   0, "Capture-Data-Count-NTSC"             },
+    {'C', LIME_CDCP,   "CDCP",   32, 0, ba_cdcp.row,   0, "Capture-Data-Count-PAL"              },
+    {'D', LIME_DCM1,   "DCM1",   32, 0, ba_dcm1.row,   0, "Display-Control-Mode-1"              },
+    {'D', LIME_DCM2,   "DCM2",   32, 0, ba_dcm2.row,   0, "Display-Control-Mode-2"              },
+    {'D', LIME_DCM3,   "DCM3",   32, 0, ba_dcm3.row,   0, "Display-Control-Mode-3"              },
+    {'D', LIME_DLS,    "DLS",    32, 0, ba_dls.row,    0, "Display-Layer-Select"                },
+    {'D', LIME_DBGC,   "DBGC",   32, 0, ba_dbgc.row,   0, "Display-Background-Color"            },
+    {'D', LIME_L0M,    "L0M",    32, 0, ba_l0m.row,    0, "Layer0-Mode"                         },
+    {'D', LIME_L0EM,   "L0EM",   32, 0, ba_l0em.row,   0, "Layer0-Extended-Mode"                },
+    {'D', LIME_L0OA,   "L0OA",   32, 0, ba_l0oa.row,   0, "Layer0-Origin-Adress"                },
+    {'D', LIME_L0DA,   "L0DA",   32, 0, ba_l0da.row,   0, "Layer0-Display-Adress"               },
+    {'D', LIME_L0DXY,  "L0DXY",  32, 0, ba_l0dxy.row,  0, "Layer0-XY-Position"                  },
+    {'D', LIME_L0WXY,  "L0WXY",  32, 0, ba_l0wxy.row,  0, "Layer0-Window-XY-Position"           },
+    {'D', LIME_L0WWH,  "L0WWH",  32, 0, ba_l0wwh.row,  0, "Layer0-Window-Width/Hight"           },
+    {'D', LIME_L0BLD,  "L0BLD",  32, 0, ba_l0bld.row,  0, "Layer0-Blending"                     },
+    {'D', LIME_L0TC,   "L0TC",   32, 0, ba_l0tc.row,   0, "Layer0-Transparency-Control"         },
+    {'D', LIME_L0ETC,  "L0ETC",  32, 0, ba_l0etc.row,  0, "Layer0-Extended-transparency-Control"},
+    {'D', LIME_L1BLD,  "L1BLD",  32, 0, ba_l1bld.row,  0, "Layer1-Blending"                     },
+    {'D', LIME_L1EM,   "L1EM",   32, 0, ba_l1em.row,   0, "Layer1-Extended-Mode"                },
+    {'D', LIME_L1M,    "L1M",    32, 0, ba_l1m.row,    0, "Layer1-Mode"                         },
+    {'D', LIME_L1WXY,  "L1WXY",  32, 0, ba_l1wxy.row,  0, "Layer1-Window-XY-Position"           },
+    {'D', LIME_L1WWH,  "L1WWH",  32, 0, ba_l1wwh.row,  0, "Layer1-Window-Width/Hight"           },
+    {'D', LIME_L1ETC,  "L1ETC",  32, 0, ba_l1etc.row,  0, "Layer1-Extended-transparency-Control"},
+    {'D', LIME_L32TC,  "L32TC",  32, 0, ba_l32tc.row,  0, "Layer3/2-Transparency-Control"       },
+    {'D', LIME_L2ETC,  "L2ETC",  32, 0, ba_l2etc.row,  0, "Layer2-Extended-transparency-Control"},
+    {'D', LIME_L3ETC,  "L3ETC",  32, 0, ba_l3etc.row,  0, "Layer3-Extended-transparency-Control"},
+    {'D', LIME_L4ETC,  "L4ETC",  32, 0, ba_l4etc.row,  0, "Layer4-Extended-transparency-Control"},
+    {'D', LIME_L1ETC,  "L5ETC",  32, 0, ba_l5etc.row,  0, "Layer5-Extended-transparency-Control"},
     end_of_table,
 };
 static_assert(std::size(regs_lime) == 41 + 1, "41 registers and the end of the table");

@@ -13,6 +13,7 @@
 
 #include <cstddef>
 #include <iterator>
+#include <string_view>
 
 /* What ends the fields of a register, and the registers of a chip. */
 constexpr reg_bf end_of_fields = {nullptr, 0, 0, ""};
@@ -54,6 +55,19 @@ constexpr bool fills(const reg_bf (&rows)[N], int width)
         width -= field.len;
     }
     return width == 0;
+}
+
+/* The bits of a field in the value of its register, which is 32 bits wide; 0 if there is no such field. */
+template <std::size_t N>
+constexpr uint32_t field_bits(const reg_bf (&rows)[N], std::string_view name)
+{
+    int left = 32;
+    for (const reg_bf& field : rows) {
+        left -= field.len;
+        if (name == field.name)
+            return static_cast<uint32_t>((uint64_t{1} << field.len) - 1) << left;
+    }
+    return 0;
 }
 
 template <std::size_t N>

@@ -40,7 +40,7 @@ void drawSentences(int iSet)
     for (unsigned int uRow = 0; uRow < SENTENCE_PAGE_ROWS; ++uRow) {
         const SSentenceRow& rsRow = SENTENCES[iSet - 1][uRow];
         const QByteArray cCodes = CGlyphSheet::encoded(iSet, QString::fromUtf8(rsRow.pszText));
-        write_text_xyc(cCodes.leftJustified(53, ' ').constData(), 0, uRow, rsRow.u8Color);
+        write_text_xyc(cCodes.leftJustified(VIDEO_TEXT_COLUMNS, ' ').constData(), 0, uRow, rsRow.u8Color);
     }
     text_overlay_on();
 }

@@ -21,7 +21,7 @@ static int i2c_choose(const struct board* board, int descriptor, uintptr_t slave
 /* The decoder's status is its own to write. */
 static bool read_only(unsigned chip, unsigned sub_address)
 {
-    return chip == BOARD_I2C_DECODER && sub_address == BOARD_DECODER_STATUS;
+    return chip == SAA7113_SLAVE && sub_address == SAA7113_STATUS;
 }
 
 static int i2c_byte(const struct board* board, unsigned chip, const struct i2c_smbus_ioctl_data* transfer)
@@ -31,7 +31,7 @@ static int i2c_byte(const struct board* board, unsigned chip, const struct i2c_s
     if (error != 0)
         return error;
     judge_byte(board, writing, chip, transfer->command);
-    if (chip != BOARD_I2C_DECODER && chip != BOARD_I2C_ENCODER)
+    if (chip != SAA7113_SLAVE && chip != SAA7129_SLAVE)
         return ENXIO;
     uint8_t* cell = board->i2c + chip * 256 + transfer->command;
     if (!writing)

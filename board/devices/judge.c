@@ -22,13 +22,13 @@ static void note(const struct board* board, struct line* line, const char* reaso
 /* The bits that the register declares; 0 where there is none. */
 static uint32_t declared_bits(uint32_t address)
 {
-#define INDEX(address)         (((address)-BOARD_FPGA_REGISTERS_BEGIN) / REGISTER_BYTES)
+#define INDEX(address)         (((address)-MAP_FPGA_REGISTERS_BEGIN) / REGISTER_BYTES)
 #define ELEMENT(address, bits) [INDEX(address)] = (bits),
-    static const uint32_t declared[INDEX(BOARD_FPGA_REGISTERS_END)] = {BOARD_FPGA_REGISTERS(ELEMENT)};
-    if (address < BOARD_FPGA_REGISTERS_BEGIN || address >= BOARD_FPGA_REGISTERS_END)
+    static const uint32_t declared[INDEX(MAP_FPGA_REGISTERS_END)] = {MAP_FPGA_REGISTERS(ELEMENT)};
+    if (address < MAP_FPGA_REGISTERS_BEGIN || address >= MAP_FPGA_REGISTERS_END)
         return 0;
     uint32_t bits = declared[INDEX(address)];
-    bool palette = address >= BOARD_FPGA_PALETTES_BEGIN && address < BOARD_FPGA_PALETTES_END;
+    bool palette = address >= MAP_FPGA_PALETTES_BEGIN && address < MAP_FPGA_PALETTES_END;
     return bits == 0 && palette ? 0xffffffff : bits;
 #undef ELEMENT
 #undef INDEX
@@ -73,7 +73,7 @@ static bool is_fpga_memory(int64_t position, size_t count)
     static const struct {
         int64_t begin;
         int64_t end;
-    } regions[] = {BOARD_FPGA_MEMORY(REGION)};
+    } regions[] = {MAP_FPGA_MEMORY(REGION)};
 #undef REGION
     for (size_t i = 0; i < sizeof regions / sizeof *regions; i++)
         if (position >= regions[i].begin && position < regions[i].end)
@@ -99,7 +99,7 @@ static bool is_i2c_register(unsigned chip, unsigned sub_address)
         unsigned chip;
         unsigned first;
         unsigned last;
-    } ranges[] = {BOARD_I2C_REGISTERS(RANGE)};
+    } ranges[] = {MAP_I2C_REGISTERS(RANGE)};
 #undef RANGE
     for (size_t i = 0; i < sizeof ranges / sizeof *ranges; i++)
         if (chip == ranges[i].chip && sub_address >= ranges[i].first && sub_address <= ranges[i].last)
@@ -117,7 +117,7 @@ void judge_byte(const struct board* board, bool writing, unsigned chip, unsigned
     line_hex(&line, sub_address, 2);
     if (chip == 0)
         note(board, &line, "no chip chosen");
-    else if (chip != BOARD_I2C_DECODER && chip != BOARD_I2C_ENCODER)
+    else if (chip != MAP_I2C_DECODER && chip != MAP_I2C_ENCODER)
         note(board, &line, "no such chip");
     else
         note(board, &line, "no such register");

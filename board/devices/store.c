@@ -4,15 +4,10 @@
  * the camera, or the frame generator's colour while that is on.
  */
 #include "board/devices/devices.h"
+#include "hw/fpga_map.h"
 
 #include <string.h>
 
-enum { LINE_BYTES = 4 * BOARD_WIDTH, FIELD_LINES = BOARD_HEIGHT / 2 };
-
-static const uint32_t CTRL = 0xff0000;
-static const uint32_t CTRL_FRAME_GENERATOR = 1u << 23;
-static const uint32_t FGCC = 0xff0004;
-static const uint32_t IMAGE = 0x1000000;
 static const uint32_t OPAQUE = 0xff000000;
 
 static uint32_t fpga_word(const struct board* board, uint32_t address)
@@ -25,20 +20,21 @@ static uint32_t fpga_word(const struct board* board, uint32_t address)
 static void fill_line(uint8_t* line, uint32_t pixel)
 {
     uint32_t word = htole32(pixel);
-    for (unsigned x = 0; x < BOARD_WIDTH; x++)
+    for (unsigned x = 0; x < VIDEO_WIDTH; x++)
         memcpy(line + 4 * x, &word, sizeof word);
 }
 
 void store_live_picture(const struct board* board)
 {
-    bool generated = (fpga_word(board, CTRL) & CTRL_FRAME_GENERATOR) != 0;
-    uint8_t status = board->i2c[BOARD_I2C_DECODER * 256 + BOARD_DECODER_STATUS];
-    bool camera = !generated && (status & BOARD_STATUS_NO_LOCK) == 0;
-    uint32_t color = OPAQUE | (generated ? fpga_word(board, FGCC) : 0);
-    for (size_t y = 0; y < BOARD_HEIGHT; y++) {
-        uint8_t* stored = board->fpga + IMAGE + (y / 2 + y % 2 * FIELD_LINES) * LINE_BYTES;
+    bool generated = (fpga_word(board, FPGA_CTRL) & FPGA_CTRL_FGON) != 0;
+    uint8_t status = board->i2c[SAA7113_SLAVE * 256 + SAA7113_STATUS];
+    bool camera = !generated && (status & SAA7113_STATUS_NO_LOCK) == 0;
+    uint32_t color = OPAQUE | (generated ? fpga_word(board, FPGA_FGCC) : 0);
+    for (size_t y = 0; y < VIDEO_HEIGHT; y++) {
+        uint8_t* stored =
+            board->fpga + FPGA_VIDEO_IMAGE + (y / 2 + y % 2 * VIDEO_FIELD_LINES) * VIDEO_LINE_BYTES;
         if (camera)
-            memcpy(stored, board->camera + y * LINE_BYTES, LINE_BYTES);
+            memcpy(stored, board->camera + y * VIDEO_LINE_BYTES, VIDEO_LINE_BYTES);
         else
             fill_line(stored, color);
     }

@@ -12,11 +12,11 @@ struct SWindow {
 };
 
 const SWindow WINDOWS[] = {
-    {CBoard::LIME_HOST,    BOARD_LIME_DISPLAY, "host"   },
-    {CBoard::LIME_DISPLAY, BOARD_LIME_CAPTURE, "display"},
-    {CBoard::LIME_CAPTURE, BOARD_LIME_DRAW,    "capture"},
-    {CBoard::LIME_DRAW,    BOARD_LIME_PIO,     "draw"   },
-    {CBoard::LIME_PIO,     BOARD_LIME_END,     "pio"    },
+    {CBoard::LIME_HOST,    MAP_LIME_DISPLAY, "host"   },
+    {CBoard::LIME_DISPLAY, MAP_LIME_CAPTURE, "display"},
+    {CBoard::LIME_CAPTURE, MAP_LIME_DRAW,    "capture"},
+    {CBoard::LIME_DRAW,    MAP_LIME_PIO,     "draw"   },
+    {CBoard::LIME_PIO,     MAP_LIME_END,     "pio"    },
 };
 
 struct SRegister {
@@ -26,7 +26,7 @@ struct SRegister {
 };
 
 #define REGISTER_ROW(window, offset, declared) {window, offset, declared},
-const SRegister REGISTERS[] = {BOARD_LIME_REGISTERS(REGISTER_ROW)};
+const SRegister REGISTERS[] = {MAP_LIME_REGISTERS(REGISTER_ROW)};
 #undef REGISTER_ROW
 
 /// The bits that the register declares; 0 where there is none.

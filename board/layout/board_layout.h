@@ -11,6 +11,11 @@
 #ifndef HALDEND_BOARD_LAYOUT_BOARD_LAYOUT_H
 #define HALDEND_BOARD_LAYOUT_BOARD_LAYOUT_H
 
+#include "hw/fpga_map.h"
+#include "hw/lime_registers.h"
+#include "hw/saa71xx_registers.h"
+#include "hw/video_geometry.h"
+
 #include <endian.h>
 #include <errno.h>
 #include <stddef.h>
@@ -33,12 +38,9 @@
 
 #define BOARD_CNFS_FIXED "/usr/etc/cnfs" /* the folder that the daemon names, and BOARD_CNFS stands in for */
 
-/* Camera picture and monitor: pixels. */
-enum { BOARD_WIDTH = 720, BOARD_HEIGHT = 576 };
-
-/* Sizes in bytes. The FPGA's image memory begins at 16 MiB and holds one picture of 32-bit pixels. */
-#define BOARD_CAMERA_BYTES (4u * BOARD_WIDTH * BOARD_HEIGHT)
-#define BOARD_FPGA_BYTES   (0x1000000u + BOARD_CAMERA_BYTES)
+/* Sizes in bytes: of the camera's picture, of the FPGA's memory, of the chips' registers. */
+#define BOARD_CAMERA_BYTES VIDEO_FRAME_BYTES
+#define BOARD_FPGA_BYTES   FPGA_END
 #define BOARD_I2C_BYTES    (128u * 256u)
 
 /* The display controller's mapping: 8192 pages. */
@@ -46,20 +48,6 @@ static inline size_t board_lime_bytes(void)
 {
     return (size_t)getpagesize() << 13;
 }
-
-/* Register windows of the display controller: byte offsets in fb0. */
-#define BOARD_LIME_HOST    0x1fc0000u
-#define BOARD_LIME_DISPLAY 0x1fd0000u
-#define BOARD_LIME_CAPTURE 0x1fd8000u
-#define BOARD_LIME_DRAW    0x1ff0000u
-#define BOARD_LIME_PIO     0x1ff8000u
-#define BOARD_LIME_END     0x2000000u
-
-/* Chips on the I2C bus, by 7-bit address, and the decoder's status register. */
-#define BOARD_I2C_DECODER    0x25u
-#define BOARD_I2C_ENCODER    0x44u
-#define BOARD_DECODER_STATUS 0x1fu
-#define BOARD_STATUS_NO_LOCK 0x40u /* no horizontal lock: no camera plugged in */
 
 /* What can be made to fail: identifier, name, and the error number when none is asked for. */
 #define BOARD_OPERATIONS(OPERATION)                      \

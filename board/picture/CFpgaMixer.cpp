@@ -11,18 +11,11 @@ namespace
 
 const quint32 OPAQUE = 0xff000000;
 
-const int FIELD_LINES = BOARD_HEIGHT / 2;
-const int TEXT_COLUMNS = 53;
-const int TEXT_ROWS = 26;
-const int TEXT_ROW_BYTES = 128;
-const int GLYPH_BYTES = 64;
+const int TEXT_ROW_BYTES = FPGA_TEXT_ROW_BYTES;
+const int GLYPH_BYTES = FPGA_GLYPH_BYTES;
 const int GLYPH_HALF_ROWS = 16;
 const int GLYPH_PIXELS = 16;
 const int CURSOR_PIXELS = 32;
-
-// CTRL
-const quint32 FRAME_GENERATOR = 1u << 23;
-const quint32 PLAY_MODE = 3u << 24;
 
 /// The bits of CTRL that one control set has. Set C has no graphic priority.
 struct SControlBits {
@@ -34,8 +27,8 @@ struct SControlBits {
 };
 
 const SControlBits CONTROL_BITS[] = {
-    {1u << 0,  1u << 1,  1u << 2,  1u << 3, 1u << 4 }, // A
-    {1u << 16, 1u << 17, 1u << 18, 0,       1u << 20}, // C
+    {FPGA_CTRL_AGO, FPGA_CTRL_ATO, FPGA_CTRL_ACO, FPGA_CTRL_AGP, FPGA_CTRL_AVR}, // A
+    {FPGA_CTRL_CGO, FPGA_CTRL_CTO, FPGA_CTRL_CCO, 0,             FPGA_CTRL_CVR}, // C
 };
 
 QRgb blend(QRgb uUnder, QRgb uOver)
@@ -62,7 +55,7 @@ QRgb* line(QImage& rcImage, int iLine)
 
 CFpgaMixer::CFpgaMixer(const CBoard& rcBoard)
     : m_rcBoard(rcBoard),
-      m_cFrame(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32),
+      m_cFrame(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32),
       m_auForeground(),
       m_auBackground(),
       m_iCellWidth(0),
@@ -94,9 +87,9 @@ void CFpgaMixer::source(quint32 u32Control, bool bRestore)
 {
     if (bRestore)
         storedFrame();
-    else if ((u32Control & PLAY_MODE) == PLAY_MODE)
+    else if ((u32Control & FPGA_CTRL_POR) == FPGA_CTRL_POR)
         m_cFrame = CPlaybackPicture::frame(m_rcBoard.codecState());
-    else if ((u32Control & FRAME_GENERATOR) != 0)
+    else if ((u32Control & FPGA_CTRL_FGON) != 0)
         m_cFrame.fill(OPAQUE | m_rcBoard.fpgaRegister(FPGA_FGCC));
     else if (m_rcBoard.isCameraPlugged())
         m_cFrame = m_rcBoard.cameraImage().convertToFormat(QImage::Format_RGB32);
@@ -106,11 +99,11 @@ void CFpgaMixer::source(quint32 u32Control, bool bRestore)
 
 void CFpgaMixer::storedFrame()
 {
-    for (int y = 0; y < BOARD_HEIGHT; ++y) {
-        const int iStored = y / 2 + (y % 2) * FIELD_LINES;
+    for (int y = 0; y < VIDEO_HEIGHT; ++y) {
+        const int iStored = y / 2 + (y % 2) * VIDEO_FIELD_LINES;
         const QByteArray cLine = m_rcBoard.fpgaMemory(
-            FPGA_VIDEO_IMAGE + static_cast<quint32>(iStored) * 4 * BOARD_WIDTH, 4 * BOARD_WIDTH);
-        for (int x = 0; x < BOARD_WIDTH; ++x)
+            FPGA_VIDEO_IMAGE + static_cast<quint32>(iStored) * 4 * VIDEO_WIDTH, 4 * VIDEO_WIDTH);
+        for (int x = 0; x < VIDEO_WIDTH; ++x)
             line(m_cFrame, y)[x] = OPAQUE | word(cLine, x);
     }
 }
@@ -119,12 +112,12 @@ void CFpgaMixer::graphicLayer()
 {
     const QByteArray cPalette = m_rcBoard.fpgaMemory(FPGA_GRAPHIC_PALETTE, 4 * 256);
     const QByteArray cPage =
-        m_rcBoard.fpgaMemory(m_rcBoard.fpgaRegister(FPGA_GRAPHIC_SHOW) << 8, BOARD_WIDTH * FIELD_LINES);
+        m_rcBoard.fpgaMemory(m_rcBoard.fpgaRegister(FPGA_GRAPHIC_SHOW) << 8, VIDEO_WIDTH * VIDEO_FIELD_LINES);
     if (cPage.isEmpty())
         return;
-    for (int y = 0; y < BOARD_HEIGHT; ++y) {
-        const auto* pu8Pixels = reinterpret_cast<const uchar*>(cPage.constData()) + y / 2 * BOARD_WIDTH;
-        for (int x = 0; x < BOARD_WIDTH; ++x)
+    for (int y = 0; y < VIDEO_HEIGHT; ++y) {
+        const auto* pu8Pixels = reinterpret_cast<const uchar*>(cPage.constData()) + y / 2 * VIDEO_WIDTH;
+        for (int x = 0; x < VIDEO_WIDTH; ++x)
             line(m_cFrame, y)[x] = blend(line(m_cFrame, y)[x], word(cPalette, pu8Pixels[x]));
     }
 }
@@ -144,12 +137,12 @@ void CFpgaMixer::textLayer()
     }
     m_cGlyphs = m_rcBoard.fpgaMemory(FPGA_GLYPHS, 256 * GLYPH_BYTES);
     const QByteArray cPage =
-        m_rcBoard.fpgaMemory(m_rcBoard.fpgaRegister(FPGA_TEMO), TEXT_ROWS * TEXT_ROW_BYTES);
+        m_rcBoard.fpgaMemory(m_rcBoard.fpgaRegister(FPGA_TEMO), VIDEO_TEXT_ROWS * TEXT_ROW_BYTES);
     if (cPage.isEmpty() || m_iCellHeight == 0)
         return;
-    for (int y = iTop; y < BOARD_HEIGHT; ++y) {
+    for (int y = iTop; y < VIDEO_HEIGHT; ++y) {
         const int iRow = (y - iTop) / 2 / m_iCellHeight;
-        if (iRow < TEXT_ROWS)
+        if (iRow < VIDEO_TEXT_ROWS)
             textRow(y, iTop, cPage.mid(iRow * TEXT_ROW_BYTES, TEXT_ROW_BYTES));
     }
 }
@@ -159,7 +152,7 @@ void CFpgaMixer::textRow(int iLine, int iTop, const QByteArray& rcCells)
 {
     const int iGlyphRow = (iLine - iTop) / 2 % m_iCellHeight;
     const int iHalf = (iLine - iTop) % 2;
-    for (int i = 0; i < TEXT_COLUMNS * m_iCellWidth && m_iTextLeft + i < BOARD_WIDTH; ++i) {
+    for (int i = 0; i < VIDEO_TEXT_COLUMNS * m_iCellWidth && m_iTextLeft + i < VIDEO_WIDTH; ++i) {
         const int iCell = i / m_iCellWidth;
         const int iPixel = i % m_iCellWidth;
         const auto u8Code = static_cast<uchar>(rcCells[2 * iCell]);
@@ -184,11 +177,11 @@ void CFpgaMixer::cursor()
     const quint32 u32Top = m_rcBoard.fpgaRegister(FPGA_CURSOR_Y);
     const QRgb uColor = m_rcBoard.fpgaRegister(FPGA_CURSOR_COLOR);
     const QByteArray cImage = m_rcBoard.fpgaMemory(FPGA_CURSOR_IMAGE, 4 * CURSOR_PIXELS);
-    if (u32Left >= BOARD_WIDTH || u32Top >= BOARD_HEIGHT)
+    if (u32Left >= VIDEO_WIDTH || u32Top >= VIDEO_HEIGHT)
         return;
-    for (int y = 0; y < iHeight && static_cast<int>(u32Top) + y < BOARD_HEIGHT; ++y) {
+    for (int y = 0; y < iHeight && static_cast<int>(u32Top) + y < VIDEO_HEIGHT; ++y) {
         QRgb* puLine = line(m_cFrame, static_cast<int>(u32Top) + y) + u32Left;
-        for (int x = 0; x < iWidth && static_cast<int>(u32Left) + x < BOARD_WIDTH; ++x)
+        for (int x = 0; x < iWidth && static_cast<int>(u32Left) + x < VIDEO_WIDTH; ++x)
             if ((word(cImage, y) >> (CURSOR_PIXELS - 1 - x) & 1) != 0)
                 puLine[x] = blend(puLine[x], uColor);
     }

@@ -3,13 +3,14 @@
 
 #include "fpga/font_tables.h"
 #include "fpga/palettes.h"
+#include "hw/fpga_map.h"
 
 namespace
 {
 
 const int CELL_WIDTH = 12;
 const int CELL_HEIGHT = 20;
-const int GLYPH_BYTES = 64;
+const int GLYPH_BYTES = FPGA_GLYPH_BYTES;
 const int HALF_BYTES = 32;
 
 /* Colours of the contact sheet. */

@@ -1,26 +1,12 @@
 #include "board/picture/CPictureRenderer.h"
 
 #include "board/state/CBoard.h"
+#include "hw/lime_registers.h"
+#include "hw/video_geometry.h"
 
 namespace
 {
 
-// Display window
-const quint32 L0M = 0x020;
-const quint32 L0OA = 0x024;
-const quint32 L0TC = 0x0bc;
-const quint32 DCM1 = 0x100;
-const quint32 L0WXY = 0x114;
-const quint32 L0WWH = 0x118;
-const quint32 L1WXY = 0x124;
-const quint32 L1WWH = 0x128;
-const quint32 DLS = 0x180;
-const quint32 DBGC = 0x184;
-
-// Capture window
-const quint32 CSC = 0x004;
-
-const int LAYERS = 6;
 const quint32 OPAQUE = 0xff000000;
 
 /// One direction of the scaler.
@@ -55,22 +41,22 @@ QRgb rgbOf1555(quint16 u16Pixel)
 } // namespace
 
 CPictureRenderer::CPictureRenderer(const CBoard& rcBoard, const QImage& rcCaptured)
-    : m_rcBoard(rcBoard), m_cCaptured(rcCaptured), m_cPicture(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32)
+    : m_rcBoard(rcBoard), m_cCaptured(rcCaptured), m_cPicture(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32)
 {
 }
 
 QImage CPictureRenderer::render()
 {
-    const quint32 u32Mode = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, DCM1);
-    if ((u32Mode & 1u << 31) == 0) {
+    const quint32 u32Mode = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, LIME_DCM1);
+    if ((u32Mode & LIME_DCM1_DISPLAY) == 0) {
         m_cPicture.fill(OPAQUE);
         return m_cPicture;
     }
-    m_cPicture.fill(OPAQUE | m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, DBGC));
-    const quint32 u32Order = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, DLS);
-    for (int iPlace = LAYERS - 1; iPlace >= 0; iPlace--) {
+    m_cPicture.fill(OPAQUE | m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, LIME_DBGC));
+    const quint32 u32Order = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, LIME_DLS);
+    for (int iPlace = LIME_LAYERS - 1; iPlace >= 0; iPlace--) {
         const quint32 u32Layer = u32Order >> 4 * iPlace & 0xf;
-        if ((u32Mode & 1u << (16 + u32Layer)) != 0)
+        if ((u32Mode & LIME_DCM1_LAYER(u32Layer)) != 0)
             renderLayer(u32Layer);
     }
     return m_cPicture;
@@ -86,18 +72,19 @@ void CPictureRenderer::renderLayer(quint32 u32Layer)
 
 void CPictureRenderer::renderGraphic()
 {
-    const quint32 u32Mode = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L0M);
-    if ((u32Mode & 1u << 31) == 0)
+    const quint32 u32Mode = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, LIME_L0M);
+    if ((u32Mode & LIME_L0M_16_BIT) == 0)
         return;
     const quint32 u32Stride = (u32Mode >> 16 & 0xff) * 64;
-    const quint32 u32Origin = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L0OA) & 0x03ffffff;
-    const quint32 u32Place = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L0WXY);
-    const quint32 u32Size = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L0WWH);
-    const bool bZeroTransparent = (m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L0TC) & 1u << 15) != 0;
+    const quint32 u32Origin = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, LIME_L0OA) & 0x03ffffff;
+    const quint32 u32Place = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, LIME_L0WXY);
+    const quint32 u32Size = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, LIME_L0WWH);
+    const bool bZeroTransparent =
+        (m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, LIME_L0TC) & LIME_L0TC_ZERO) != 0;
     const int iLeft = low12(u32Place);
     const int iTop = high12(u32Place);
-    const int iRight = qMin<int>(BOARD_WIDTH, iLeft + low12(u32Size));
-    const int iBottom = qMin<int>(BOARD_HEIGHT, iTop + high12(u32Size));
+    const int iRight = qMin<int>(VIDEO_WIDTH, iLeft + low12(u32Size));
+    const int iBottom = qMin<int>(VIDEO_HEIGHT, iTop + high12(u32Size));
     for (int y = iTop; y < iBottom; y++) {
         auto* pu32Line = reinterpret_cast<QRgb*>(m_cPicture.scanLine(y));
         const quint32 u32Line = u32Origin + static_cast<quint32>(y - iTop) * u32Stride;
@@ -111,15 +98,15 @@ void CPictureRenderer::renderGraphic()
 
 void CPictureRenderer::renderVideo()
 {
-    const quint32 u32Scale = m_rcBoard.limeRegister(CBoard::LIME_CAPTURE, CSC);
-    const quint32 u32Place = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L1WXY);
-    const quint32 u32Size = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, L1WWH);
-    const SScale cHorizontal = {u32Scale & 0xffff, BOARD_WIDTH};
-    const SScale cVertical = {u32Scale >> 16, BOARD_HEIGHT};
+    const quint32 u32Scale = m_rcBoard.limeRegister(CBoard::LIME_CAPTURE, LIME_CSC);
+    const quint32 u32Place = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, LIME_L1WXY);
+    const quint32 u32Size = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, LIME_L1WWH);
+    const SScale cHorizontal = {u32Scale & 0xffff, VIDEO_WIDTH};
+    const SScale cVertical = {u32Scale >> 16, VIDEO_HEIGHT};
     const int iLeft = low12(u32Place);
     const int iTop = high12(u32Place);
-    const int iWidth = qMin(BOARD_WIDTH - iLeft, qMin(low12(u32Size), cHorizontal.outputSize()));
-    const int iHeight = qMin(BOARD_HEIGHT - iTop, qMin(high12(u32Size), cVertical.outputSize()));
+    const int iWidth = qMin(VIDEO_WIDTH - iLeft, qMin(low12(u32Size), cHorizontal.outputSize()));
+    const int iHeight = qMin(VIDEO_HEIGHT - iTop, qMin(high12(u32Size), cVertical.outputSize()));
     if (iWidth <= 0)
         return;
 

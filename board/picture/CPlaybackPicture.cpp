@@ -12,7 +12,7 @@ const QRgb INK = 0xffffffff;
 const QRgb BARS[] = {0xffc0c0c0, 0xffc0c000, 0xff00c0c0, 0xff00c000,
                      0xffc000c0, 0xffc00000, 0xff0000c0, 0xff202020};
 
-const int BAR_WIDTH = BOARD_WIDTH / 8;
+const int BAR_WIDTH = VIDEO_WIDTH / 8;
 const int SPEED = 4; // pixels a frame
 const int BAND_TOP = 208;
 const int BAND_BOTTOM = 368;
@@ -27,17 +27,17 @@ QRgb* line(QImage& rcImage, int iLine)
 
 void drawBars(QImage& rcImage, int iFrame)
 {
-    const int iShift = static_cast<int>(qint64(iFrame) * SPEED % BOARD_WIDTH);
-    for (int y = 0; y < BOARD_HEIGHT; y++)
-        for (int x = 0; x < BOARD_WIDTH; x++)
+    const int iShift = static_cast<int>(qint64(iFrame) * SPEED % VIDEO_WIDTH);
+    for (int y = 0; y < VIDEO_HEIGHT; y++)
+        for (int x = 0; x < VIDEO_WIDTH; x++)
             line(rcImage, y)[x] =
-                y < BAND_TOP || y >= BAND_BOTTOM ? BARS[(x + iShift) % BOARD_WIDTH / BAR_WIDTH] : BAND;
+                y < BAND_TOP || y >= BAND_BOTTOM ? BARS[(x + iShift) % VIDEO_WIDTH / BAR_WIDTH] : BAND;
 }
 
 void drawCentered(QImage& rcImage, int iTop, const QString& rcText)
 {
     const QImage cText = CGlyphSheet::textLine(rcText, INK, BAND);
-    const int iLeft = (BOARD_WIDTH - SCALE * cText.width()) / 2;
+    const int iLeft = (VIDEO_WIDTH - SCALE * cText.width()) / 2;
     for (int y = 0; y < SCALE * cText.height(); y++)
         for (int x = 0; x < SCALE * cText.width(); x++)
             line(rcImage, iTop + y)[iLeft + x] = cText.pixel(x / SCALE, y / SCALE);
@@ -54,7 +54,7 @@ QString shown(const QString& rcFile)
 
 QImage CPlaybackPicture::frame(const SCodecState& rsState)
 {
-    QImage cImage(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32);
+    QImage cImage(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
     const bool bPaused = rsState.eActivity == SCodecState::PLAYING_PAUSED;
     if (!bPaused && rsState.eActivity != SCodecState::PLAYING) {
         cImage.fill(BLACK);

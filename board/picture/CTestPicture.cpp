@@ -16,7 +16,7 @@ const QRgb POINTER = 0xffffc000;
 const int CELL = 40;   // distance of the grid's lines
 const int BORDER = 16; // between the two frames
 const int RADIUS = 248;
-const int LEFT = BOARD_WIDTH / 2 - RADIUS;
+const int LEFT = VIDEO_WIDTH / 2 - RADIUS;
 const int DIAMETER = 2 * RADIUS;
 
 // Lines of the circle's contents, from top to bottom.
@@ -134,7 +134,7 @@ QImage CTestPicture::frame(int iFrame)
 }
 
 CTestPicture::CTestPicture(int iFrame)
-    : m_cImage(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32), m_iFrame(iFrame)
+    : m_cImage(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32), m_iFrame(iFrame)
 {
     drawBackground();
     drawBorder();
@@ -149,37 +149,37 @@ CTestPicture::CTestPicture(int iFrame)
 void CTestPicture::drawBackground()
 {
     m_cImage.fill(FIELD);
-    for (int x = CELL; x < BOARD_WIDTH; x += CELL)
-        fill(x, 0, 1, BOARD_HEIGHT, GRID);
-    for (int y = CELL; y < BOARD_HEIGHT; y += CELL)
-        fill(0, y, BOARD_WIDTH, 1, GRID);
+    for (int x = CELL; x < VIDEO_WIDTH; x += CELL)
+        fill(x, 0, 1, VIDEO_HEIGHT, GRID);
+    for (int y = CELL; y < VIDEO_HEIGHT; y += CELL)
+        fill(0, y, VIDEO_WIDTH, 1, GRID);
 }
 
 void CTestPicture::drawBorder()
 {
-    for (int x = 0; x < BOARD_WIDTH; x++)
-        for (int y = 0; y < BOARD_HEIGHT; y++) {
+    for (int x = 0; x < VIDEO_WIDTH; x++)
+        for (int y = 0; y < VIDEO_HEIGHT; y++) {
             const bool bInside =
-                x >= BORDER && x < BOARD_WIDTH - BORDER && y >= BORDER && y < BOARD_HEIGHT - BORDER;
+                x >= BORDER && x < VIDEO_WIDTH - BORDER && y >= BORDER && y < VIDEO_HEIGHT - BORDER;
             if (!bInside)
                 plot(x, y, (x / CELL + y / CELL) % 2 == 0 ? DARK : grey(0xb0));
         }
-    frameRectangle(0, 0, BOARD_WIDTH, BOARD_HEIGHT, WHITE);
-    frameRectangle(BORDER, BORDER, BOARD_WIDTH - 2 * BORDER, BOARD_HEIGHT - 2 * BORDER, WHITE);
+    frameRectangle(0, 0, VIDEO_WIDTH, VIDEO_HEIGHT, WHITE);
+    frameRectangle(BORDER, BORDER, VIDEO_WIDTH - 2 * BORDER, VIDEO_HEIGHT - 2 * BORDER, WHITE);
 }
 
 void CTestPicture::drawCoordinates()
 {
     const int SCALE = 2;
     const int DISTANCE = 4; // from the lines that a number belongs to
-    for (int x = 2 * CELL; x < BOARD_WIDTH - 2 * CELL; x += 2 * CELL) {
+    for (int x = 2 * CELL; x < VIDEO_WIDTH - 2 * CELL; x += 2 * CELL) {
         drawText(x + DISTANCE, BORDER + DISTANCE, SCALE, QString::number(x), LABEL);
-        drawText(x + DISTANCE, BOARD_HEIGHT - BORDER - DISTANCE - SCALE * GLYPH_HEIGHT, SCALE,
+        drawText(x + DISTANCE, VIDEO_HEIGHT - BORDER - DISTANCE - SCALE * GLYPH_HEIGHT, SCALE,
                  QString::number(x), LABEL);
     }
-    for (int y = 2 * CELL; y < BOARD_HEIGHT - 2 * CELL; y += 2 * CELL) {
+    for (int y = 2 * CELL; y < VIDEO_HEIGHT - 2 * CELL; y += 2 * CELL) {
         drawText(BORDER + DISTANCE, y + DISTANCE, SCALE, QString::number(y), LABEL);
-        drawText(BOARD_WIDTH - BORDER - DISTANCE - 3 * SCALE * GLYPH_PITCH, y + DISTANCE, SCALE,
+        drawText(VIDEO_WIDTH - BORDER - DISTANCE - 3 * SCALE * GLYPH_PITCH, y + DISTANCE, SCALE,
                  QString::number(y), LABEL);
     }
 }
@@ -189,8 +189,8 @@ void CTestPicture::drawCorners()
     const int SCALE = 6;
     const int WIDTH = 46;
     const int HEIGHT = 54;
-    const int FAR_X = BOARD_WIDTH - BORDER - WIDTH;
-    const int FAR_Y = BOARD_HEIGHT - BORDER - HEIGHT;
+    const int FAR_X = VIDEO_WIDTH - BORDER - WIDTH;
+    const int FAR_Y = VIDEO_HEIGHT - BORDER - HEIGHT;
     const QPoint cCorners[] = {
         {BORDER, BORDER},
         {FAR_X,  BORDER},
@@ -210,15 +210,15 @@ void CTestPicture::drawCorners()
 void CTestPicture::drawCircleContents()
 {
     fill(LEFT, 0, DIAMETER, BARS_TOP, grey(0xe8));
-    drawCenteredText(BOARD_WIDTH / 2, SIZE_TOP, 4, QStringLiteral("%1x%2").arg(BOARD_WIDTH).arg(BOARD_HEIGHT),
+    drawCenteredText(VIDEO_WIDTH / 2, SIZE_TOP, 4, QStringLiteral("%1x%2").arg(VIDEO_WIDTH).arg(VIDEO_HEIGHT),
                      DARK);
     drawBars();
     drawGreys();
     drawCross();
     drawGratings();
     drawPointer();
-    fill(LEFT, FRAME_TOP, DIAMETER, BOARD_HEIGHT - FRAME_TOP, DARK);
-    drawCenteredText(BOARD_WIDTH / 2, FRAME_TOP + 14, 4,
+    fill(LEFT, FRAME_TOP, DIAMETER, VIDEO_HEIGHT - FRAME_TOP, DARK);
+    drawCenteredText(VIDEO_WIDTH / 2, FRAME_TOP + 14, 4,
                      QStringLiteral("%1").arg(m_iFrame, 6, 10, QLatin1Char('0')), POINTER);
 }
 
@@ -246,8 +246,8 @@ void CTestPicture::drawGreys()
 
 void CTestPicture::drawCross()
 {
-    const int CENTER_X = BOARD_WIDTH / 2;
-    const int CENTER_Y = BOARD_HEIGHT / 2;
+    const int CENTER_X = VIDEO_WIDTH / 2;
+    const int CENTER_Y = VIDEO_HEIGHT / 2;
     fill(LEFT, CROSS_TOP, DIAMETER, GRATINGS_TOP - CROSS_TOP, BLACK);
     fill(LEFT, CENTER_Y - 1, DIAMETER, 2, WHITE);
     fill(CENTER_X - 1, CROSS_TOP, 2, GRATINGS_TOP - CROSS_TOP, WHITE);
@@ -281,7 +281,7 @@ void CTestPicture::drawPointer()
     const int SPEED = 4; // pixels a frame
     const int WIDTH = 8;
     fill(LEFT, POINTER_TOP, DIAMETER, FRAME_TOP - POINTER_TOP, FIELD);
-    for (int x = CELL; x < BOARD_WIDTH; x += CELL)
+    for (int x = CELL; x < VIDEO_WIDTH; x += CELL)
         fill(x, POINTER_TOP, 1, FRAME_TOP - POINTER_TOP, GRID);
     const int iTravel = DIAMETER - WIDTH;
     const int iPlace = static_cast<int>((RADIUS + qint64(m_iFrame) * SPEED) % iTravel);
@@ -290,7 +290,7 @@ void CTestPicture::drawPointer()
 
 void CTestPicture::drawRing()
 {
-    for (int y = 0; y < BOARD_HEIGHT; y++)
+    for (int y = 0; y < VIDEO_HEIGHT; y++)
         for (int x = LEFT - 2; x < LEFT + DIAMETER + 2; x++)
             if (isInCircle(x, y, RADIUS + 2) && !isInCircle(x, y, RADIUS - 1))
                 plot(x, y, WHITE);
@@ -299,8 +299,8 @@ void CTestPicture::drawRing()
 bool CTestPicture::isInCircle(int x, int y, int iRadius) const
 {
     // Doubled coordinates: the centre lies between pixels.
-    const int iX = 2 * x - (BOARD_WIDTH - 1);
-    const int iY = 2 * y - (BOARD_HEIGHT - 1);
+    const int iX = 2 * x - (VIDEO_WIDTH - 1);
+    const int iY = 2 * y - (VIDEO_HEIGHT - 1);
     return iX * iX + iY * iY < 4 * iRadius * iRadius;
 }
 

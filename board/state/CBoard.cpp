@@ -80,7 +80,7 @@ bool CBoard::limeSwapped() const
 
 static bool isLimeRegister(CBoard::ELimeWindow eWindow, quint32 u32Offset)
 {
-    return u32Offset < BOARD_LIME_END - eWindow && u32Offset % 4 == 0;
+    return u32Offset < LIME_WINDOWS_END - eWindow && u32Offset % 4 == 0;
 }
 
 quint32 CBoard::limeRegister(ELimeWindow eWindow, quint32 u32Offset) const
@@ -102,7 +102,7 @@ void CBoard::setLimeRegister(ELimeWindow eWindow, quint32 u32Offset, quint32 u32
 
 static bool isLimeMemory(quint32 u32Address)
 {
-    return u32Address < BOARD_LIME_HOST && u32Address % 2 == 0;
+    return u32Address < LIME_HOST_WINDOW && u32Address % 2 == 0;
 }
 
 quint16 CBoard::limeMemory16(quint32 u32Address) const
@@ -164,34 +164,34 @@ void CBoard::setCamera(const QImage& rcImage)
     if (!isOpen() || rcImage.isNull())
         return;
     QImage cImage = rcImage;
-    if (cImage.size() != QSize(BOARD_WIDTH, BOARD_HEIGHT))
-        cImage = cImage.scaled(BOARD_WIDTH, BOARD_HEIGHT, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    if (cImage.size() != QSize(VIDEO_WIDTH, VIDEO_HEIGHT))
+        cImage = cImage.scaled(VIDEO_WIDTH, VIDEO_HEIGHT, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     cImage = cImage.convertToFormat(QImage::Format_RGB32);
-    for (int y = 0; y < BOARD_HEIGHT; y++)
-        qToLittleEndian<quint32>(cImage.constScanLine(y), BOARD_WIDTH,
-                                 m_cCamera.data() + 4 * BOARD_WIDTH * y);
+    for (int y = 0; y < VIDEO_HEIGHT; y++)
+        qToLittleEndian<quint32>(cImage.constScanLine(y), VIDEO_WIDTH,
+                                 m_cCamera.data() + 4 * VIDEO_WIDTH * y);
 }
 
 QImage CBoard::cameraImage() const
 {
     if (!isOpen())
         return QImage();
-    QImage cImage(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32);
-    for (int y = 0; y < BOARD_HEIGHT; y++)
-        qFromLittleEndian<quint32>(m_cCamera.data() + 4 * BOARD_WIDTH * y, BOARD_WIDTH, cImage.scanLine(y));
+    QImage cImage(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
+    for (int y = 0; y < VIDEO_HEIGHT; y++)
+        qFromLittleEndian<quint32>(m_cCamera.data() + 4 * VIDEO_WIDTH * y, VIDEO_WIDTH, cImage.scanLine(y));
     return cImage;
 }
 
 void CBoard::setCameraPlugged(bool bPlugged)
 {
-    quint32 u32Status = i2cRegister(BOARD_I2C_DECODER, BOARD_DECODER_STATUS);
-    u32Status = bPlugged ? u32Status & ~BOARD_STATUS_NO_LOCK : u32Status | BOARD_STATUS_NO_LOCK;
-    setI2cRegister(BOARD_I2C_DECODER, BOARD_DECODER_STATUS, static_cast<quint8>(u32Status));
+    quint32 u32Status = i2cRegister(SAA7113_SLAVE, SAA7113_STATUS);
+    u32Status = bPlugged ? u32Status & ~SAA7113_STATUS_NO_LOCK : u32Status | SAA7113_STATUS_NO_LOCK;
+    setI2cRegister(SAA7113_SLAVE, SAA7113_STATUS, static_cast<quint8>(u32Status));
 }
 
 bool CBoard::isCameraPlugged() const
 {
-    return isOpen() && (i2cRegister(BOARD_I2C_DECODER, BOARD_DECODER_STATUS) & BOARD_STATUS_NO_LOCK) == 0;
+    return isOpen() && (i2cRegister(SAA7113_SLAVE, SAA7113_STATUS) & SAA7113_STATUS_NO_LOCK) == 0;
 }
 
 // Trace

@@ -28,11 +28,11 @@ class CBoard
 public:
     /// The register windows of the display controller.
     enum ELimeWindow {
-        LIME_HOST = BOARD_LIME_HOST,
-        LIME_DISPLAY = BOARD_LIME_DISPLAY,
-        LIME_CAPTURE = BOARD_LIME_CAPTURE,
-        LIME_DRAW = BOARD_LIME_DRAW,
-        LIME_PIO = BOARD_LIME_PIO
+        LIME_HOST = LIME_HOST_WINDOW,
+        LIME_DISPLAY = LIME_DISP_WINDOW,
+        LIME_CAPTURE = LIME_CAPT_WINDOW,
+        LIME_DRAW = LIME_DRAW_WINDOW,
+        LIME_PIO = LIME_PIO_WINDOW
     };
 
     /// An operation that fails. The initial values: the next call and all after it fail, in the way usual for

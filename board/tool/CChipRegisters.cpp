@@ -62,10 +62,10 @@ bool isReserved(const reg_bf& rcField)
 } // namespace
 
 const CChipRegisters::SChip CChipRegisters::CHIPS[] = {
-    {"fpga",    &crp_fpga,    fpgaValue                  },
-    {"lime",    &crp_lime,    limeValue                  },
-    {"saa7113", &crp_saa7113, i2cValue<BOARD_I2C_DECODER>},
-    {"saa7129", &crp_saa7129, i2cValue<BOARD_I2C_ENCODER>},
+    {"fpga",    &crp_fpga,    fpgaValue              },
+    {"lime",    &crp_lime,    limeValue              },
+    {"saa7113", &crp_saa7113, i2cValue<SAA7113_SLAVE>},
+    {"saa7129", &crp_saa7129, i2cValue<SAA7129_SLAVE>},
 };
 
 QStringList CChipRegisters::chipNames()
@@ -110,7 +110,7 @@ bool CChipRegisters::readFile(QString& rcError)
 /// The decoder's status is the decoder's own: what is written to it gets lost.
 bool CChipRegisters::isWrittenByDaemon(const reg_bf_group& rcRow) const
 {
-    const bool bStatus = m_rcChip.psRegisters == &crp_saa7113 && rcRow.addr == BOARD_DECODER_STATUS;
+    const bool bStatus = m_rcChip.psRegisters == &crp_saa7113 && rcRow.addr == SAA7113_STATUS;
     return m_bFileRead && rcRow.valid != 0 && !bStatus;
 }
 

@@ -328,11 +328,11 @@ void TestDebug::saved_files_of_decoder_and_encoder_program_zeros()
     // Whatever is in the chips.
     QCOMPARE(contents(QStringLiteral("saa7113.cnf")).count(" Val:(0xff)\n"), 31);
     QCOMPARE(contents(QStringLiteral("saa7129.cnf")).count(" Val:(0xff)\n"), 73);
-    QVERIFY(m_pcScene->board().i2cRegister(BOARD_I2C_ENCODER, 0x61) != 0);
+    QVERIFY(m_pcScene->board().i2cRegister(SAA7129_SLAVE, 0x61) != 0);
     send("reload_hardware_config");
     for (int iSub = 0x26; iSub <= 0x7f; ++iSub)
-        QCOMPARE(m_pcScene->board().i2cRegister(BOARD_I2C_ENCODER, static_cast<quint8>(iSub)), quint8(0));
-    QCOMPARE(m_pcScene->board().i2cRegister(BOARD_I2C_DECODER, 0x0a), quint8(0));
+        QCOMPARE(m_pcScene->board().i2cRegister(SAA7129_SLAVE, static_cast<quint8>(iSub)), quint8(0));
+    QCOMPARE(m_pcScene->board().i2cRegister(SAA7113_SLAVE, 0x0a), quint8(0));
     QCOMPARE(printed().size(), 2); // the display controller's file
 }
 
@@ -348,7 +348,7 @@ void TestDebug::reloads_what_the_files_say_now()
     QCOMPARE(rcBoard.fpgaRegister(0xff1a00), 60U);
     QCOMPARE(rcBoard.limeRegister(CBoard::LIME_CAPTURE, 4), 0x10001000U);
     QCOMPARE(rcBoard.limeRegister(CBoard::LIME_DISPLAY, 0x184), 0U);
-    QCOMPARE(rcBoard.i2cRegister(BOARD_I2C_DECODER, 0x0a), quint8(0x10));
+    QCOMPARE(rcBoard.i2cRegister(SAA7113_SLAVE, 0x0a), quint8(0x10));
     QCOMPARE(
         differenceFromGolden(CBoardPicture::monitor(rcBoard), QStringLiteral("debug_reloaded_at_half_size")),
         QString());
@@ -457,7 +457,7 @@ void TestDebug::a_reload_goes_on_whatever_fails()
     QVERIFY(m_pcScene->daemon().settle());
     QCOMPARE(rcBoard.limeRegister(CBoard::LIME_DISPLAY, 0x124), 0x00040003U);
     QCOMPARE(rcBoard.fpgaRegister(0xff1a00), 42U);
-    QCOMPARE(rcBoard.i2cRegister(BOARD_I2C_ENCODER, 0x61), quint8(2));
+    QCOMPARE(rcBoard.i2cRegister(SAA7129_SLAVE, 0x61), quint8(2));
 }
 
 void TestDebug::a_reload_survives_any_file_data()

@@ -185,10 +185,10 @@ void TestCBoard::lime_registers_outside_are_dropped()
     QCOMPARE(m_cBoard.limeRegister(CBoard::LIME_PIO, 0x8000), 0u);
     QCOMPARE(m_cBoard.limeRegister(CBoard::LIME_PIO, 0xfffffffc), 0u);
     QCOMPARE(m_cBoard.limeRegister(CBoard::LIME_PIO, 0x7ffe), 0u);
-    m_cBoard.setLimeMemory16(BOARD_LIME_HOST, 9);
+    m_cBoard.setLimeMemory16(LIME_HOST_WINDOW, 9);
     QCOMPARE(m_cBoard.limeRegister(CBoard::LIME_HOST, 0), 0u);
-    m_cBoard.setLimeMemory16(BOARD_LIME_HOST - 2, 9);
-    QCOMPARE(m_cBoard.limeMemory16(BOARD_LIME_HOST - 2), quint16(9));
+    m_cBoard.setLimeMemory16(LIME_HOST_WINDOW - 2, 9);
+    QCOMPARE(m_cBoard.limeMemory16(LIME_HOST_WINDOW - 2), quint16(9));
 }
 
 void TestCBoard::fpga_registers_are_little_endian()
@@ -224,9 +224,9 @@ void TestCBoard::i2c_registers_are_those_of_a_chip()
 
 void TestCBoard::camera_keeps_pixels()
 {
-    QImage cImage(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32);
-    for (int y = 0; y < BOARD_HEIGHT; y++)
-        for (int x = 0; x < BOARD_WIDTH; x++)
+    QImage cImage(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
+    for (int y = 0; y < VIDEO_HEIGHT; y++)
+        for (int x = 0; x < VIDEO_WIDTH; x++)
             cImage.setPixel(x, y, qRgb(x % 256, y % 256, (x + y) % 256));
     m_cBoard.setCamera(cImage);
     QCOMPARE(m_cBoard.cameraImage(), cImage);
@@ -245,7 +245,7 @@ void TestCBoard::camera_scales_other_sizes()
 
 void TestCBoard::camera_file_is_little_endian()
 {
-    QImage cImage(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32);
+    QImage cImage(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
     cImage.fill(0xff102030);
     cImage.setPixel(1, 0, 0xff405060);
     m_cBoard.setCamera(cImage);

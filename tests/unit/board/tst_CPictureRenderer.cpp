@@ -87,7 +87,7 @@ void TestCPictureRenderer::init()
 
 static QImage plain(QRgb uColor)
 {
-    QImage cImage(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32);
+    QImage cImage(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
     cImage.fill(uColor);
     return cImage;
 }
@@ -212,8 +212,8 @@ void TestCPictureRenderer::every_pixel_of_a_doubled_picture()
     const QImage cPicture = CBoardPicture::monitor(m_cBoard);
     const QImage cCamera = CTestPicture::frame(0);
     int iWrong = 0;
-    for (int y = 0; y < BOARD_HEIGHT; y++)
-        for (int x = 0; x < BOARD_WIDTH; x++)
+    for (int y = 0; y < VIDEO_HEIGHT; y++)
+        for (int x = 0; x < VIDEO_WIDTH; x++)
             iWrong += cPicture.pixel(x, y) == cCamera.pixel(x / 2, y / 2) ? 0 : 1;
     QCOMPARE(iWrong, 0);
 }

@@ -31,7 +31,7 @@ SCodecState playing(int iFrame)
 
 QImage plain(QRgb uColor)
 {
-    QImage cImage(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32);
+    QImage cImage(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
     cImage.fill(uColor);
     return cImage;
 }
@@ -94,8 +94,8 @@ void TestCPlaybackPicture::moves_from_frame_to_frame()
 {
     const QImage cFirst = CPlaybackPicture::frame(playing(0));
     const QImage cSecond = CPlaybackPicture::frame(playing(1));
-    QCOMPARE(cSecond.copy(0, 0, BOARD_WIDTH - 4, 100), cFirst.copy(4, 0, BOARD_WIDTH - 4, 100));
-    QVERIFY(cFirst.copy(0, 200, BOARD_WIDTH, 200) != cSecond.copy(0, 200, BOARD_WIDTH, 200));
+    QCOMPARE(cSecond.copy(0, 0, VIDEO_WIDTH - 4, 100), cFirst.copy(4, 0, VIDEO_WIDTH - 4, 100));
+    QVERIFY(cFirst.copy(0, 200, VIDEO_WIDTH, 200) != cSecond.copy(0, 200, VIDEO_WIDTH, 200));
 }
 
 void TestCPlaybackPicture::any_frame_and_name_stay_in_bounds_data()
@@ -117,7 +117,7 @@ void TestCPlaybackPicture::any_frame_and_name_stay_in_bounds()
     SCodecState sState = playing(frame);
     sState.cFile = file;
     const QImage cPicture = CPlaybackPicture::frame(sState);
-    QCOMPARE(cPicture.size(), QSize(BOARD_WIDTH, BOARD_HEIGHT));
+    QCOMPARE(cPicture.size(), QSize(VIDEO_WIDTH, VIDEO_HEIGHT));
     QVERIFY(cPicture != CPlaybackPicture::frame(playing(1)));
 }
 

@@ -1,6 +1,8 @@
 /* The map that the board judges by, held against the register tables and the overlay's address map. */
 #include "board/judge/map.h"
 #include "hw/fpga_map.h"
+#include "hw/lime_registers.h"
+#include "hw/saa71xx_registers.h"
 #include "regdb/chip_regs.h"
 
 #include <QMap>
@@ -21,6 +23,7 @@ private slots:
     void has_the_memory_of_the_fpga();
     void has_the_registers_of_the_i2c_chips_data();
     void has_the_registers_of_the_i2c_chips();
+    void has_the_windows_of_the_display_controller();
     void has_the_registers_of_the_display_controller();
 };
 
@@ -41,7 +44,7 @@ void TestBoardMap::has_the_registers_of_the_fpga()
 {
 #define ADD(address, bits) cMap.insert(address, bits);
     CRegisters cMap;
-    BOARD_FPGA_REGISTERS(ADD)
+    MAP_FPGA_REGISTERS(ADD)
 #undef ADD
     CRegisters cExpected;
     for (const reg_bf_group* psRow = regs_fpga; psRow->name != nullptr; psRow++)
@@ -52,30 +55,30 @@ void TestBoardMap::has_the_registers_of_the_fpga()
                                      FPGA_CURSOR_COLOR, FPGA_GRAPHIC_SHOW})
         cExpected.insert(u32Address, 0xffffffff);
     QCOMPARE(cMap, cExpected);
-    QCOMPARE(cMap.firstKey(), BOARD_FPGA_REGISTERS_BEGIN);
-    QCOMPARE(cMap.lastKey() + 4, BOARD_FPGA_REGISTERS_END);
+    QCOMPARE(cMap.firstKey(), MAP_FPGA_REGISTERS_BEGIN);
+    QCOMPARE(cMap.lastKey() + 4, MAP_FPGA_REGISTERS_END);
 }
 
 void TestBoardMap::has_the_palettes_of_the_fpga()
 {
-    QCOMPARE(BOARD_FPGA_PALETTES_BEGIN, FPGA_GRAPHIC_PALETTE);
+    QCOMPARE(MAP_FPGA_PALETTES_BEGIN, FPGA_GRAPHIC_PALETTE);
     QCOMPARE(FPGA_TEXT_FOREGROUND, FPGA_GRAPHIC_PALETTE + 256 * 4); // pixels have 8 bits
     QCOMPARE(FPGA_TEXT_BACKGROUND, FPGA_TEXT_FOREGROUND + 16 * 4);
-    QCOMPARE(BOARD_FPGA_PALETTES_END, FPGA_TEXT_BACKGROUND + 16 * 4);
+    QCOMPARE(MAP_FPGA_PALETTES_END, FPGA_TEXT_BACKGROUND + 16 * 4);
 }
 
 void TestBoardMap::has_the_memory_of_the_fpga()
 {
 #define ADD(begin, end) cMap.insert(begin, end);
     CRegisters cMap;
-    BOARD_FPGA_MEMORY(ADD)
+    MAP_FPGA_MEMORY(ADD)
 #undef ADD
     const CRegisters cExpected = {
         {FPGA_GRAPHIC_PAGES,   FPGA_GRAPHIC_PAGES + FPGA_PAGES * FPGA_GRAPHIC_PAGE_STRIDE},
         {FPGA_GLYPHS,          FPGA_GLYPHS + 16384                                       },
         {FPGA_TEXT_PAGES,      FPGA_TEXT_PAGES + FPGA_PAGES * FPGA_TEXT_PAGE_STRIDE      },
         {FPGA_CURSOR_IMAGE,    FPGA_CURSOR_IMAGE + 512                                   },
-        {FPGA_GRAPHIC_PALETTE, BOARD_FPGA_PALETTES_END                                   },
+        {FPGA_GRAPHIC_PALETTE, MAP_FPGA_PALETTES_END                                     },
         {FPGA_VIDEO_IMAGE,     FPGA_VIDEO_IMAGE + 1658880                                },
     };
     QCOMPARE(cMap, cExpected);
@@ -85,14 +88,15 @@ void TestBoardMap::has_the_registers_of_the_i2c_chips_data()
 {
     QTest::addColumn<uint>("slave");
     QTest::addColumn<const reg_bf_group*>("table");
-    QTest::newRow("decoder") << BOARD_I2C_DECODER << static_cast<const reg_bf_group*>(regs_saa7113);
-    QTest::newRow("encoder") << BOARD_I2C_ENCODER << static_cast<const reg_bf_group*>(regs_saa7129);
+    QTest::newRow("decoder") << MAP_I2C_DECODER << static_cast<const reg_bf_group*>(regs_saa7113);
+    QTest::newRow("encoder") << MAP_I2C_ENCODER << static_cast<const reg_bf_group*>(regs_saa7129);
 }
 
 void TestBoardMap::has_the_registers_of_the_i2c_chips()
 {
     QFETCH(uint, slave);
     QFETCH(const reg_bf_group*, table);
+    QCOMPARE(slave, uint(table == regs_saa7113 ? SAA7113_SLAVE : SAA7129_SLAVE));
     QSet<quint32> cMap;
     const auto add = [&cMap, slave](uint uiChip, quint32 u32First, quint32 u32Last) {
         for (quint32 u32Sub = u32First; u32Sub <= u32Last; u32Sub++)
@@ -100,7 +104,7 @@ void TestBoardMap::has_the_registers_of_the_i2c_chips()
                 cMap << u32Sub;
     };
 #define ADD(chip, first, last) add(chip, first, last);
-    BOARD_I2C_REGISTERS(ADD)
+    MAP_I2C_REGISTERS(ADD)
 #undef ADD
     QSet<quint32> cExpected;
     for (const reg_bf_group* psRow = table; psRow->name != nullptr; psRow++)
@@ -108,20 +112,30 @@ void TestBoardMap::has_the_registers_of_the_i2c_chips()
     QCOMPARE(cMap, cExpected);
 }
 
+void TestBoardMap::has_the_windows_of_the_display_controller()
+{
+    QCOMPARE(MAP_LIME_HOST, LIME_HOST_WINDOW);
+    QCOMPARE(MAP_LIME_DISPLAY, LIME_DISP_WINDOW);
+    QCOMPARE(MAP_LIME_CAPTURE, LIME_CAPT_WINDOW);
+    QCOMPARE(MAP_LIME_DRAW, LIME_DRAW_WINDOW);
+    QCOMPARE(MAP_LIME_PIO, LIME_PIO_WINDOW);
+    QCOMPARE(MAP_LIME_END, LIME_WINDOWS_END);
+}
+
 void TestBoardMap::has_the_registers_of_the_display_controller()
 {
 #define ADD(window, offset, bits) cMap.insert((window) + (offset), bits);
     CRegisters cMap;
-    BOARD_LIME_REGISTERS(ADD)
+    MAP_LIME_REGISTERS(ADD)
 #undef ADD
     CRegisters cExpected;
     for (const reg_bf_group* psRow = regs_lime; psRow->name != nullptr; psRow++) {
         QVERIFY2(psRow->base == 'D' || psRow->base == 'C', psRow->name);
-        const quint32 u32Window = psRow->base == 'D' ? BOARD_LIME_DISPLAY : BOARD_LIME_CAPTURE;
+        const quint32 u32Window = psRow->base == 'D' ? MAP_LIME_DISPLAY : MAP_LIME_CAPTURE;
         cExpected[u32Window + psRow->addr] |= declaredBits(*psRow);
     }
     // The switch of layer 5's transparency.
-    cExpected.insert(BOARD_LIME_DISPLAY + 0x1b4, 0x80000000);
+    cExpected.insert(MAP_LIME_DISPLAY + 0x1b4, 0x80000000);
     QCOMPARE(cMap, cExpected);
 }
 

@@ -65,7 +65,7 @@ void TestOverlayPictures::init()
     m_pcBoard.reset(new CAttachedBoard);
     QVERIFY(m_pcBoard->isReady());
     CAttachedBoard& rcBoard = *m_pcBoard;
-    QImage cCamera(BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32);
+    QImage cCamera(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
     cCamera.fill(CAMERA);
     rcBoard->setCamera(cCamera);
     showLiveVideo(*rcBoard);
@@ -263,9 +263,9 @@ void TestOverlayPictures::an_image_written_back_is_restored()
     QCOMPARE(get_video_image_from_fpga(cBuffer.data(), 0, cBuffer.size()), 0);
 
     // A buffer is a frame, bottom line first: what bitmap files hold.
-    const QImage cBitmap(cBuffer.data(), BOARD_WIDTH, BOARD_HEIGHT, QImage::Format_RGB32);
+    const QImage cBitmap(cBuffer.data(), VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
     const QImage cUpright = cBitmap.mirrored(false, true);
-    const QRect cInner(0, 1, BOARD_WIDTH, BOARD_HEIGHT - 2);
+    const QRect cInner(0, 1, VIDEO_WIDTH, VIDEO_HEIGHT - 2);
     QVERIFY(cUpright.copy(cInner) == cTestCard.copy(cInner));
 
     store_video();
@@ -335,8 +335,8 @@ void TestOverlayPictures::memory_at_its_limits_is_shown_without_harm()
         for (const quint32 u32Register : {FPGA_TSXP, FPGA_TSYP, FPGA_TESZ, FPGA_TEMO, FPGA_GRAPHIC_SHOW,
                                           FPGA_CURSOR_X, FPGA_CURSOR_Y, FPGA_CURSOR_SIZE})
             fpga_device_write_reg(u32Register, u32Value);
-        QCOMPARE(CBoardPicture::monitor(rcBoard).size(), QSize(BOARD_WIDTH, BOARD_HEIGHT));
-        QCOMPARE(CBoardPicture::recorded(rcBoard).size(), QSize(BOARD_WIDTH, BOARD_HEIGHT));
+        QCOMPARE(CBoardPicture::monitor(rcBoard).size(), QSize(VIDEO_WIDTH, VIDEO_HEIGHT));
+        QCOMPARE(CBoardPicture::recorded(rcBoard).size(), QSize(VIDEO_WIDTH, VIDEO_HEIGHT));
     }
 }
 

@@ -417,7 +417,7 @@ void TestPreloadDevices::lime_is_mapped()
     void* pvMap = ::mmap(nullptr, board_lime_bytes(), PROT_READ | PROT_WRITE, MAP_SHARED, m_iLime, 0);
     QVERIFY(pvMap != MAP_FAILED);
     auto* pu32Register =
-        reinterpret_cast<volatile quint32*>(static_cast<char*>(pvMap) + BOARD_LIME_DISPLAY + 0x184);
+        reinterpret_cast<volatile quint32*>(static_cast<char*>(pvMap) + LIME_DISP_WINDOW + 0x184);
     *pu32Register = 0x00ff8000;
     QCOMPARE((*m_pcBoard)->limeRegister(CBoard::LIME_DISPLAY, 0x184), 0x00ff8000u);
     (*m_pcBoard)->setLimeRegister(CBoard::LIME_DISPLAY, 0x184, 0x123456);

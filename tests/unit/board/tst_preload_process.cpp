@@ -98,7 +98,7 @@ void TestPreloadProcess::turns_registers_into_its_own_byte_order()
     QCOMPARE(haldenboard_attach(qPrintable(cPath)), 0);
     haldenboard_detach();
     QFile cLime(cBoard.path(BOARD_LIME));
-    QVERIFY(cLime.open(QIODevice::ReadOnly) && cLime.seek(BOARD_LIME_DISPLAY + 0x184));
+    QVERIFY(cLime.open(QIODevice::ReadOnly) && cLime.seek(LIME_DISP_WINDOW + 0x184));
     quint32 u32Own = 0;
     cLime.read(reinterpret_cast<char*>(&u32Own), sizeof u32Own);
     QCOMPARE(u32Own, 0x00112233u);

@@ -114,8 +114,8 @@ void TestCMultimediaPlatform::brings_all_chips_up()
     QCOMPARE(initialize(), 1);
     QCOMPARE(m_cLog, QStringList());
     QCOMPARE(m_cOther, QStringList());
-    QCOMPARE(rcBoard->i2cRegister(BOARD_I2C_DECODER, 0x0a), quint8(0x7d));
-    QCOMPARE(rcBoard->i2cRegister(BOARD_I2C_ENCODER, 0x61), quint8(0x02));
+    QCOMPARE(rcBoard->i2cRegister(SAA7113_SLAVE, 0x0a), quint8(0x7d));
+    QCOMPARE(rcBoard->i2cRegister(SAA7129_SLAVE, 0x61), quint8(0x02));
     QCOMPARE(rcBoard->fpgaRegister(FPGA_TESZ), 0xc0aU);
     QCOMPARE(rcBoard->limeRegister(CBoard::LIME_CAPTURE, 0x004), 0x08000800U);
     // Full screen: the ragged right and bottom edges of the camera picture are cut off.
@@ -204,9 +204,9 @@ void TestCMultimediaPlatform::a_failing_step_is_logged_and_the_others_are_done()
     };
     const QString cOperation = CBoard::operationName(sFault.eOperation);
     if (!cIsAbout("SAA7113") && !cOperation.startsWith(QLatin1String("i2c-w")))
-        QCOMPARE(rcBoard->i2cRegister(BOARD_I2C_DECODER, 0x0a), quint8(0x7d));
+        QCOMPARE(rcBoard->i2cRegister(SAA7113_SLAVE, 0x0a), quint8(0x7d));
     if (!cIsAbout("SAA7129") && !cOperation.startsWith(QLatin1String("i2c-w")))
-        QCOMPARE(rcBoard->i2cRegister(BOARD_I2C_ENCODER, 0x61), quint8(0x02));
+        QCOMPARE(rcBoard->i2cRegister(SAA7129_SLAVE, 0x61), quint8(0x02));
     if (!cIsAbout("FPGA") && cOperation != QLatin1String("fpga-ioctl-write"))
         QCOMPARE(rcBoard->fpgaRegister(FPGA_TESZ), 0xc0aU);
     if (!cIsAbout("Lime"))
@@ -227,8 +227,8 @@ void TestCMultimediaPlatform::a_missing_decoder_file_leaves_the_decoder_alone()
                                     QStringLiteral("file I/O error")}));
     QCOMPARE(m_cLog, QStringList{QStringLiteral("Error initializing SAA7113")});
     for (int iSub = 0; iSub < 256; ++iSub)
-        QCOMPARE(rcBoard->i2cRegister(BOARD_I2C_DECODER, static_cast<quint8>(iSub)), quint8(0));
-    QCOMPARE(rcBoard->i2cRegister(BOARD_I2C_ENCODER, 0x61), quint8(0x02));
+        QCOMPARE(rcBoard->i2cRegister(SAA7113_SLAVE, static_cast<quint8>(iSub)), quint8(0));
+    QCOMPARE(rcBoard->i2cRegister(SAA7129_SLAVE, 0x61), quint8(0x02));
 }
 
 void TestCMultimediaPlatform::a_missing_file_of_the_display_controller_still_blackens_the_background()
@@ -270,7 +270,7 @@ void TestCMultimediaPlatform::a_table_whose_fields_do_not_add_up_is_reported()
     rsField.len--;
     QCOMPARE(m_cLog, QStringList{label});
     // All else was done.
-    QCOMPARE((*m_pcBoard)->i2cRegister(BOARD_I2C_ENCODER, 0x61), quint8(0x02));
+    QCOMPARE((*m_pcBoard)->i2cRegister(SAA7129_SLAVE, 0x61), quint8(0x02));
 }
 
 void TestCMultimediaPlatform::a_reload_changes_only_what_the_files_say()
@@ -282,8 +282,8 @@ void TestCMultimediaPlatform::a_reload_changes_only_what_the_files_say()
     QCOMPARE(reload(), 1);
     QCOMPARE(rcBoard->fpgaRegister(FPGA_TSXP), 100U);
     QCOMPARE(rcBoard->fpgaRegister(FPGA_TSYP), 14U);
-    QCOMPARE(rcBoard->i2cRegister(BOARD_I2C_DECODER, 0x0a), quint8(0x55));
-    QCOMPARE(rcBoard->i2cRegister(BOARD_I2C_DECODER, 0x0b), quint8(0x47));
+    QCOMPARE(rcBoard->i2cRegister(SAA7113_SLAVE, 0x0a), quint8(0x55));
+    QCOMPARE(rcBoard->i2cRegister(SAA7113_SLAVE, 0x0b), quint8(0x47));
     // Registers that were named once go out again, those of the FPGA too.
     rcBoard->setFpgaRegister(FPGA_TSYP, 0);
     QCOMPARE(reload(), 1);

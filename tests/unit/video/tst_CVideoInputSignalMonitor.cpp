@@ -211,10 +211,10 @@ void TestCVideoInputSignalMonitor::every_status_byte()
     CPlatformBoard& rcBoard = *m_pcBoard;
     QVERIFY(initialize());
     for (quint32 u32Byte = 0; u32Byte < 256; ++u32Byte) {
-        rcBoard->setI2cRegister(BOARD_I2C_DECODER, BOARD_DECODER_STATUS, 0);
+        rcBoard->setI2cRegister(SAA7113_SLAVE, SAA7113_STATUS, 0);
         tick();
         m_cEmitted.clear();
-        rcBoard->setI2cRegister(BOARD_I2C_DECODER, BOARD_DECODER_STATUS, static_cast<quint8>(u32Byte));
+        rcBoard->setI2cRegister(SAA7113_SLAVE, SAA7113_STATUS, static_cast<quint8>(u32Byte));
         const bool bLocked = (u32Byte & 0x40) == 0;
         QCOMPARE(m_pcMonitor->isVideoInputSignalAvailable(), bLocked);
         tick();
@@ -396,7 +396,7 @@ void TestCVideoInputSignalMonitor::a_reload_leaves_its_bus_alone()
 {
     QVERIFY(initialize());
     QCOMPARE(CMultimediaPlatform::reinitialize(), 1);
-    (*m_pcBoard)->setI2cRegister(BOARD_I2C_ENCODER, BOARD_DECODER_STATUS, 0x40);
+    (*m_pcBoard)->setI2cRegister(SAA7129_SLAVE, SAA7113_STATUS, 0x40);
     (*m_pcBoard)->setTracing(true);
     QVERIFY(m_pcMonitor->isVideoInputSignalAvailable());
     QCOMPARE(m_pcBoard->takeTrace(), QStringList{QStringLiteral("i2c read 0x1f = 0x00")});
