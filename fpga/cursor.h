@@ -13,19 +13,24 @@ extern "C" {
 #define CURSOR_ROWS   32 /* rows of every cursor image */
 #define CURSOR_SHAPES 5
 
+/* Pixels, bit 31 of a row the leftmost. */
+struct cursor_image {
+    uint32_t rows[CURSOR_ROWS];
+};
+
 /* What the cursor looks like. */
 struct cursor_shape {
     uint16_t width;        /* pixels, up to 32 */
     uint16_t height;       /* rows, up to 32 */
     uint32_t color;        /* ARGB */
-    const uint32_t* image; /* CURSOR_ROWS rows, bit 31 the leftmost pixel */
+    const uint32_t* image; /* CURSOR_ROWS rows of a cursor_image */
 };
 
-extern const uint32_t cursor_cross_image[CURSOR_ROWS];
-extern const uint32_t cursor_arrow_image[CURSOR_ROWS];
-extern const uint32_t cursor_block_image[CURSOR_ROWS];
-extern const uint32_t cursor_line_image[CURSOR_ROWS];
-extern const uint32_t cursor_carret_image[CURSOR_ROWS];
+extern const struct cursor_image cursor_cross_image;
+extern const struct cursor_image cursor_arrow_image;
+extern const struct cursor_image cursor_block_image;
+extern const struct cursor_image cursor_line_image;
+extern const struct cursor_image cursor_carret_image;
 
 /* Cross, arrow, block, line, caret; the last three fit a character cell of 12 pixels by 20 lines. */
 extern const struct cursor_shape cursor_shapes[CURSOR_SHAPES];

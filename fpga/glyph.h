@@ -14,6 +14,8 @@
 #ifndef HALDEND_FPGA_GLYPH_H
 #define HALDEND_FPGA_GLYPH_H
 
+#include "fpga/picture.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -30,41 +32,19 @@ struct glyph {
     std::uint16_t line[GLYPH_LINES];
 };
 
-void picture_has_a_mark_that_means_nothing();
 void glyph_leaves_its_cell();
-
-constexpr bool drawn_in_half(char mark, int half)
-{
-    switch (mark) {
-    case '#':
-        return true;
-    case '.':
-        return false;
-    case '\'':
-        return half == 0;
-    case ',':
-        return half == 1;
-    default:
-        picture_has_a_mark_that_means_nothing();
-        return false;
-    }
-}
 
 constexpr std::uint16_t pixel(int column)
 {
     return static_cast<std::uint16_t>(0x8000U >> column);
 }
 
-/* The glyph of a picture, its rows one after the other. */
+/* The glyph of a picture: ten rows of twelve marks. */
 template <std::size_t length>
 constexpr glyph picture(const char (&marks)[length])
 {
-    static_assert(length == GLYPH_ROWS * GLYPH_COLUMNS + 1, "a picture is 10 rows of 12 marks");
     glyph drawn{};
-    for (int line = 0; line < GLYPH_LINES; ++line)
-        for (int column = 0; column < GLYPH_COLUMNS; ++column)
-            if (drawn_in_half(marks[line / 2 * GLYPH_COLUMNS + column], line % 2))
-                drawn.line[line] = static_cast<std::uint16_t>(drawn.line[line] | pixel(column));
+    pictures::draw<GLYPH_COLUMNS, 2>(drawn.line, marks);
     return drawn;
 }
 

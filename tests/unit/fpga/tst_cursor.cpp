@@ -61,7 +61,7 @@ TEST_F(cursor_test, set_cursor_image_writes_rows_size_and_colour)
 
 TEST_F(cursor_test, set_cursor_image_reads_no_row_behind_the_image)
 {
-    const cursor_shape tall = {32, 40, 0xffffffff, cursor_cross_image};
+    const cursor_shape tall = {32, 40, 0xffffffff, cursor_cross_image.rows};
     set_cursor_image(&tall);
     EXPECT_EQ((fpga_access{write_memory, 0xff0800, 128}), fpga_recorded()[0]);
     EXPECT_EQ((fpga_access{write_register, 0xff0a08, 32 * 256 + 41}), fpga_recorded()[1]);
@@ -69,23 +69,23 @@ TEST_F(cursor_test, set_cursor_image_reads_no_row_behind_the_image)
 
 TEST(cursor_shapes, are_as_drawn)
 {
-    EXPECT_EQ(0x000ff000u, cursor_cross_image[11]);
-    EXPECT_EQ(0xffffffffu, cursor_cross_image[12]);
-    EXPECT_EQ(0xffffffffu, cursor_cross_image[19]);
-    EXPECT_EQ(0xf0000000u, cursor_arrow_image[0]);
-    EXPECT_EQ(0x00000040u, cursor_arrow_image[31]);
-    EXPECT_EQ(0xfff00000u, cursor_block_image[19]);
-    EXPECT_EQ(0u, cursor_block_image[20]);
-    EXPECT_EQ(0u, cursor_line_image[12]);
-    EXPECT_EQ(0xfff00000u, cursor_line_image[13]);
-    EXPECT_EQ(0xffff0000u, cursor_line_image[19]);
-    EXPECT_EQ(0xfff00000u, cursor_line_image[20]);
-    EXPECT_EQ(0u, cursor_line_image[21]);
-    EXPECT_EQ(0u, cursor_carret_image[0]);
-    EXPECT_EQ(0x1fc00000u, cursor_carret_image[2]);
-    EXPECT_EQ(0x07000000u, cursor_carret_image[17]);
-    EXPECT_EQ(0x1fc00000u, cursor_carret_image[18]);
-    EXPECT_EQ(0u, cursor_carret_image[20]);
+    EXPECT_EQ(0x000ff000u, cursor_cross_image.rows[11]);
+    EXPECT_EQ(0xffffffffu, cursor_cross_image.rows[12]);
+    EXPECT_EQ(0xffffffffu, cursor_cross_image.rows[19]);
+    EXPECT_EQ(0xf0000000u, cursor_arrow_image.rows[0]);
+    EXPECT_EQ(0x00000040u, cursor_arrow_image.rows[31]);
+    EXPECT_EQ(0xfff00000u, cursor_block_image.rows[19]);
+    EXPECT_EQ(0u, cursor_block_image.rows[20]);
+    EXPECT_EQ(0u, cursor_line_image.rows[12]);
+    EXPECT_EQ(0xfff00000u, cursor_line_image.rows[13]);
+    EXPECT_EQ(0xffff0000u, cursor_line_image.rows[19]);
+    EXPECT_EQ(0xfff00000u, cursor_line_image.rows[20]);
+    EXPECT_EQ(0u, cursor_line_image.rows[21]);
+    EXPECT_EQ(0u, cursor_carret_image.rows[0]);
+    EXPECT_EQ(0x1fc00000u, cursor_carret_image.rows[2]);
+    EXPECT_EQ(0x07000000u, cursor_carret_image.rows[17]);
+    EXPECT_EQ(0x1fc00000u, cursor_carret_image.rows[18]);
+    EXPECT_EQ(0u, cursor_carret_image.rows[20]);
 }
 
 TEST_F(cursor_test, init_text_cursor_goes_to_the_origin_and_loads_the_shape)
