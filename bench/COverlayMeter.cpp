@@ -26,14 +26,10 @@ const std::size_t LINES = VIDEO_HEIGHT;
 const std::size_t LINE_WORDS = VIDEO_WIDTH;
 const std::size_t FRAME_WORDS = LINES * LINE_WORDS;
 
-const unsigned char* const GLYPH_SETS[] = {font_map_tab_iso8859_15.rows, font_map_tab_iso8859_16.rows,
-                                           font_map_tab_iso8859_5.rows};
-const int SETS = 3;
-
 // Short against the moods of the machine, long against the clock. A frame goes once, because writing one leaves
 // another in the buffer. Glyph sets go in whole turns, so that the first is never the one that is loaded already.
 const int FRAME_CALLS = 1;
-const int GLYPH_CALLS = 100 * SETS;
+const int GLYPH_CALLS = 100 * FONT_SETS;
 const int TEXT_CALLS = 50;
 
 const int CELLS = VIDEO_TEXT_COLUMNS;
@@ -231,13 +227,13 @@ void COverlayMeter::writeFrameLeast(int /*iCall*/)
 
 void COverlayMeter::loadGlyphs(int iCall)
 {
-    load_font(iCall % SETS + 1);
+    load_font(iCall % FONT_SETS + 1);
 }
 
 void COverlayMeter::loadGlyphsLeast(int iCall)
 {
     CGlyphs cSwapped;
-    swapPairs(GLYPH_SETS[iCall % SETS], cSwapped.data());
+    swapPairs(font_sets[iCall % FONT_SETS].glyphs->rows, cSwapped.data());
     writeAt(FPGA_GLYPHS, cSwapped.data(), cSwapped.size());
 }
 
@@ -282,7 +278,7 @@ bool COverlayMeter::areGlyphsLast()
     CGlyphs cStored;
     CGlyphs cSwapped;
     readAt(FPGA_GLYPHS, cStored.data(), cStored.size());
-    swapPairs(GLYPH_SETS[SETS - 1], cSwapped.data());
+    swapPairs(font_sets[FONT_SETS - 1].glyphs->rows, cSwapped.data());
     return cStored == cSwapped;
 }
 

@@ -24,14 +24,7 @@ int load_font(int set)
     if (set == current_font || set == 0)
         return 0;
     current_font = set;
-    switch (set) {
-    case 1:
-        return internal_load_font(font_map_tab_iso8859_15.rows, FONT_MAP_LENGTH);
-    case 2:
-        return internal_load_font(font_map_tab_iso8859_16.rows, FONT_MAP_LENGTH);
-    case 3:
-        return internal_load_font(font_map_tab_iso8859_5.rows, FONT_MAP_LENGTH);
-    default:
+    if (set < 0 || set > FONT_SETS)
         return 0;
-    }
+    return internal_load_font(font_sets[set - 1].glyphs->rows, FONT_MAP_LENGTH);
 }

@@ -38,6 +38,17 @@ extern const struct font_unicode_tab font_unicode_tab_iso8859_15;
 extern const struct font_unicode_tab font_unicode_tab_iso8859_16;
 extern const struct font_unicode_tab font_unicode_tab_iso8859_5;
 
+/* A glyph set that load_font() can load. */
+struct font_set {
+    const char* name; /* of its repertoire, such as "ISO 8859-15" */
+    const struct font_map_tab* glyphs;
+    const struct font_unicode_tab* unicode;
+};
+
+/* The sets, set 1 first. */
+#define FONT_SETS 3
+extern const struct font_set font_sets[FONT_SETS];
+
 #ifdef __cplusplus
 }
 #endif

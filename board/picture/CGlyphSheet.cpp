@@ -21,20 +21,9 @@ const QRgb MARGIN = qRgb(0xff, 0xe0, 0x60);
 
 const int FULL_BLOCK = 150;
 
-struct SSet {
-    const font_map_tab& glyphs;
-    const font_unicode_tab& unicode;
-};
-
-const SSet SETS[] = {
-    {font_map_tab_iso8859_15, font_unicode_tab_iso8859_15},
-    {font_map_tab_iso8859_16, font_unicode_tab_iso8859_16},
-    {font_map_tab_iso8859_5,  font_unicode_tab_iso8859_5 },
-};
-
 bool isSet(int iSet)
 {
-    return iSet >= 1 && iSet <= 3;
+    return iSet >= 1 && iSet <= FONT_SETS;
 }
 
 bool isDrawn(const unsigned char* pu8Table, int iCode, int iX, int iLine)
@@ -81,7 +70,8 @@ QByteArray CGlyphSheet::encoded(int iSet, const QString& text)
 {
     QByteArray codes;
     for (const QChar character : text)
-        codes.append(static_cast<char>(isSet(iSet) ? codeOf(SETS[iSet - 1].unicode, character) : FULL_BLOCK));
+        codes.append(
+            static_cast<char>(isSet(iSet) ? codeOf(*font_sets[iSet - 1].unicode, character) : FULL_BLOCK));
     return codes;
 }
 
@@ -90,7 +80,7 @@ QImage CGlyphSheet::textLine(const QString& rcText, QRgb uInk, QRgb uPaper)
     const QByteArray cCodes = encoded(1, rcText);
     QImage cLine(CELL_WIDTH * cCodes.size(), CELL_HEIGHT, QImage::Format_RGB32);
     for (int i = 0; i < cCodes.size(); ++i)
-        drawCell(cLine, i * CELL_WIDTH, 0, font_map_tab_iso8859_15.rows, static_cast<uchar>(cCodes[i]), uInk,
+        drawCell(cLine, i * CELL_WIDTH, 0, font_sets[0].glyphs->rows, static_cast<uchar>(cCodes[i]), uInk,
                  uPaper);
     return cLine;
 }
