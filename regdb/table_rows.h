@@ -70,16 +70,6 @@ constexpr uint32_t field_bits(const reg_bf (&rows)[N], std::string_view name)
     return 0;
 }
 
-template <std::size_t N>
-constexpr bool ascending(const uint32_t (&numbers)[N])
-{
-    for (std::size_t i = 1; i < N; ++i) {
-        if (numbers[i] <= numbers[i - 1])
-            return false;
-    }
-    return true;
-}
-
 /* The value storage of an 8-bit register that holds the byte. */
 constexpr uint32_t byte_value(uint8_t byte)
 {
