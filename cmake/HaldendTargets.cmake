@@ -54,12 +54,39 @@ set(HALDEND_TEST_ENVIRONMENT
     "ASAN_OPTIONS=verify_asan_link_order=0"
     "UBSAN_OPTIONS=print_stacktrace=1")
 
+# haldend_precompile_test_headers()
+# Makes haldend_test_headers: the headers that nearly every QtTest program includes, compiled once for all of them,
+# which halves the compilation of a test. The sources still include what they use: clang-tidy runs without this.
+function(haldend_precompile_test_headers)
+    set(modules Qt5::Core Qt5::DBus Qt5::Gui Qt5::Test)
+    add_library(haldend_test_headers OBJECT "${CMAKE_SOURCE_DIR}/cmake/test_headers.cpp")
+    target_link_libraries(haldend_test_headers PRIVATE haldend_options haldend_sanitize ${modules})
+    target_precompile_headers(haldend_test_headers PRIVATE <QtDBus> <QtTest> <QImage> <QProcess>)
+    # What a program needs to use them: all that the modules define, whichever of them it links with.
+    foreach(module ${modules})
+        target_compile_definitions(haldend_test_headers
+            INTERFACE $<TARGET_PROPERTY:${module},INTERFACE_COMPILE_DEFINITIONS>)
+        target_include_directories(haldend_test_headers
+            SYSTEM INTERFACE $<TARGET_PROPERTY:${module},INTERFACE_INCLUDE_DIRECTORIES>)
+    endforeach()
+endfunction()
+
+# haldend_use_test_headers(TARGET)
+function(haldend_use_test_headers target)
+    target_compile_definitions(${target}
+        PRIVATE $<TARGET_PROPERTY:haldend_test_headers,INTERFACE_COMPILE_DEFINITIONS>)
+    target_include_directories(${target}
+        SYSTEM PRIVATE $<TARGET_PROPERTY:haldend_test_headers,INTERFACE_INCLUDE_DIRECTORIES>)
+    target_precompile_headers(${target} REUSE_FROM haldend_test_headers)
+endfunction()
+
 # haldend_test(NAME LABEL unit|system SOURCES file... [LINK target...])
 # A QtTest program and its CTest entry. A skipped test counts as failed: a check that did not run has
 # not passed.
 function(haldend_test name)
     cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LINK" ${ARGN})
     haldend_program(${name} SOURCES ${ARG_SOURCES} LINK Qt5::Test ${ARG_LINK})
+    haldend_use_test_headers(${name})
     haldend_add_test(${name} ${ARG_LABEL} "SKIP   :")
 endfunction()
 

@@ -1,0 +1,1 @@
+/* What carries the precompiled headers of the tests; it has nothing of its own. */
