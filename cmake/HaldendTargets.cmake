@@ -6,10 +6,6 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_C_STANDARD 11)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
-set(CMAKE_C_FLAGS_DEBUG "-O1 -g")
-set(CMAKE_CXX_FLAGS_DEBUG "-O1 -g")
-set(CMAKE_C_FLAGS_RELEASE "-O2")
-set(CMAKE_CXX_FLAGS_RELEASE "-O2")
 
 add_library(haldend_options INTERFACE)
 target_include_directories(haldend_options INTERFACE "${CMAKE_SOURCE_DIR}")
@@ -45,6 +41,20 @@ function(haldend_program name)
     target_link_libraries(${name} PRIVATE haldend_options haldend_sanitize ${ARG_LINK})
 endfunction()
 
+# haldend_versioned(PROGRAM)
+# Gives a program around the daemon the version to print for --version, and tests that it does.
+function(haldend_versioned name)
+    target_compile_definitions(${name} PRIVATE HALDEND_VERSION="${PROJECT_VERSION}")
+    if(BUILD_TESTING)
+        string(REPLACE "." "\\." version "${PROJECT_VERSION}")
+        add_test(NAME unit/${name}_version COMMAND ${name} --version)
+        set_tests_properties(unit/${name}_version PROPERTIES
+            LABELS unit
+            ENVIRONMENT "${HALDEND_TEST_ENVIRONMENT}"
+            PASS_REGULAR_EXPRESSION "^${name} ${version}\n$")
+    endif()
+endfunction()
+
 # The environment of every test.
 set(HALDEND_TEST_ENVIRONMENT
     "QT_QPA_PLATFORM=offscreen"
@@ -59,7 +69,7 @@ set(HALDEND_TEST_ENVIRONMENT
 # which halves the compilation of a test. The sources still include what they use: clang-tidy runs without this.
 function(haldend_precompile_test_headers)
     set(modules Qt5::Core Qt5::DBus Qt5::Gui Qt5::Test)
-    add_library(haldend_test_headers OBJECT "${CMAKE_SOURCE_DIR}/cmake/test_headers.cpp")
+    add_library(haldend_test_headers OBJECT "${CMAKE_SOURCE_DIR}/tests/test_headers.cpp")
     target_link_libraries(haldend_test_headers PRIVATE haldend_options haldend_sanitize ${modules})
     target_precompile_headers(haldend_test_headers PRIVATE <QtDBus> <QtTest> <QImage> <QProcess>)
     # What a program needs to use them: all that the modules define, whichever of them it links with.

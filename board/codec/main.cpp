@@ -6,6 +6,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 static int fail(const QString& rcMessage)
 {
@@ -15,8 +16,13 @@ static int fail(const QString& rcMessage)
 
 int main(int argc, char* argv[])
 {
+    if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
+        std::puts("halden-codec " HALDEND_VERSION);
+        return EXIT_SUCCESS;
+    }
     if (argc > 1) {
-        std::fputs("Usage: halden-codec\n\nThe board is the directory named by the variable " BOARD_VARIABLE
+        std::fputs("Usage: halden-codec [--version]\n\nThe board is the directory named by the "
+                   "variable " BOARD_VARIABLE
                    ", the bus the system bus.\nSteer it with: halden-board codec\n",
                    stderr);
         return 2;

@@ -158,7 +158,7 @@ void prepareOverlay(screen& rsScreen)
 
 int usage()
 {
-    std::fputs("Usage: halden-demo SCENE\n\n", stderr);
+    std::fputs("Usage: halden-demo SCENE | --version\n\n", stderr);
     for (const SScene& rsScene : SCENES)
         std::fprintf(stderr, "  %-10s %s\n", rsScene.pszName, rsScene.pszHelp);
     std::fputs("\nThe board is the directory given by HALDEN_BOARD; the board library has to be preloaded.\n",
@@ -186,6 +186,10 @@ int showScene(const SScene& rsScene)
 
 int main(int argc, char* argv[])
 {
+    if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
+        std::puts("halden-demo " HALDEND_VERSION);
+        return 0;
+    }
     for (const SScene& rsScene : SCENES)
         if (argc == 2 && std::strcmp(rsScene.pszName, argv[1]) == 0)
             return showScene(rsScene);

@@ -30,7 +30,9 @@ const SCommand COMMANDS[] = {
 
 void printUsage(FILE* pcStream)
 {
-    std::fputs("Usage: halden-board [--board DIR] COMMAND ...\n\n", pcStream);
+    std::fputs("Usage: halden-board [--board DIR] COMMAND ...\n"
+               "       halden-board --version\n\n",
+               pcStream);
     for (const SCommand& rcCommand : COMMANDS)
         std::fprintf(pcStream, "  %-10s %-33s %s\n", rcCommand.pszName, rcCommand.pszSyntax,
                      rcCommand.pszHelp);
@@ -59,6 +61,10 @@ int run(QStringList cArguments)
     const QString cName = cArguments.takeFirst();
     if (isHelp(cName)) {
         printUsage(stdout);
+        return 0;
+    }
+    if (cName == QLatin1String("--version")) {
+        std::puts("halden-board " HALDEND_VERSION);
         return 0;
     }
     for (const SCommand& rcCommand : COMMANDS)
