@@ -58,7 +58,7 @@ static int map_descriptor(struct file* file, int descriptor)
 static int map_file(struct file* file, const char* directory)
 {
     char path[PATH_MAX + 16];
-    strcpy(stpcpy(stpcpy(path, directory), "/"), file->name);
+    stpcpy(stpcpy(stpcpy(path, directory), "/"), file->name);
     int descriptor = next_open64()(path, O_RDWR | O_CLOEXEC);
     if (descriptor < 0)
         return errno;

@@ -94,7 +94,7 @@ void line_append(const struct line* line, const struct board* board, const char*
 {
     int saved = errno;
     char path[PATH_MAX + 16];
-    strcpy(stpcpy(stpcpy(path, board->directory), "/"), file);
+    stpcpy(stpcpy(stpcpy(path, board->directory), "/"), file);
     int descriptor = next_open64()(path, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
     if (descriptor >= 0) {
         if (most == 0 || next_lseek64()(descriptor, 0, SEEK_END) < most) {

@@ -16,7 +16,7 @@ const char* redirected(const char* path, char room[PATH_MAX])
     const struct board* board = board_current();
     if (board == NULL || strlen(board->directory) + sizeof "/" BOARD_CNFS + strlen(path + length) > PATH_MAX)
         return path;
-    strcpy(stpcpy(stpcpy(room, board->directory), "/" BOARD_CNFS), path + length);
+    stpcpy(stpcpy(stpcpy(room, board->directory), "/" BOARD_CNFS), path + length);
     return room;
 }
 

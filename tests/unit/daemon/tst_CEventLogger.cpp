@@ -49,7 +49,7 @@ CCaughtLines* CCaughtLines::m_pcCatcher = nullptr;
 
 // In front of the C library's. The echo doesn't tell the level, and without a system log long lines go to the console,
 // which takes its time.
-extern "C" void syslog(int iPriority, const char* pszFormat, ...)
+extern "C" void __wrap_syslog(int iPriority, const char* pszFormat, ...)
 {
     va_list cArguments;
     va_start(cArguments, pszFormat);
