@@ -105,7 +105,7 @@ static inline bool fault_pending(const struct board* board, enum board_operation
     return board_load(&board->control->faults[operation].fail) != 0;
 }
 
-/* --- Trace: one line an operation, built up piece by piece. virtual-board.md has the grammar. --- */
+/* --- Trace: one line an operation, built piece by piece. virtual-board-reference.md has the grammar. --- */
 
 struct line {
     size_t length;

@@ -10,7 +10,8 @@ class CBoard;
 class CJudgements
 {
 public:
-    /// One line a judgement, each said once; none if the board isn't open. virtual-board.md has the grammar.
+    /// One line a judgement, each said once; none if the board isn't open. virtual-board-reference.md has the
+    /// grammar.
     static QStringList of(const CBoard& rcBoard);
 };
 

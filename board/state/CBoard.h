@@ -95,7 +95,7 @@ public:
     /// @}
 
     /// \name Trace
-    /// One line a device operation; virtual-board.md has the grammar.
+    /// One line a device operation; virtual-board-reference.md has the grammar.
     /// @{
     void setTracing(bool bOn);
     bool isTracing() const;
@@ -121,7 +121,7 @@ public:
 
     /// \name Codec
     /// The stand-in of the codec service, halden-codec, which heeds the modes while it runs and keeps its state
-    /// and the calls that it got on the board; virtual-board.md has the grammar of the calls.
+    /// and the calls that it got on the board; virtual-board-reference.md has the grammar of the calls.
     /// @{
     void setCodecMode(board_codec_mode eMode);
     board_codec_mode codecMode() const;

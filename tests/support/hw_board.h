@@ -31,7 +31,7 @@ public:
     /* The device operations since the object was made, or since the last call, one a line. */
     std::vector<std::string> trace();
 
-    /* Announces a judgement, a line as virtual-board.md describes it. */
+    /* Announces a judgement, a line as virtual-board-reference.md describes it. */
     void announce_judgement(const std::string& line) { m_announced.insert(line); }
 
     /* The bytes of a file of the board, as a debugger would see and change them. */
