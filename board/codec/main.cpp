@@ -21,10 +21,10 @@ int main(int argc, char* argv[])
         return EXIT_SUCCESS;
     }
     if (argc > 1) {
-        std::fputs("Usage: halden-codec [--version]\n\nThe board is the directory named by the "
-                   "variable " BOARD_VARIABLE
-                   ", the bus the system bus.\nSteer it with: halden-board codec\n",
-                   stderr);
+        std::fputs(
+            "Usage: halden-codec [--version]\n\nWorks on the board in the directory named by " BOARD_VARIABLE
+            ", and on the system bus.\nControl it with: halden-board codec\n",
+            stderr);
         return 2;
     }
     QCoreApplication cApplication(argc, argv);

@@ -161,7 +161,7 @@ int usage()
     std::fputs("Usage: halden-demo SCENE | --version\n\n", stderr);
     for (const SScene& rsScene : SCENES)
         std::fprintf(stderr, "  %-10s %s\n", rsScene.pszName, rsScene.pszHelp);
-    std::fputs("\nThe board is the directory given by HALDEN_BOARD; the board library has to be preloaded.\n",
+    std::fputs("\nDraws on the board in the directory named by HALDEN_BOARD. Preload libhaldenboard.so.\n",
                stderr);
     return 2;
 }

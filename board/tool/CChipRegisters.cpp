@@ -90,10 +90,12 @@ bool CChipRegisters::readFile(QString& rcError)
     int iLine = 0;
     m_bFileRead = false;
     if (!QFile::exists(cPath)) {
-        rcError = QStringLiteral("%1: there is none").arg(cPath);
+        rcError = QStringLiteral("%1: missing").arg(cPath);
     } else if (const char* pszFault = config_file_fault(cName.constData(), &iLine)) {
-        rcError = iLine != 0 ? QStringLiteral("%1:%2: %3").arg(cPath).arg(iLine).arg(QLatin1String(pszFault))
-                             : QStringLiteral("%1: it or what it includes is no regular file").arg(cPath);
+        rcError =
+            iLine != 0
+                ? QStringLiteral("%1:%2: %3").arg(cPath).arg(iLine).arg(QLatin1String(pszFault))
+                : QStringLiteral("%1: the file or one that it includes is not a regular file").arg(cPath);
     } else if (config_read_file(psConfig, cName.constData()) != CONFIG_TRUE) {
         rcError = QStringLiteral("%1:%2: %3")
                       .arg(cPath)

@@ -17,7 +17,7 @@ CCommandLine::CCommandLine(const QString& rcCommand, const QString& rcDescriptio
     m_cParser.setApplicationDescription(rcDescription);
     m_cParser.addPositionalArgument(rcCommand, QString(), rcCommand);
     addValue(BOARD, QStringLiteral("DIR"),
-             QStringLiteral("the board's directory; otherwise that of the variable " BOARD_VARIABLE));
+             QStringLiteral("the board's directory; default: the variable " BOARD_VARIABLE));
     m_cParser.addOption({
         {QStringLiteral("h"), HELP},
         QStringLiteral("shows this help")
@@ -26,7 +26,9 @@ CCommandLine::CCommandLine(const QString& rcCommand, const QString& rcDescriptio
 
 void CCommandLine::addArgument(const QString& rcSyntax, const QString& rcDescription)
 {
-    m_cParser.addPositionalArgument(rcSyntax, rcDescription, rcSyntax);
+    // The list of arguments would break a choice in the middle of its words.
+    const bool bChoice = rcSyntax.contains(QLatin1Char('|'));
+    m_cParser.addPositionalArgument(bChoice ? QStringLiteral("ACTION") : rcSyntax, rcDescription, rcSyntax);
 }
 
 void CCommandLine::addFlag(const QString& rcName, const QString& rcDescription)
@@ -76,7 +78,8 @@ bool CCommandLine::number(const QString& rcName, quint32 u32Least, quint32 u32De
     ru32Value = value(rcName).toUInt(&bNumber, 0);
     if (bNumber && ru32Value >= u32Least)
         return true;
-    refuse(QStringLiteral("--%1: '%2' is no number of at least %3").arg(rcName, value(rcName)).arg(u32Least));
+    refuse(
+        QStringLiteral("--%1: '%2' is not a number of at least %3").arg(rcName, value(rcName)).arg(u32Least));
     return false;
 }
 

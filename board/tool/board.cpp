@@ -14,8 +14,7 @@ int commandCreate(const QStringList& rcArguments)
     CCommandLine cLine(
         QStringLiteral("create"),
         QStringLiteral("Makes a board: a directory with the files that stand for its devices."));
-    cLine.addArgument(QStringLiteral("DIR"),
-                      QStringLiteral("the directory; if it exists it has to be empty"));
+    cLine.addArgument(QStringLiteral("DIR"), QStringLiteral("the directory; must be new or empty"));
     if (!cLine.parse(rcArguments, 1, 1))
         return cLine.exitStatus();
     QString cError;
@@ -36,11 +35,12 @@ int commandCamera(const QStringList& rcArguments)
 {
     const QString FRAME = QStringLiteral("frame");
     CCommandLine cLine(QStringLiteral("camera"),
-                       QStringLiteral("Chooses what the camera sees, and plugs it in and out."));
+                       QStringLiteral("Chooses the camera's picture, and plugs the camera in and out."));
     cLine.addArgument(QStringLiteral("test | FILE | unplug | plug"),
-                      QStringLiteral("the test picture, or a picture scaled to 720 x 576; or the plug"));
+                      QStringLiteral("show the test picture, or the picture in FILE scaled to 720 x 576; or "
+                                     "unplug or plug the camera"));
     cLine.addValue(FRAME, QStringLiteral("N"),
-                   QStringLiteral("frame of the test picture, from 0, in which a pointer moves"));
+                   QStringLiteral("frame of the test picture, from 0; its pointer moves with the frames"));
     quint32 u32Frame = 0;
     if (!cLine.parse(rcArguments, 1, 1) || !cLine.number(FRAME, 0, 0, u32Frame))
         return cLine.exitStatus();
@@ -66,9 +66,10 @@ int commandSignal(const QStringList& rcArguments)
 {
     CCommandLine cLine(
         QStringLiteral("signal"),
-        QStringLiteral("Gives the video decoder its input signal and takes it away, as unplugging the camera "
-                       "does."));
-    cLine.addArgument(QStringLiteral("on | off"), QStringLiteral("whether there is a signal"));
+        QStringLiteral(
+            "Switches the input signal of the video decoder, as plugging and unplugging the camera "
+            "does."));
+    cLine.addArgument(QStringLiteral("on | off"), QStringLiteral("switch the signal on or off"));
     if (!cLine.parse(rcArguments, 1, 1))
         return cLine.exitStatus();
     const QString cWhat = cLine.arguments().first();

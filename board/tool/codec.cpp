@@ -27,7 +27,7 @@ static int slowDown(CCommandLine& rcLine, CBoard& rcBoard)
     const QString cDelay = rcLine.arguments().value(1);
     const int iDelay = cDelay.toInt(&bNumber);
     if (!bNumber || iDelay < 0)
-        return rcLine.refuse(QStringLiteral("'%1' is no number of milliseconds").arg(cDelay));
+        return rcLine.refuse(QStringLiteral("'%1' is not a number of milliseconds").arg(cDelay));
     rcBoard.setCodecDelay(static_cast<quint32>(iDelay));
     return rcLine.exitStatus();
 }
@@ -46,13 +46,12 @@ int commandCodec(const QStringList& rcArguments)
 {
     CCommandLine cLine(
         QStringLiteral("codec"),
-        QStringLiteral("Steers the codec stand-in, halden-codec, at once: how it takes the calls "
-                       "from now on, and shows those that it got.\n\nModes: %1")
+        QStringLiteral("Controls the codec stand-in, halden-codec, while it runs: chooses how it takes "
+                       "its calls, and shows the calls that it got.\n\nModes: %1")
             .arg(modeNames()));
-    cLine.addArgument(
-        QStringLiteral("[show | MODE | slow MS | log | clear]"),
-        QStringLiteral("show mode and state, which is the usual; choose the mode; let each call "
-                       "take so many milliseconds; show or forget the calls"));
+    cLine.addArgument(QStringLiteral("[show | MODE | slow MS | log | clear]"),
+                      QStringLiteral("show mode and state (default); choose the mode; make each call take MS "
+                                     "milliseconds; show or forget the calls"));
     CBoard cBoard;
     if (!cLine.parse(rcArguments, 0, 2))
         return cLine.exitStatus();

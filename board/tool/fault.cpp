@@ -71,11 +71,12 @@ static bool readFault(CCommandLine& rcLine, CBoard::SFault& rcFault)
     if (rcLine.isSet(ERROR))
         rcFault.iError = errorByName(rcLine.value(ERROR));
     if (rcFault.eOperation == BOARD_OPERATION_NONE)
-        rcLine.refuse(QStringLiteral("unknown operation '%1'; there are: %2").arg(cName, operationNames()));
+        rcLine.refuse(
+            QStringLiteral("unknown operation '%1'; choose one of: %2").arg(cName, operationNames()));
     else if (rcLine.isSet(ERROR) && rcFault.iError == 0)
         rcLine.refuse(QStringLiteral("unknown error '%1'").arg(rcLine.value(ERROR)));
     else if (rcFault.bShort && !canBeShort(rcFault.eOperation))
-        rcLine.refuse(QStringLiteral("%1 transfers nothing that could be halved").arg(cName));
+        rcLine.refuse(QStringLiteral("%1 has no transfer that could be halved").arg(cName));
     return rcLine.exitStatus() == CCommandLine::SUCCESS;
 }
 
@@ -83,14 +84,14 @@ int commandFault(const QStringList& rcArguments)
 {
     CCommandLine cLine(
         QStringLiteral("fault"),
-        QStringLiteral("Makes an operation fail, at once, in a running daemon too. A new fault "
+        QStringLiteral("Makes an operation fail from now on, in a running daemon too. A new fault "
                        "of an operation replaces the old one.\n\nOperations: %1")
             .arg(operationNames()));
     cLine.addArgument(QStringLiteral("OPERATION | list | clear"),
-                      QStringLiteral("what has to fail; or show the faults, or take them all away"));
+                      QStringLiteral("make this operation fail; or show all faults, or remove them"));
     cLine.addValue(NTH, QStringLiteral("N"),
-                   QStringLiteral("the first call to fail; 1, the next, by default"));
-    cLine.addValue(COUNT, QStringLiteral("N"), QStringLiteral("how many calls fail; all by default"));
+                   QStringLiteral("the first call to fail; default: 1, the next one"));
+    cLine.addValue(COUNT, QStringLiteral("N"), QStringLiteral("how many calls fail; default: all"));
     cLine.addValue(ERROR, QStringLiteral("NAME"), QStringLiteral("the error, such as EIO"));
     cLine.addFlag(SHORT, QStringLiteral("transfer half instead of failing"));
     if (!cLine.parse(rcArguments, 1, 1))

@@ -8,10 +8,11 @@
 
 int commandJudgements(const QStringList& rcArguments)
 {
-    CCommandLine cLine(QStringLiteral("judgements"),
-                       QStringLiteral("Shows which operations no program for the board may do were done."));
+    CCommandLine cLine(
+        QStringLiteral("judgements"),
+        QStringLiteral("Shows the operations that no program for the board may do, but one did."));
     cLine.addArgument(QStringLiteral("[show | clear]"),
-                      QStringLiteral("show them, which is the usual; or forget those that were noted"));
+                      QStringLiteral("show them (default); or forget the noted ones"));
     CBoard cBoard;
     if (!cLine.parse(rcArguments, 0, 1) || !cLine.openBoard(cBoard))
         return cLine.exitStatus();

@@ -1,4 +1,4 @@
-/* halden-board: makes virtual boards, shows what they do, and steers them. */
+/* halden-board: makes, shows and controls virtual boards. */
 #include "board/tool/Commands.h"
 
 #include <QCoreApplication>
@@ -17,14 +17,14 @@ struct SCommand {
 
 const SCommand COMMANDS[] = {
     {"create",     "DIR",                              "makes a board",                     commandCreate    },
-    {"picture",    "OUT.png [--follow] [--recorded]",  "shows what the monitor shows",      commandPicture   },
+    {"picture",    "OUT.png [--follow] [--recorded]",  "writes the monitor's picture",      commandPicture   },
     {"glyphs",     "SET OUT.png",                      "draws a glyph set's contact sheet", commandGlyphs    },
     {"registers",  "[NAME...] [--changed]",            "lists registers and their fields",  commandRegisters },
     {"trace",      "on | off | show | clear | follow", "notes every device operation",      commandTrace     },
-    {"judgements", "[show | clear]",                   "what programs may not do, and did", commandJudgements},
-    {"camera",     "test | FILE | unplug | plug",      "chooses what the camera sees",      commandCamera    },
-    {"signal",     "on | off",                         "gives and takes the video signal",  commandSignal    },
-    {"codec",      "MODE | slow MS | log | clear",     "steers the codec stand-in",         commandCodec     },
+    {"judgements", "[show | clear]",                   "shows forbidden operations",        commandJudgements},
+    {"camera",     "test | FILE | unplug | plug",      "chooses the camera's picture",      commandCamera    },
+    {"signal",     "on | off",                         "switches the video signal",         commandSignal    },
+    {"codec",      "MODE | slow MS | log | clear",     "controls the codec stand-in",       commandCodec     },
     {"fault",      "OPERATION | list | clear",         "makes operations fail",             commandFault     },
 };
 

@@ -82,11 +82,11 @@ int commandRegisters(const QStringList& rcArguments)
         QStringLiteral("registers"),
         QStringLiteral(
             "Lists the registers of the chips: name, chip or register window, address, value, "
-            "meaning, fields. A line with a star differs from the chip's register file in the "
-            "board's folder; brackets and the end of the line show what the file says.\n\nChips: %1")
+            "meaning, fields. A star marks a register that differs from the chip's register file on the "
+            "board; the file's values stand in parentheses and at the end of the line.\n\nChips: %1")
             .arg(CChipRegisters::chipNames().join(QLatin1Char(' '))));
     cLine.addArgument(QStringLiteral("[NAME...]"), QStringLiteral("only these registers or chips"));
-    cLine.addFlag(CHANGED, QStringLiteral("only what differs from the register files"));
+    cLine.addFlag(CHANGED, QStringLiteral("only registers that differ from the register files"));
     CBoard cBoard;
     if (!cLine.parse(rcArguments, 0, -1) || !cLine.openBoard(cBoard))
         return cLine.exitStatus();

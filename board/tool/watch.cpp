@@ -72,10 +72,10 @@ int commandPicture(const QStringList& rcArguments)
     const QString FOLLOW = QStringLiteral("follow");
     const QString RECORDED = QStringLiteral("recorded");
     CCommandLine cLine(QStringLiteral("picture"),
-                       QStringLiteral("Shows what the monitor shows, as a PNG file."));
+                       QStringLiteral("Writes the picture on the monitor as a PNG file."));
     cLine.addArgument(QStringLiteral("OUT.png"), QStringLiteral("the file, replaced if it exists"));
     cLine.addFlag(FOLLOW, QStringLiteral("replace the file whenever the picture changes, until Ctrl-C"));
-    cLine.addFlag(RECORDED, QStringLiteral("what is recorded instead of what the monitor shows"));
+    cLine.addFlag(RECORDED, QStringLiteral("write the recorded picture instead"));
     SPictureFile cFile;
     if (!cLine.parse(rcArguments, 1, 1) || !cLine.openBoard(cFile.cBoard))
         return cLine.exitStatus();
@@ -113,10 +113,10 @@ static int followTrace(CCommandLine& rcLine, const CBoard& rcBoard)
 int commandTrace(const QStringList& rcArguments)
 {
     CCommandLine cLine(QStringLiteral("trace"),
-                       QStringLiteral("Notes every device operation in one line, while it is on."));
+                       QStringLiteral("Notes each device operation as a line, while it is on."));
     cLine.addArgument(
         QStringLiteral("on | off | show | clear | follow"),
-        QStringLiteral("switch it; show or forget what was noted; show it as it comes, until Ctrl-C"));
+        QStringLiteral("switch it; show or forget the lines; show each line as it comes, until Ctrl-C"));
     CBoard cBoard;
     if (!cLine.parse(rcArguments, 1, 1) || !cLine.openBoard(cBoard))
         return cLine.exitStatus();

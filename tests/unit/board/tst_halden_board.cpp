@@ -113,16 +113,16 @@ void TestHaldenBoard::refuses_bad_lines_data()
     QTest::newRow("unknown register")
         << QStringList({"registers", "NONE"}) << "unknown register or chip 'NONE'";
     QTest::newRow("frame of a file") << QStringList({"camera", "a.png", "--frame", "1"}) << "--frame";
-    QTest::newRow("frame") << QStringList({"camera", "test", "--frame", "one"}) << "'one' is no number";
+    QTest::newRow("frame") << QStringList({"camera", "test", "--frame", "one"}) << "'one' is not a number";
     QTest::newRow("frame large") << QStringList({"camera", "test", "--frame", "3000000000"}) << "too large";
     QTest::newRow("signal how") << QStringList({"signal", "maybe"}) << "'maybe' is none of on, off";
     QTest::newRow("signal") << QStringList("signal") << "an argument is missing";
     QTest::newRow("judgements how") << QStringList({"judgements", "hide"}) << "'hide' is none of show, clear";
     QTest::newRow("codec how") << QStringList({"codec", "dance"})
                                << "'dance' is none of show, log, clear, slow, ok";
-    QTest::newRow("codec slow") << QStringList({"codec", "slow"}) << "'' is no number of milliseconds";
+    QTest::newRow("codec slow") << QStringList({"codec", "slow"}) << "'' is not a number of milliseconds";
     QTest::newRow("codec slow how") << QStringList({"codec", "slow", "-1"}) << "1";
-    QTest::newRow("codec slower") << QStringList({"codec", "slow", "9999999999"}) << "is no number";
+    QTest::newRow("codec slower") << QStringList({"codec", "slow", "9999999999"}) << "is not a number";
     QTest::newRow("codec too much") << QStringList({"codec", "ok", "5"}) << "unexpected argument '5'";
     QTest::newRow("operation") << QStringList({"fault", "lunch"}) << "unknown operation 'lunch'";
     QTest::newRow("error") << QStringList({"fault", "fork", "--errno", "EMINE"}) << "unknown error 'EMINE'";
@@ -390,12 +390,12 @@ void TestHaldenBoard::lists_without_marks_when_a_register_file_is_of_no_use_data
 {
     QTest::addColumn<QString>("text"); // null: no file
     QTest::addColumn<QString>("message");
-    QTest::newRow("missing") << QString() << "there is none";
+    QTest::newRow("missing") << QString() << ": missing";
     QTest::newRow("syntax") << "CTRL: { fgon = 1; };\nnonsense"
                             << ":2: syntax error";
     QTest::newRow("long line") << "\n#" + QString(131072, QLatin1Char('x')) << ":2: line longer than 128 KiB";
     QTest::newRow("includes a folder") << "@include \"/usr\"\n"
-                                       << "no regular file";
+                                       << "not a regular file";
 }
 
 void TestHaldenBoard::lists_without_marks_when_a_register_file_is_of_no_use()
