@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Sourced by ./run and ./check: one line that says what comes next.
+# Sourced by ./run and ./check: a headline for the next step.
 say() {
     printf '\n== %s\n' "$*"
 }
