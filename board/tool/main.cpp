@@ -20,7 +20,7 @@ const SCommand COMMANDS[] = {
     {"picture",    "OUT.png [--follow] [--recorded]",  "writes the monitor's picture",      commandPicture   },
     {"glyphs",     "SET OUT.png",                      "draws a glyph set's contact sheet", commandGlyphs    },
     {"registers",  "[NAME...] [--changed]",            "lists registers and their fields",  commandRegisters },
-    {"trace",      "on | off | show | clear | follow", "notes every device operation",      commandTrace     },
+    {"trace",      "on | off | show | clear | follow", "notes device operations",           commandTrace     },
     {"judgements", "[show | clear]",                   "shows forbidden operations",        commandJudgements},
     {"camera",     "test | FILE | unplug | plug",      "chooses the camera's picture",      commandCamera    },
     {"signal",     "on | off",                         "switches the video signal",         commandSignal    },
