@@ -1,5 +1,5 @@
-/* The descriptors of the four chips. Decoder and encoder share the access functions of their bus: the slave
- * that was selected last is the one they reach.
+/* The descriptors of the four chips. Decoder and encoder share the I2C access functions, which reach the
+ * slave that was selected last.
  */
 #include "regdb/chip_regs.h"
 

@@ -2,14 +2,14 @@
  * video encoder. Each has a register table, a configuration that mirrors its fields, and a descriptor that
  * ties both to the functions that read and write the chip.
  *
- * All of them are the process's only copies, and change at run time; one thread uses them,
- * there are no locks.
+ * These are the process's only copies. They change at run time, without locks: use them from one thread.
  *
- * What isn't valid isn't written. At first that is every register of the FPGA and the display controller, and
- * the decoder's version register CVER; setting a field by name makes its register valid.
+ * Only valid registers are written. At first all registers of the FPGA and the display controller and the
+ * decoder's version register CVER are invalid. Setting a field by name makes its register valid.
  *
  * The initial values of decoder and encoder are those of the registers only. Their fields start at 0, and a
- * register is composed from its fields before it is written: what isn't in the register file is sent as 0.
+ * register is composed from its fields before it is written. A field that the register file leaves out is
+ * therefore sent as 0.
  */
 #ifndef HALDEND_REGDB_CHIP_REGS_H
 #define HALDEND_REGDB_CHIP_REGS_H
@@ -28,7 +28,8 @@ extern struct reg_bf_group regs_lime[];    /* 41 registers of 32 bits */
 extern struct reg_bf_group regs_saa7113[]; /* 31 registers of  8 bits */
 extern struct reg_bf_group regs_saa7129[]; /* 73 registers of  8 bits */
 
-/* All zero until a register file is read or a field is set. */
+/* All zero until config_init(). A register file that is read fills them, and so does a field that is set or
+ * read. */
 extern config_t config_fpga;
 extern config_t config_lime;
 extern config_t config_saa7113;

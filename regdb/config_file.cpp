@@ -49,7 +49,7 @@ void set_reg_by_name_from_config_setting(const chip_regs* chip, config_setting_t
     reg_bf_group* reg = search_reg_bf_group_by_name(chip, config_setting_name(group));
     if (reg == nullptr)
         return;
-    /* The configuration holds these values already: they come from there. */
+    /* Not set_bitfield_by_name(): the values come from the configuration, which needs no copy. */
     const unsigned int count = static_cast<unsigned int>(config_setting_length(group));
     for (unsigned int i = 0; i < count; ++i) {
         const config_setting_t* member = config_setting_get_elem(group, i);

@@ -1,4 +1,5 @@
-/* Register files: one libconfig file a chip, a group for each register, an integer for each bit field.
+/* Register files: one libconfig file for each chip, with a group for each register and an integer for each
+ * bit field. docs/register-files.md describes the format and lists all names.
  */
 #ifndef HALDEND_REGDB_CONFIG_FILE_H
 #define HALDEND_REGDB_CONFIG_FILE_H
@@ -11,20 +12,24 @@
 extern "C" {
 #endif
 
-/* Reads the file into the chip's configuration and, if apply isn't 0, its fields into the register table, where
- * the registers that it names become valid. Nothing is written to the chip. Returns 0; -1 after two lines on
- * standard error if the file can't be read: then the configuration is destroyed and the table as before. */
+/* Reads the file into the chip's configuration. If apply isn't 0, also sets the fields in the register table;
+ * the registers that the file names become valid. The chip is not written. Returns 0. If the file can't be
+ * read, returns -1 after two lines on standard error: the configuration is destroyed, the table unchanged. */
 int read_config_from_file(const struct chip_regs* chip, const char* path, int apply);
 
-/* Sets the fields that the configuration names. Unknown names do nothing, nor does what is no group at the top. A
- * field that is given no integer is set to 0. */
+/* Sets the fields that the configuration names, or those of one of its groups. Names are compared without
+ * regard to case; unknown names are skipped, and so are settings outside of a group. A setting that is no
+ * integer sets its field to 0. The chip is not written. */
 void set_all_regs_from_config(const struct chip_regs* chip);
 void set_reg_by_name_from_config_setting(const struct chip_regs* chip, config_setting_t* group);
 
-/* Writes the register table to the file, in a layout with all addresses, values and help texts in comments; if
- * read_first isn't 0 every register is read from the chip before. Returns 0, or what fclose() does; -1 if
- * open_data_file() doesn't open the file. A new file has mode 0644. The fields of 8- and 16-bit registers are
- * written as 0: their values stand in the comment of the register. */
+/* Writes the register table to the file, which is emptied first; a new file has mode 0644. All addresses,
+ * values and help texts are there as comments. If read_first isn't 0, reads every register from the chip
+ * first. Returns the result of fclose(): 0, or EOF if the file couldn't be written. Returns -1 if
+ * open_data_file() can't open it.
+ *
+ * Kept: the fields of 8- and 16-bit registers are written as 0, their value stands in the register's comment.
+ * The saved files of all boards are like that. */
 int write_config_to_file(const struct chip_regs* chip, const char* path, int read_first);
 
 #ifdef __cplusplus

@@ -1,4 +1,4 @@
-/* Which files can be given to the configuration library. */
+/* Whether a file may be given to the configuration library. */
 #include "regdb/config_guard.h"
 
 #include "hw/open_path.h"
@@ -14,23 +14,23 @@
 
 static const char BLANKS[] = " \t";
 
-/* The library's time for a word or a comment grows with the square of its length: megabytes in one line, such as a
- * damaged file may have, would take minutes. */
+/* The library's time for a word or a comment grows with the square of its length. One line of megabytes, as
+ * in a damaged file, would take minutes. */
 static const size_t LONGEST_LINE = 131072;
 static const char LINE_TOO_LONG[] = "line longer than 128 KiB";
 
-/* As the library says it of a file that it can't open. */
+/* The library's own text for a file that it can't open. */
 static const char UNREADABLE[] = "file I/O error";
 
-/* A look at a file and at all that it includes. */
+/* The check of one file and of all files that it includes. */
 struct look_ahead {
     std::set<std::string> seen;
     int long_line; /* number of the line that is too long, 0 without one */
 };
 
-/* Where in a line the name of the file begins that it includes; npos if it includes none. As the library reads it,
- * the directive begins its line. Lines in comments count as well, which refuses more than the library would fail
- * on, and never less. */
+/* Offset of the file name in an @include line, npos for any other line. Like the library, takes only a
+ * directive at the start of its line. Lines in comments count too: that may refuse a good file, but never
+ * passes a bad one. */
 static size_t name_in_include(std::string_view line)
 {
     static const std::string_view directive = "@include";
@@ -41,8 +41,9 @@ static size_t name_in_include(std::string_view line)
     return at != std::string_view::npos && line[at] == '"' ? at + 1 : std::string_view::npos;
 }
 
-/* The name up to its closing quote, a backslash before what is meant as it stands. Nothing if it isn't closed in
- * its line, or has a byte 0 in it: the library reads on behind both, and might come to a name that we don't see. */
+/* The name up to its closing quote; a backslash makes the next character literal. Nothing if the quote is
+ * missing or the name holds a byte 0: the library reads on behind both, and may come to a name that is not
+ * checked here. */
 static std::optional<std::string> quoted_name(std::string_view line, size_t at)
 {
     std::string name;
@@ -64,7 +65,7 @@ static bool is_safe_line(std::string_view line, int number, look_ahead* look)
         look->long_line = number;
         return false;
     }
-    /* Most lines have none, and blanks are slow to pass over. */
+    /* Most lines have no '@', and the search for a directive is slow on blanks. */
     if (line.find('@') == std::string_view::npos)
         return true;
     const size_t at = name_in_include(line);
@@ -74,7 +75,7 @@ static bool is_safe_line(std::string_view line, int number, look_ahead* look)
     return included && is_safe(*included, look);
 }
 
-/* With stdio, because C++ streams bring their locales up at the first use, which would be a tenth of a start. */
+/* stdio, because the first use of a C++ stream sets up locales: a tenth of the daemon's start. */
 static bool has_safe_lines(FILE* file, look_ahead* look)
 {
     std::string text; /* the part of a line that was read before its rest */
@@ -93,7 +94,7 @@ static bool has_safe_lines(FILE* file, look_ahead* look)
     return is_safe_line(text, number, look) && ferror(file) == 0;
 }
 
-/* Each file is looked at once, however often and in whatever circle files include each other. */
+/* Each file is checked once, so files that include each other in a circle end the search. */
 static bool is_safe(const std::string& path, look_ahead* look)
 {
     if (!look->seen.insert(path).second)

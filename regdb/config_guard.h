@@ -1,8 +1,8 @@
-/* Which files can be given to the configuration library.
+/* Whether a file may be given to the configuration library.
  *
- * It ends the process when a file can't be read after it was opened, as a folder or one on a broken medium, and
- * waits for ever when it is given a FIFO nobody writes to, and works for minutes on a line of megabytes. A reload over
- * the bus has to survive all of it, so what would be read is looked at before.
+ * The library ends the process if an opened file can't be read: a folder, a broken medium. It waits for ever
+ * on a FIFO without a writer, and works for minutes on a line of megabytes. A reload over the bus must
+ * survive all of these, so each file is checked before the library reads it.
  */
 #ifndef HALDEND_REGDB_CONFIG_GUARD_H
 #define HALDEND_REGDB_CONFIG_GUARD_H
@@ -11,11 +11,12 @@
 extern "C" {
 #endif
 
-/* Null if the file, and every file that it includes, is a regular one that can be read to its end without waiting, or
- * can't be opened at all. Else a text that says why the library must not read it, to be shown like an error text of the
- * library: a constant, not to be freed. The line is that of a line of more than 128 KiB, counted in the file that has
- * it; 0 if something else is wrong: a file that is no regular one or breaks off, or an include whose name isn't
- * plain. */
+/* Null if the library may read the file; that is so if the file and all files that it includes are regular
+ * files without a line of more than 128 KiB, or can't be opened at all (the library reports those). Otherwise
+ * a text that says why not, worded like an error text of the library: a constant, not to be freed.
+ *
+ * *line is the number of the line that is too long, in the file that has it. It is 0 for every other fault:
+ * not a regular file, a read error, or an include whose name isn't closed on its line. */
 const char* config_file_fault(const char* path, int* line);
 
 #ifdef __cplusplus

@@ -20,7 +20,8 @@ config_setting_t* config_mirror_group(const chip_regs* chip, const char* reg_nam
     config_setting_t* group = config_setting_get_member(root, reg_name);
     if (group == nullptr)
         return config_setting_add(root, reg_name, CONFIG_TYPE_GROUP);
-    /* A file may have given the name to a list, where every field would be added again and again. */
+    /* A file may give the name to a list. Members of a list have no names: each copy would add all fields
+     * once more. */
     return config_setting_is_group(group) != CONFIG_FALSE ? group : nullptr;
 }
 
@@ -38,8 +39,8 @@ void config_mirror_set(config_setting_t* group, const char* bf_name, uint32_t va
         set_member(group, bf_name, config_setting_get_member(group, bf_name), value);
 }
 
-/* The member of that name, looked for first where a file in the order of the table has it: the decoder's status is
- * copied each second. */
+/* The member of that name. Tries the table's position first, because files have the table's order and the
+ * decoder's status is copied every second. */
 static config_setting_t* member_near(config_setting_t* group, unsigned int index, const char* bf_name)
 {
     config_setting_t* member = config_setting_get_elem(group, index);

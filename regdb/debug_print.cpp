@@ -5,7 +5,7 @@
 
 #include <cstdio>
 
-/* The register, or null after the line that says so. */
+/* The register, or null after a line that says it is unknown. */
 static reg_bf_group* find_register(const chip_regs* chip, const char* name)
 {
     reg_bf_group* reg = search_reg_bf_group_by_name(chip, name);

@@ -1,4 +1,5 @@
-/* Registers and fields as the table has them, on standard error, for service staff. */
+/* Registers and fields as the table has them, on standard error, for service staff. The chip is not read.
+ * Registers of an unknown width are left out. */
 #ifndef HALDEND_REGDB_DEBUG_PRINT_H
 #define HALDEND_REGDB_DEBUG_PRINT_H
 
@@ -8,10 +9,13 @@
 extern "C" {
 #endif
 
-/* One line for the register; another one if there is none of that name. */
+/* One line for the register: window, address, value and help text. An unknown name gives a line that says
+ * so. */
 void DEBUG_print_reg_by_name(const struct chip_regs* chip, const char* name);
 
-/* One line for the register and one for each of its fields. */
+/* One line for the register and one for each of its fields. An unknown name gives a line that says so.
+ *
+ * Kept: fields of 8- and 16-bit registers show as 0, as in register files; see reg_shown_field(). */
 void DEBUG_print_bitfields_by_name(const struct chip_regs* chip, const char* name);
 
 /* All registers in table order, with their fields if with_bitfields isn't 0. */

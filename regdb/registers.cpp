@@ -7,7 +7,7 @@
 
 #include <strings.h>
 
-/* The bits of the value storage that a register of that width views: the most significant ones. */
+/* The bits of the value storage that a register of that width uses: the most significant ones. */
 static uint32_t view_mask(const reg_bf_group* reg)
 {
     return UINT32_MAX << (32 - reg->size);

@@ -1,8 +1,9 @@
 /* The overlay FPGA's registers, by device address.
  *
- * Only what register files set is here: the store trigger, the displayed graphic page, the palettes and the
- * cursor are reached by address alone. Help texts are kept letter by letter, blanks included: register files
- * show them.
+ * Only registers that register files set are here: the store trigger, the displayed graphic page, the
+ * palettes and the cursor are reached by address alone (hw/fpga_map.h).
+ *
+ * Kept: help texts letter by letter, blanks included, because saved register files show them.
  */
 #include "hw/fpga_map.h"
 #include "regdb/chip_regs.h"

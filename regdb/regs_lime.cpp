@@ -1,11 +1,15 @@
 /* The display controller's registers: video capture, display control and the layers.
  *
- * The order is that of the register file and of everything that walks over all registers; the boards'
- * files are written against it, so it stays as it is, unsorted. Four oddities stay with it: L5ETC has
- * L1ETC's offset, so a write of it reaches layer 1; the reserved fields of DCM2 and DCM3 are called
- * res##id; the layer enables all say "Layer5 Enable"; and the fields of layer positions and window sizes
- * are named with x and width first, while the chip has y and height in the upper half. The display clock
- * delay is the only field of all chips that doesn't start at 0.
+ * Kept: the order, unsorted. Register files and everything that walks over all registers have this order.
+ *
+ * Kept: four oddities that the register files of the boards are written against.
+ * - L5ETC has L1ETC's offset: a write of it reaches layer 1.
+ * - The reserved fields of DCM2 and DCM3 are called res##id.
+ * - The layer enables all say "Layer5 Enable".
+ * - The fields of layer positions and window sizes are named with x and width first, while the chip has y and
+ *   height in the upper half.
+ *
+ * The display clock delay is the only field of all chips that doesn't start at 0.
  */
 #include "hw/lime_registers.h"
 #include "regdb/chip_regs.h"

@@ -1,7 +1,10 @@
-/* The video decoder's registers, with the values of the start.
+/* The video decoder's registers, with their values at the start.
  *
- * A register is one field of eight bits; only the status byte is split. CVER is read-only and so starts as
- * not valid: it is never written unless somebody sets it by name. The comments say what a value sets.
+ * Every register is one field of eight bits, except the status byte, which is split. CVER is read-only, so it
+ * starts as not valid and is written only after somebody sets it by name. The comment of a row says what its
+ * value sets.
+ *
+ * Kept: the names and help texts as they are spelled, because register files use and show them.
  */
 #include "regdb/chip_regs.h"
 #include "regdb/table_rows.h"

@@ -1,8 +1,10 @@
-/* The video encoder's registers, with the values of the start: one field of eight bits in each.
+/* The video encoder's registers, with their values at the start: one field of eight bits each.
  *
- * A help text names the register's purpose and its eight bits from bit 7 to bit 0; 0 stands for a bit that
- * has to be written as 0. Values are in binary, to be read against these names. Field names spell the sub-address with
- * small hex digits up to 0x3a and with capitals from 0x4A on: register files are written against that.
+ * A help text names the register's purpose and its bits from 7 to 0; 0 stands for a bit that must be written
+ * as 0. Values are binary, to be read against these names.
+ *
+ * Kept: field names spell the sub-address with small hex digits up to 0x3a and with capitals from 0x4A on.
+ * Register files are written against them.
  */
 #include "regdb/chip_regs.h"
 #include "regdb/table_rows.h"

@@ -1,10 +1,10 @@
-/* How the chip tables are written down: rows that the compiler checks, and the mutable copies of them.
+/* The rows of the chip tables: constants that the compiler checks, and the mutable copies made from them.
  *
- * Field values change at run time, and what changes can't be checked by the compiler. So the fields of a
- * register are constant rows first, in datasheet order and without an end: fills() checks them, with_end()
- * makes the array that the register's entry points to.
+ * Field values change at run time, and the compiler can only check constants. So the fields of a register are
+ * constant rows first, in datasheet order and without an end: fills() checks them, with_end() makes the array
+ * that the register's entry points to.
  *
- * Include it outside of any C linkage block.
+ * Include it outside of any C linkage block: it has templates.
  */
 #ifndef HALDEND_REGDB_TABLE_ROWS_H
 #define HALDEND_REGDB_TABLE_ROWS_H
@@ -15,11 +15,11 @@
 #include <iterator>
 #include <string_view>
 
-/* What ends the fields of a register, and the registers of a chip. */
+/* The last entry of a register's fields, and of a chip's registers. */
 constexpr reg_bf end_of_fields = {nullptr, 0, 0, ""};
 constexpr reg_bf_group end_of_table = {0, 0, nullptr, 0, 0, nullptr, 0, nullptr};
 
-/* The fields of a register and their end: in memory an array of reg_bf. */
+/* The fields of a register and the end entry, laid out as an array of reg_bf. */
 template <std::size_t N>
 struct field_array {
     reg_bf row[N + 1];
@@ -35,7 +35,7 @@ constexpr field_array<N> with_end(const reg_bf (&rows)[N])
     return fields;
 }
 
-/* The one field of a register that isn't split. */
+/* The fields of an 8-bit register that isn't split: one field of eight bits. */
 constexpr field_array<1> byte_field(const char* name, const char* help)
 {
     const reg_bf rows[] = {
@@ -44,8 +44,7 @@ constexpr field_array<1> byte_field(const char* name, const char* help)
     return with_end(rows);
 }
 
-/* Whether the fields take all bits of a register of that width, each of them a bit at least, and their values
- * fit into them. */
+/* Whether the fields add up to that width in bits, none is empty, and every value fits its field. */
 template <std::size_t N>
 constexpr bool fills(const reg_bf (&rows)[N], int width)
 {
@@ -57,7 +56,7 @@ constexpr bool fills(const reg_bf (&rows)[N], int width)
     return width == 0;
 }
 
-/* The bits of a field in the value of its register, which is 32 bits wide; 0 if there is no such field. */
+/* The mask of a field in its 32-bit register; 0 if there is no such field. */
 template <std::size_t N>
 constexpr uint32_t field_bits(const reg_bf (&rows)[N], std::string_view name)
 {
@@ -70,7 +69,7 @@ constexpr uint32_t field_bits(const reg_bf (&rows)[N], std::string_view name)
     return 0;
 }
 
-/* The value storage of an 8-bit register that holds the byte. */
+/* The value storage (left-aligned) of an 8-bit register that holds the byte. */
 constexpr uint32_t byte_value(uint8_t byte)
 {
     return uint32_t{byte} << 24;

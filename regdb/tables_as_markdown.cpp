@@ -1,5 +1,5 @@
-/* Prints the register tables of the four chips as Markdown, the way docs/register-files.md shows them; checks that
- * it does, and brings it up to date.
+/* Prints the register tables of the four chips as Markdown, for docs/register-files.md; checks that page, and
+ * brings it up to date.
  */
 #include "regdb/chip_regs.h"
 
@@ -28,7 +28,7 @@ static std::string trimmed(const std::string& text)
     return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') + 1 - first);
 }
 
-/* A row of a table; code is what is quoted as such. */
+/* A row of a Markdown table. */
 static std::string row(const std::vector<std::string>& cells)
 {
     std::string text = "|";
@@ -49,14 +49,14 @@ static std::string bits(int top, int len)
     return "[" + std::to_string(top) + last + "]";
 }
 
-/* Numbers of more than 16 bits are addresses and colours: nobody writes them in decimal. */
+/* Hexadecimal above 16 bits: those fields are addresses and colours. */
 static std::string values(int len)
 {
     const uint32_t largest = UINT32_MAX >> (32 - len);
     return len > 16 ? "0-" + hex(largest, 1) : "0-" + std::to_string(largest);
 }
 
-/* Reserved fields are left out: nobody sets them, and the bits that are missing tell where they are. */
+/* Reserved fields are left out; the gaps in the bit numbers show where they are. */
 static bool is_reserved(const reg_bf& bf)
 {
     return std::strncmp(bf.name, "res", 3) == 0 && *bf.help == 0;
@@ -73,7 +73,7 @@ static std::string field_rows(const reg_bf_group& reg)
     return text;
 }
 
-/* Registers that are split: a row for the register, then one for each of its fields. */
+/* Registers with several fields: a row for the register, then one for each field. */
 static std::string wide_registers(const reg_bf_group* reg, const char* address_of, int digits)
 {
     std::string text = row({"Register", address_of, "Field", "Bits", "Values", ""}) +
@@ -126,7 +126,7 @@ static std::string contents(const char* path)
     return text.str();
 }
 
-/* The text with the tables between its marks; empty if it doesn't have them. */
+/* The page with the tables put between its marks; empty if the marks are missing. */
 static std::string refreshed(const std::string& text)
 {
     const size_t begin = text.find(BEGIN);
@@ -136,7 +136,7 @@ static std::string refreshed(const std::string& text)
     return text.substr(0, begin + std::strlen(BEGIN)) + tables() + text.substr(end);
 }
 
-/* Looks at the file, and writes it if that is wanted. Returns the exit status. */
+/* Compares the page with the tables; writes it if refresh is true. Returns the exit status. */
 static int compare(const char* program, const char* path, bool refresh)
 {
     const std::string text = contents(path);
