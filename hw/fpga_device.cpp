@@ -11,8 +11,8 @@ int fbfd = -1;
 
 static_assert(sizeof(fpga_reg_transfer) == 8, "the driver copies eight bytes");
 
-/* The driver's request numbers as the target encodes them. Literals, because the kernel's macros put the
- * direction bits elsewhere on other processors. */
+/* The driver's request numbers as the target encodes them. They are literals because the kernel's macros put
+ * the direction bits elsewhere on other processors. */
 static const unsigned long FPGA_READ_8 = 0xc0086b00;
 static const unsigned long FPGA_READ_16 = 0xc0086b01;
 static const unsigned long FPGA_READ_32 = 0xc0086b02;
@@ -34,7 +34,7 @@ int init_fpga_framebuffer(const char* path)
 void destroy_fpga_framebuffer(void)
 {
     close(fbfd);
-    /* The number may soon be another file's. */
+    /* The kernel may give the number to another file. */
     fbfd = -1;
 }
 
@@ -107,7 +107,7 @@ int set_ioctl(int /*a*/, int /*b*/, void* arg)
 int write_fpga_block(uint32_t offset, const void* buf, size_t len)
 {
     lseek(fbfd, offset, SEEK_SET);
-    /* The board has no way to answer for a lost overlay write: the next one draws over it. */
+    /* A lost overlay write can't be reported to anyone, and the next drawing repairs it. */
     [[maybe_unused]] const ssize_t written = write(fbfd, buf, len);
     return 1;
 }

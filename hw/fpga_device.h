@@ -1,10 +1,10 @@
 /* The overlay FPGA behind its character device: registers by ioctl, memory by seek and read or write.
  *
- * One address space serves both: a register's address and a memory offset are of the same kind. Register
- * values are numbers; what goes to memory is stored little-endian by the caller.
+ * Registers and memory share one address space, hw/fpga_map.h. Register values are numbers. Memory takes 16-
+ * and 32-bit quantities little-endian; the caller converts them.
  *
- * Nothing here throws or logs. Errors of the driver show in the results where a result is named, on
- * standard output where a line is named, and nowhere else.
+ * Nothing here throws or logs. A failure of the driver shows only where a function names a result or a line
+ * on standard output for it. The driver's result is that of ioctl(): 0, or -1 with errno.
  */
 #ifndef HALDEND_HW_FPGA_DEVICE_H
 #define HALDEND_HW_FPGA_DEVICE_H
@@ -18,8 +18,11 @@
 extern "C" {
 #endif
 
-/* Descriptor of the FPGA device, -1 while none is open. init_lime_framebuffer() keeps its descriptor here
- * too: the platform opens the display controller first and the FPGA second, so the FPGA's is what stays. */
+/* Descriptor of the FPGA device, -1 while none is open.
+ *
+ * Kept: init_lime_framebuffer() stores its descriptor here too. The platform opens the display controller
+ * first and the FPGA second, so this ends up as the FPGA's; the controller's mapping needs its descriptor no
+ * more. */
 extern int fbfd;
 
 /* The driver's register transfer record, in the processor's byte order. */
@@ -28,38 +31,42 @@ struct fpga_reg_transfer {
     uint32_t value;
 };
 
-/* Opens the device for reading and writing. Returns 0, or -1 after a line on standard output. */
+/* Opens the device for reading and writing; a descriptor that is open already is not closed. Returns 0, or -1
+ * after a line on standard output. */
 int init_fpga_framebuffer(const char* path);
 
-/* Closes the device. */
+/* Closes the device. The descriptor is -1 from then on. */
 void destroy_fpga_framebuffer(void);
 
-/* Reads a register of the given width (8, 16 or 32 bits) through a transfer record. Returns the driver's
- * result; for any other width nothing is called and fd is returned. */
+/* Reads a register of the given width (8, 16 or 32 bits): arg is a fpga_reg_transfer with its address, and
+ * receives the value. Returns the driver's result. For any other width calls nothing and returns fd. */
 int l_readin(void* arg, int fd, int width);
 
-/* Reads the 32-bit register at addr. Returns its value, 0 if the driver refused. */
+/* Reads the 32-bit register at addr, on fd or on fbfd. Returns its value, or 0 if the driver refused. */
 uint32_t l_read_reg(int fd, uint32_t addr);
 uint32_t fpga_device_read_reg(uint32_t addr);
 
 /* Writes a register of the given width (8, 16 or 32 bits) from a transfer record. Returns the driver's
- * result, and prints two lines if that isn't 0; for any other width nothing is called and fd is returned. */
+ * result, and prints two lines on standard output if that isn't 0. For any other width calls nothing and
+ * returns fd. */
 int l_writeout(struct fpga_reg_transfer* record, int fd, int width);
 
-/* Writes the 32-bit register at addr. Returns the driver's result. */
+/* Writes the 32-bit register at addr, on fd or on fbfd. Returns the driver's result, like l_writeout(). */
 int l_write_reg(int fd, uint32_t addr, uint32_t value);
 int fpga_device_write_reg(uint32_t addr, uint32_t value);
 
-/* The driver's argument-only request. The first two arguments are unused. Returns the driver's result. */
+/* The driver's request without a record; the daemon doesn't use it. Returns the driver's result.
+ *
+ * Kept: the first two arguments are unused, for service tools written in C that pass them. */
 int set_ioctl(int a, int b, void* arg);
 
-/* Moves len bytes between buf and the device memory at offset. Always returns 1: short and failed
- * transfers are not reported. */
+/* Copies len bytes from buf to the device memory at the byte offset, or back. Always returns 1: short and
+ * failed transfers are not reported, and leave the rest of buf as it was. */
 int write_fpga_block(uint32_t offset, const void* buf, size_t len);
 int read_fpga_block(uint32_t offset, void* buf, size_t len);
 
-/* Register table access: loads or stores the entry's 32-bit value. Returns 1; the write returns -1 without
- * touching the device if the entry's valid flag is 0. */
+/* Register table access: loads or stores the entry's 32-bit value at its address. Returns 1. The write
+ * returns -1 without touching the device if the entry's valid flag is 0. A failed read stores 0. */
 int read_fpga_reg(struct reg_bf_group* reg);
 int write_fpga_reg(struct reg_bf_group* reg);
 

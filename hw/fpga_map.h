@@ -1,6 +1,7 @@
-/* The overlay FPGA's address map: one address space for memory (block transfers) and registers.
+/* The overlay FPGA's address map: one address space for memory (block transfers) and registers (ioctl).
  *
- * Memory takes 16- and 32-bit quantities little-endian; registers are numbers.
+ * Memory takes 16- and 32-bit quantities little-endian. Registers are 32-bit numbers; the driver puts their
+ * bytes in order. The map and the bits are the contract of the FPGA's design with the driver and this daemon.
  */
 #ifndef HALDEND_HW_FPGA_MAP_H
 #define HALDEND_HW_FPGA_MAP_H
@@ -23,8 +24,8 @@
 
 #define FPGA_PAGES 9u /* of text and of graphics each */
 
-/* A text page is 28 rows of 64 cells of 2 bytes; the left and the upper ones are seen, VIDEO_TEXT_COLUMNS of
- * VIDEO_TEXT_ROWS. A glyph set is 256 glyphs of 64 bytes. */
+/* A text page is 28 rows of 64 cells of 2 bytes. The monitor shows the upper left VIDEO_TEXT_COLUMNS x
+ * VIDEO_TEXT_ROWS cells. A glyph set is 256 glyphs of 64 bytes. */
 #define FPGA_TEXT_CELL_BYTES 2u
 #define FPGA_TEXT_ROW_CELLS  64u
 #define FPGA_TEXT_ROW_BYTES  (FPGA_TEXT_ROW_CELLS * FPGA_TEXT_CELL_BYTES)
@@ -46,8 +47,8 @@
 #define FPGA_TESZ         0xff1a08u /* cell size */
 #define FPGA_TEMO         0xff1a0cu /* byte address of the displayed text page */
 
-/* Bits of FPGA_CTRL. Control set A mixes what the monitor shows, set C what is recorded. The field table,
- * regdb/regs_fpga.cpp, is held against them when it is compiled. */
+/* Bits of FPGA_CTRL. Control set A mixes the picture for the monitor, set C the one that is recorded.
+ * static_asserts in the field table, regdb/regs_fpga.cpp, compare its fields with these bits. */
 #define FPGA_CTRL_AGO  (1u << 0)  /* A: graphic overlay */
 #define FPGA_CTRL_ATO  (1u << 1)  /* A: text overlay */
 #define FPGA_CTRL_ACO  (1u << 2)  /* A: cursor */

@@ -32,7 +32,7 @@ void destroy_lime_framebuffer(void)
     lime_unmap(lime_base);
     lime_base = nullptr;
     close(fbfd);
-    /* The number may soon be another file's. */
+    /* The kernel may give the number to another file. */
     fbfd = -1;
 }
 
@@ -76,7 +76,7 @@ struct lime_window_access {
     void (*write)(uint32_t off, uint32_t value);
 };
 
-/* The draw window has no letter: the tables don't reach it. */
+/* The draw window has no letter: no table has registers of it. */
 static const lime_window_access window_accesses[] = {
     {'D', lime_read_disp_reg, lime_write_disp_reg},
     {'C', lime_read_capt_reg, lime_write_capt_reg},

@@ -1,9 +1,9 @@
-/* The one door to the Lime display controller. */
+/* The access to the Lime display controller's registers. */
 #include "hw/lime_mmio.h"
 
 #include "hw/lime_map.h"
 
-/* Where the register lies, or null where there is none to reach. */
+/* The register's address, or null without a mapping or behind its end. */
 static const volatile uint32_t* locate(const void* base, uint32_t window, uint32_t off)
 {
     const uint64_t offset = static_cast<uint64_t>(window) + off;

@@ -1,10 +1,8 @@
-/* The one door to the Lime display controller: every load and store of its registers, those of the C level
- * and those of the Lime class, goes through these two functions. Unit tests put recorders in their place
- * by defining both; they have a source of their own for that.
+/* Every load and store of the Lime display controller's registers, those of the functions of C linkage and
+ * those of the class Lime, goes through these two functions. Unit tests define both themselves, as recorders;
+ * so the two have a source file of their own.
  *
- * The accesses are single 32-bit volatile ones in the controller's byte order, with nothing around them.
- * A base of null (no device, or one that couldn't be mapped) and offsets beyond the mapping are kept away
- * from memory: the store is dropped, the load gives 0.
+ * Each access is a single volatile 32-bit one in the controller's byte order, without barrier or read-back.
  */
 #ifndef HALDEND_HW_LIME_MMIO_H
 #define HALDEND_HW_LIME_MMIO_H
@@ -17,7 +15,9 @@
 extern "C" {
 #endif
 
-/* One register: base is the mapping or null, off a multiple of 4 inside the window. */
+/* One register: base is the mapping or null, window its offset in the mapping, off a multiple of 4 in the
+ * window. If base is null (no device, or one that couldn't be mapped), or the register lies behind the
+ * mapping's end, the store is dropped and the load gives 0. */
 uint32_t lime_load(const void* base, uint32_t window, uint32_t off);
 void lime_store(void* base, uint32_t window, uint32_t off, uint32_t value);
 

@@ -1,7 +1,7 @@
 /* The Lime display controller: its register windows, its registers, and the bits that programs switch.
  *
- * What a register's other bits mean stands in the field table, regdb/regs_lime.cpp, which is held against the bits
- * given here when it is compiled.
+ * Names and offsets are those of the controller's data sheet. The field table, regdb/regs_lime.cpp, lists all
+ * other bits; static_asserts there compare it with the bits given here.
  */
 #ifndef HALDEND_HW_LIME_REGISTERS_H
 #define HALDEND_HW_LIME_REGISTERS_H
@@ -57,7 +57,7 @@
 #define LIME_L2ETC 0x01a8u
 #define LIME_L3ETC 0x01acu
 #define LIME_L4ETC 0x01b0u
-#define LIME_L5ETC 0x01b4u /* the table has L1ETC's offset in its place */
+#define LIME_L5ETC 0x01b4u /* Kept: the register table has L1ETC's offset in its place */
 
 /* Layers, and what switches them. */
 #define LIME_LAYERS            6

@@ -16,8 +16,8 @@ static int closed(int descriptor)
     return -1;
 }
 
-/* No other thread of the daemon makes files, so none sees the umask of the moment. To change the mode afterwards would
- * need to know that the file is new. */
+/* The umask is set for the moment of the open(): chmod() afterwards would have to know whether the file is
+ * new. No other thread of the daemon creates files, so none is affected. */
 static int open_or_create(const char* path, int flags)
 {
     const mode_t masked = umask(~MODE_OF_NEW_FILES & 0777);

@@ -1,8 +1,8 @@
 /* Opening a path that a client or a file names.
  *
- * Such a path can lead to anything, and what it leads to can change between two looks. The daemon serves all clients
- * from one thread, so a file that waits in an open(), a read() or a write() would stop it for good. Files are opened so
- * that they never wait, and looked at after that.
+ * The path can lead to any kind of file, and to another one after it was checked. The daemon serves all
+ * clients from one thread, so one open(), read() or write() that waits would stop it for good. So files are
+ * opened in a way that never waits, and checked once they are open.
  */
 #ifndef HALDEND_HW_OPEN_PATH_H
 #define HALDEND_HW_OPEN_PATH_H
@@ -14,17 +14,20 @@
 extern "C" {
 #endif
 
-/* Opens the path, whatever is there, and describes it in *status. access is O_RDONLY, O_WRONLY or O_RDWR; for the last
- * two a file that is missing is made, with mode 0644 whatever the umask, and nothing is truncated. Reads and writes that
- * would wait fail with EAGAIN. Returns the descriptor, which the caller closes; -1 and errno if the path can't be opened,
- * with EWOULDBLOCK if that would wait. */
+/* Opens the path, whatever kind of file it leads to, and describes that file in *status. access is O_RDONLY,
+ * O_WRONLY or O_RDWR. With the last two a missing file is created, with mode 0644 whatever the umask; nothing
+ * is truncated. Reads and writes that would wait fail with EAGAIN.
+ *
+ * Returns the descriptor, which the caller closes. Returns -1 with errno if the path can't be opened,
+ * EWOULDBLOCK if that would wait. */
 int open_path(const char* path, int access, struct stat* status);
 
-/* The same for a file that holds data: -1 also for a folder, a FIFO, a socket and a terminal. A regular file that is
- * opened to be written is empty afterwards. */
+/* The same for a file that holds data: a regular file, a block device, or a character device that is no
+ * terminal. Returns -1 for anything else too. A regular file opened for writing is emptied. */
 int open_data_file(const char* path, int access);
 
-/* fdopen(), which closes the descriptor if it fails. Null for a negative descriptor. */
+/* fdopen() that owns the descriptor: it is closed if fdopen() fails, and with the stream, which the caller
+ * closes. Returns null on failure, and for a negative descriptor. */
 FILE* stream_of_descriptor(int descriptor, const char* mode);
 
 #ifdef __cplusplus

@@ -29,7 +29,7 @@ int open_saa71xx_device(const char* path, int slave)
 void close_saa71xx_device(void)
 {
     close(saafd);
-    /* The number may soon be another file's, and reads of the chips come at any time. */
+    /* The kernel may give the number to another file, and clients read the chips at any time. */
     saafd = -1;
 }
 

@@ -1,5 +1,7 @@
-/* The video decoder (SAA7113) and the video encoder (SAA7129) on the I2C bus, through the kernel's I2C
- * device interface. One chip at a time: what the functions reach is the slave selected by the last open.
+/* The video decoder (SAA7113) and the video encoder (SAA7129) on the I2C bus, through the kernel's I2C device
+ * interface (SMBus byte data).
+ *
+ * One chip at a time: the functions reach the slave that the last open selected.
  */
 #ifndef HALDEND_HW_SAA71XX_DEVICE_H
 #define HALDEND_HW_SAA71XX_DEVICE_H
@@ -16,19 +18,19 @@ extern "C" {
 /* Descriptor of the I2C device, -1 outside of an open and its close. */
 extern int saafd;
 
-/* Opens the I2C device and selects the slave. Returns 0, or -1 after a line on standard output; then
- * nothing is open. */
+/* Opens the I2C device and selects a 7-bit slave address. Returns 0, or -1 after a line on standard output;
+ * then nothing is open. */
 int open_saa71xx_device(const char* path, int slave);
 void close_saa71xx_device(void);
 
-/* One SMBus byte-data read of sub-address sub. Returns the byte, or -1. */
+/* Reads the register at sub-address sub. Returns the byte, or -1 if the transfer failed. */
 int saa71xx_device_read_reg(uint8_t sub);
 
-/* One SMBus byte-data write. Returns 1, whatever the bus said. */
+/* Writes the register at sub-address sub. Always returns 1: a failed transfer is not reported. */
 int saa71xx_device_write_reg(uint8_t sub, uint8_t value);
 
-/* Register table access to the 8-bit view of the value; only the low byte of the address is sent. Returns
- * 1; a failed read stores 0xff, the write returns -1 if the entry's valid flag is 0. */
+/* Register table access to the 8-bit view of the value; only the low byte of the entry's address is sent.
+ * Returns 1. A failed read stores 0xff. The write returns -1 if the entry's valid flag is 0. */
 int read_saa71xx_reg(struct reg_bf_group* reg);
 int write_saa71xx_reg(struct reg_bf_group* reg);
 

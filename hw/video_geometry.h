@@ -1,7 +1,7 @@
-/* The geometry of the video picture, and of the overlay's text on it.
+/* The geometry of the video picture (PAL), and of the overlay's text on it.
  *
- * A frame is 720 x 576 pixels of 32 bits. It is transmitted as two fields of 288 lines: the even frame lines first,
- * then the odd ones.
+ * A frame is 720 x 576 pixels of 32 bits. It is transmitted as two fields of 288 lines: first the even frame
+ * lines, then the odd ones. Frame lines count from 0 at the top, pixels from 0 at the left.
  */
 #ifndef HALDEND_HW_VIDEO_GEOMETRY_H
 #define HALDEND_HW_VIDEO_GEOMETRY_H
@@ -15,7 +15,7 @@
 #define VIDEO_LINE_BYTES  (4u * VIDEO_WIDTH)
 #define VIDEO_FRAME_BYTES (VIDEO_LINE_BYTES * VIDEO_HEIGHT)
 
-/* Character cells of a text page that are seen. */
+/* Visible character cells of a text page. */
 #define VIDEO_TEXT_COLUMNS 53
 #define VIDEO_TEXT_ROWS    26
 
