@@ -24,7 +24,7 @@ static const box_style box_styles[] = {
 
 static const unsigned int BOX_STYLES = sizeof(box_styles) / sizeof(box_styles[0]);
 
-/* A line of w cells: both ends, and what is between them. At a width of 1 the right end is what stays. */
+/* A line of w cells: both ends, and the cells between them. With a width of 1 only the right end is left. */
 static void fill_line(char* line, unsigned int w, unsigned char left, unsigned char middle,
                       unsigned char right)
 {
@@ -36,11 +36,11 @@ static void fill_line(char* line, unsigned int w, unsigned char left, unsigned c
 void write_box(unsigned int x, unsigned int y, unsigned int w, unsigned int h, unsigned int color,
                unsigned int style)
 {
-    /* With its terminator the widest line would have no length in the target's 32 bits. */
+    /* w + 1, the size with the terminator, would be 0 in the target's 32 bits. */
     if (w == 0 || w == UINT_MAX || style >= BOX_STYLES)
         return;
     const box_style& box = box_styles[style];
-    /* Each call keeps its line for good, as it has always done; nothing in the daemon draws boxes. */
+    /* Kept: each call leaks its line, as it did for every caller so far. The daemon draws no boxes. */
     auto* line = static_cast<char*>(malloc(size_t{w} + 1));
     if (line == nullptr)
         return;

@@ -41,7 +41,7 @@ int set_cursor_xy(unsigned int column, unsigned int row, text_cursor* cursor)
     return fpga_device_write_reg(FPGA_CURSOR_Y, y);
 }
 
-/* One step on or back between 0 and last, from either end to the other. Returns whether it went round. */
+/* One step on or back between 0 and last, wrapping at either end. Returns whether it wrapped. */
 static bool step_on(uint16_t* place, uint16_t last)
 {
     const bool round = *place == last;

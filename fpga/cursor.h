@@ -1,6 +1,7 @@
 /* The hardware cursor: its image and place, and the text cursor that moves it from cell to cell.
  *
- * All functions return the last device primitive's result. */
+ * Places are pixels and lines from the top left; cells are columns and rows, counted from 0. All functions
+ * return the result of their last device primitive, hw/fpga_device.h. */
 #ifndef HALDEND_FPGA_CURSOR_H
 #define HALDEND_FPGA_CURSOR_H
 
@@ -13,12 +14,12 @@ extern "C" {
 #define CURSOR_ROWS   32 /* rows of every cursor image */
 #define CURSOR_SHAPES 5
 
-/* Pixels, bit 31 of a row the leftmost. */
+/* A bit for each of 32 pixels, bit 31 of a row the leftmost; set bits are drawn in the shape's colour. */
 struct cursor_image {
     uint32_t rows[CURSOR_ROWS];
 };
 
-/* What the cursor looks like. */
+/* An image with its size and colour. The image stays its owner's. */
 struct cursor_shape {
     uint16_t width;        /* pixels, up to 32 */
     uint16_t height;       /* rows, up to 32 */
@@ -32,7 +33,7 @@ extern const struct cursor_image cursor_block_image;
 extern const struct cursor_image cursor_line_image;
 extern const struct cursor_image cursor_carret_image;
 
-/* Cross, arrow, block, line, caret; the last three fit a character cell of 12 pixels by 20 lines. */
+/* Cross, arrow, block, line, caret. The last three fit a character cell of 12 pixels by 20 lines. */
 extern const struct cursor_shape cursor_shapes[CURSOR_SHAPES];
 
 /* The parameters of a text cursor. */
@@ -49,7 +50,10 @@ struct text_cursor_parameters {
     const struct cursor_shape* shapes; /* CURSOR_SHAPES of them */
 };
 
-/* A text cursor: the same, but y_origin is the given one less 1. */
+/* A text cursor: the same, but y_origin is the given one less 1.
+ *
+ * Kept: column and row take effect with the first set_cursor_xy() or move_text_cursor(); before that the
+ * cursor stands at the origin. Callers place it themselves after init_text_cursor(). */
 struct text_cursor {
     uint16_t x_origin;
     uint16_t y_origin;
@@ -63,20 +67,20 @@ struct text_cursor {
     const struct cursor_shape* shapes;
 };
 
-/* Empties the cursor image memory. */
+/* Zeroes the cursor image memory, 512 bytes: no cursor is seen. */
 int init_cursor(void);
 
-/* Loads a shape: its rows, size and colour. */
+/* Loads a shape: its rows, size and colour. The height must not exceed CURSOR_ROWS. */
 int set_cursor_image(const struct cursor_shape* shape);
 
-/* Takes the parameters over, puts the cursor at the origin (the given column and row are kept, not applied)
- * and loads the shape; an index beyond the shapes loads none. */
+/* Copies the parameters into the cursor, puts it at the origin and loads the shape. An index beyond the
+ * shapes loads none. The cursor keeps the pointer to the shapes. */
 int init_text_cursor(struct text_cursor* cursor, const struct text_cursor_parameters* parameters);
 
-/* Puts the cursor on a cell; columns and rows beyond the last become the last. */
+/* Puts the cursor on a cell, and stores that in *cursor. A column or row beyond the last becomes the last. */
 int set_cursor_xy(unsigned int column, unsigned int row, struct text_cursor* cursor);
 
-/* Moves the cursor by a key code, wrapping at the edges; other codes write its place again. */
+/* Moves the cursor by a key code, wrapping at the edges. Other codes write its place once more. */
 int move_text_cursor(struct text_cursor* cursor, int key);
 
 #define CURSOR_KEY_DOWN         258

@@ -114,7 +114,7 @@ constexpr cursor_image cursor_block_image = picture(
     "................................"
     "................................");
 
-/* Kept: row 19 is wider than the others, and than the shape. The image has always been so. */
+/* Kept: row 19 is wider than the others and than the shape. Clients know the cursor with it. */
 constexpr cursor_image cursor_line_image = picture(
     "................................"
     "................................"

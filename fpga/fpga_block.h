@@ -1,4 +1,4 @@
-/* Blocks of 32-bit words on their way to FPGA memory, which takes them little-endian.
+/* Writes of 32-bit words to FPGA memory, which takes them little-endian.
  */
 #ifndef HALDEND_FPGA_FPGA_BLOCK_H
 #define HALDEND_FPGA_FPGA_BLOCK_H
@@ -10,7 +10,8 @@
 
 #include <endian.h>
 
-/* Writes the first count of COUNT_MAX words in one block. Returns the device primitive's result. */
+/* Writes the first count words, at most COUNT_MAX, in one block to the byte offset. Returns the device
+ * primitive's result. */
 template <size_t COUNT_MAX>
 inline int write_fpga_words(uint32_t offset, const uint32_t* words, size_t count)
 {

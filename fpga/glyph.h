@@ -1,4 +1,4 @@
-/* Glyphs as pictures, and pictures made of other pictures, all by the compiler.
+/* Glyphs as pictures, and pictures made of other pictures, all at compile time.
  *
  * A picture is ten rows of twelve marks:
  *   #  drawn in both half-images     '  only in the first, the upper frame line of the row
@@ -6,11 +6,11 @@
  *
  * How the sets are drawn: the base line is the bottom of row 7. Capitals and digits fill rows 1-7, small
  * letters rows 3-7 with ascenders from row 1 and descenders to row 9. Verticals are two pixels wide and
- * horizontals one row, which is a line of each field, so that nothing flickers. A mark in one half only is
- * for what needs the finer grid of 20 lines: accents, and strokes that lean by more than a pixel a row.
+ * horizontals one row, which is a line of each field, so that nothing flickers. Marks in one half only are
+ * for shapes that need the finer grid of 20 lines: accents, and strokes that lean by more than a pixel a row.
  *
- * What the compiler can't make of a picture is an error: each such case calls a function that does not exist
- * at compile time, whose name says what is wrong. */
+ * A wrong picture is a compile error: it calls a function that doesn't exist at compile time, whose name says
+ * what is wrong. */
 #ifndef HALDEND_FPGA_GLYPH_H
 #define HALDEND_FPGA_GLYPH_H
 
@@ -48,7 +48,7 @@ constexpr glyph picture(const char (&marks)[length])
     return drawn;
 }
 
-/* Both, one over the other. */
+/* Both shapes, one over the other. */
 constexpr glyph operator|(const glyph& a, const glyph& b)
 {
     glyph both{};
@@ -57,7 +57,7 @@ constexpr glyph operator|(const glyph& a, const glyph& b)
     return both;
 }
 
-/* Left and right swapped. */
+/* The shape with left and right swapped. */
 constexpr glyph mirrored(const glyph& shape)
 {
     glyph result{};
@@ -69,7 +69,7 @@ constexpr glyph mirrored(const glyph& shape)
     return result;
 }
 
-/* Top and bottom swapped. */
+/* The shape with top and bottom swapped. */
 constexpr glyph flipped(const glyph& shape)
 {
     glyph result{};
@@ -78,13 +78,13 @@ constexpr glyph flipped(const glyph& shape)
     return result;
 }
 
-/* Turned upside down. */
+/* The shape turned by half a turn. */
 constexpr glyph turned(const glyph& shape)
 {
     return mirrored(flipped(shape));
 }
 
-/* Moved by so many pixels to the right, or to the left if negative. */
+/* The shape moved by that number of pixels to the right, or to the left if negative. */
 constexpr glyph shifted(const glyph& shape, int columns)
 {
     constexpr std::uint32_t CELL = 0xfff0;
@@ -99,7 +99,7 @@ constexpr glyph shifted(const glyph& shape, int columns)
     return result;
 }
 
-/* Moved down by so many frame lines, or up if negative. */
+/* The shape moved down by that number of frame lines, or up if negative. */
 constexpr glyph lowered(const glyph& shape, int lines)
 {
     glyph result{};
@@ -113,7 +113,7 @@ constexpr glyph lowered(const glyph& shape, int lines)
     return result;
 }
 
-/* Without one of its rows, what is above it moved down: makes room for an accent over a capital. */
+/* The shape without one of its rows; the rows above it move down. Makes room for an accent over a capital. */
 constexpr glyph squeezed(const glyph& shape, int row)
 {
     if ((shape.line[0] | shape.line[1]) != 0)

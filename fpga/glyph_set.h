@@ -1,4 +1,4 @@
-/* What turns the list of a set's glyphs into the table that the FPGA takes, at compile time. */
+/* Turns the list of a set's glyphs into the table that the FPGA takes, at compile time. */
 #ifndef HALDEND_FPGA_GLYPH_SET_H
 #define HALDEND_FPGA_GLYPH_SET_H
 
@@ -12,7 +12,7 @@ namespace glyphs
 /* One code of a set. */
 struct set_row {
     unsigned char code;
-    std::uint16_t character; /* Unicode; 0 when nothing is shown */
+    std::uint16_t character; /* Unicode; 0 if the code shows none */
     glyph shape;
 };
 
@@ -23,7 +23,7 @@ constexpr std::size_t FIRST_OWN_CODE = 156;
 using common_rows = set_row[FIRST_OWN_CODE];
 using own_rows = set_row[256 - FIRST_OWN_CODE];
 
-/* Every code from first on, each once, in order. */
+/* Whether the rows list every code from first on, each once, in order. */
 template <std::size_t length>
 constexpr bool lists_codes_from(std::size_t first, const set_row (&rows)[length])
 {
@@ -41,7 +41,8 @@ constexpr int rows_that_differ(const glyph& shape)
     return count;
 }
 
-/* A glyph whose halves had nothing in common would flicker as a whole. */
+/* Whether both halves of every glyph have something in common. A glyph that differs in all rows would
+ * flicker. */
 template <std::size_t length>
 constexpr bool halves_are_alike(const set_row (&rows)[length])
 {

@@ -1,7 +1,7 @@
-/* What stands over and under letters.
+/* Accents: the marks over and under letters.
  *
- * Over small letters there are two rows and a free one below; over capitals, which are a row shorter for it,
- * one and a half and a free line. Those marks are flatter and have "high" in the name. */
+ * A small letter has two rows above it and a free one between. A capital under an accent is a row shorter; it
+ * leaves one and a half rows and a free line. Marks for capitals are flatter and have "high" in the name. */
 #ifndef HALDEND_FPGA_GLYPHS_ACCENTS_H
 #define HALDEND_FPGA_GLYPHS_ACCENTS_H
 

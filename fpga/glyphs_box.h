@@ -131,7 +131,7 @@ inline constexpr glyph double_vertical_right = picture(
     "..##....##.."
     "..##....##..");
 
-/* What a cross has four of */
+/* A quarter of the double cross */
 inline constexpr glyph double_inner_corner = picture(
     "............"
     "............"

@@ -1,4 +1,4 @@
-/* The Cyrillic letters that ASCII has no like shape for. */
+/* The Cyrillic letters whose shapes ASCII doesn't have. */
 #ifndef HALDEND_FPGA_GLYPHS_CYRILLIC_H
 #define HALDEND_FPGA_GLYPHS_CYRILLIC_H
 

@@ -1,5 +1,5 @@
-/* Letters and signs of the Latin repertoires beyond ASCII. A letter with an accent is made where a set lists
- * it. */
+/* Letters and signs of the Latin repertoires beyond ASCII. The sets compose letters with accents where they
+ * list them. */
 #ifndef HALDEND_FPGA_GLYPHS_LATIN_H
 #define HALDEND_FPGA_GLYPHS_LATIN_H
 

@@ -1,4 +1,4 @@
-/* The capitals that carry accents, a row shorter: rows 2-7. Each goes without the row that is missed least. */
+/* The capitals that carry accents, a row shorter: rows 2-7. Each lacks the row that is missed least. */
 #ifndef HALDEND_FPGA_GLYPHS_SHORT_H
 #define HALDEND_FPGA_GLYPHS_SHORT_H
 

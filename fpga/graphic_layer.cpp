@@ -94,7 +94,7 @@ int get_graphic_image(void* buffer, int page, size_t length)
     return page_exists(page) ? read_fpga_block(graphic_page_addr_offset[page], buffer, length) : -1;
 }
 
-/* count bytes of one colour, the caller's to free; null without memory. */
+/* count bytes of one colour; the caller frees them. Null if there is no memory. */
 static unsigned char* colored_line(size_t count, unsigned int color)
 {
     auto* line = static_cast<unsigned char*>(malloc(count != 0 ? count : 1));

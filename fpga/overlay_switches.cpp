@@ -1,4 +1,4 @@
-/* What the FPGA mixes into the picture. */
+/* Switches and modes of the FPGA's CTRL register. */
 #include "fpga/overlay_switches.h"
 
 #include "fpga/screen.h"
@@ -21,7 +21,7 @@ static int switch_off(uint32_t bits)
     return current_screen != nullptr ? write_shadow(current_screen->control_shadow & ~bits) : -1;
 }
 
-/* Only the tested bit decides, whatever the others hold. */
+/* Only the tested bit decides: control set C may differ from A. */
 static int switch_toggle(uint32_t bits, uint32_t tested)
 {
     if (current_screen == nullptr)

@@ -1,11 +1,15 @@
-/* What the FPGA mixes into the picture: switches and modes of the CTRL register.
+/* Switches and modes of the FPGA's CTRL register: which layers it mixes into the picture, and which video it
+ * shows.
  *
- * The switches change the screen record's shadow of CTRL and write all of it; they never read the register.
- * They act on control sets A (monitor) and C (recording) together; the priority exists in A only. The modes
- * read and write the register and leave the shadow alone, so the next switch brings back the mode that
- * init_screen() found.
+ * A switch acts on control sets A (monitor) and C (recording) together; the priority exists in A only.
+ * Switches change the shadow of CTRL in the screen record and write all of it; they never read the register.
+ * A toggle goes by the bit of set A.
  *
- * All return the register write's result; the switches return -1 without a screen.
+ * All functions return the result of the register write: 0, or -1 with errno. Switches return -1 without a
+ * screen record.
+ *
+ * Kept: the modes read and write the register and leave the shadow alone. So the next switch brings back the
+ * mode that init_screen() found. The platform's order of calls relies on it.
  */
 #ifndef HALDEND_FPGA_OVERLAY_SWITCHES_H
 #define HALDEND_FPGA_OVERLAY_SWITCHES_H
@@ -29,26 +33,26 @@ int cursor_overlay_on(void);
 int cursor_overlay_off(void);
 int cursor_overlay_toggle(void);
 
-/* Graphics over text instead of under it. */
+/* Graphics cover text; otherwise text covers graphics. */
 int graphic_priority_on(void);
 int graphic_priority_off(void);
 int graphic_priority_toggle(void);
 
-/* The stored video image in the place of the live one. */
+/* The stored video frame in place of the live video. */
 int video_restore_on(void);
 int video_restore_off(void);
 int video_restore_toggle(void);
 
-/* The FPGA's own frame instead of an external signal's. */
+/* A frame that the FPGA generates in place of the input signal's, for when no camera is there. */
 int frame_generator_on(void);
 int frame_generator_off(void);
 int frame_generator_toggle(void);
 
-/* What the FPGA shows: what is recorded, or what is played back. */
+/* Record mode passes the live video on, play mode the picture of the codec. */
 int fpga_rec_mode(void);
 int fpga_play_mode(void);
 
-/* Stores the current video picture in the image memory. */
+/* Stores the current video frame in the image memory. */
 int store_video(void);
 
 #ifdef __cplusplus

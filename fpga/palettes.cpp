@@ -1,7 +1,9 @@
 /* The overlay's palettes. */
 #include "fpga/palettes.h"
 
-/* The sixteen text colours; foreground, background and the first graphic colours are the same. */
+/* The sixteen text colours.
+ *
+ * Kept: 7 repeats 4, and clients use both numbers. */
 // clang-format off
 #define TEXT_PALETTE                                             \
     0x00000000, /*  0 nothing, fully transparent              */ \
@@ -11,7 +13,7 @@
     0xff008080, /*  4 teal                                    */ \
     0xff000080, /*  5 navy                                    */ \
     0xff800080, /*  6 purple                                  */ \
-    0xff008080, /*  7 teal again: clients know it under both  */ \
+    0xff008080, /*  7 teal, as 4                              */ \
     0xa0808080, /*  8 grey, part-transparent: text background */ \
     0xffc0c0c0, /*  9 silver                                  */ \
     0xffff0000, /* 10 red                                     */ \
@@ -25,7 +27,8 @@ const uint32_t text_forderground_color_tab[TEXT_COLORS] = {TEXT_PALETTE};
 
 const uint32_t text_background_color_tab[TEXT_COLORS] = {TEXT_PALETTE};
 
-/* Kept: 28 to 32 and 34 to 36 repeat earlier colours. Callers draw by number, so each number keeps its colour. */
+/* Kept: 28 to 32 and 34 to 36 repeat earlier colours. Callers draw by number, so each number keeps its
+ * colour. */
 const uint32_t std_graphic_color_tab[GRAPHIC_COLORS] = {
     TEXT_PALETTE,
     0xff00ffff, /* 16 aqua                     */

@@ -1,10 +1,11 @@
-/* Pictures of marks, turned into words of pixels by the compiler. Glyphs and cursor shapes are written as them.
+/* Pictures of marks, turned into words of pixels at compile time. Glyphs and cursor shapes are written as
+ * such.
  *
  *   #  drawn     '  where a row is two frame lines: only in the upper one
  *   .  not       ,  likewise, only in the lower one
  *
- * What the compiler can't make of a picture is an error: it calls a function that does not exist at compile time, whose
- * name says what is wrong. */
+ * A wrong picture is a compile error: it calls a function that doesn't exist at compile time, whose name says
+ * what is wrong. */
 #ifndef HALDEND_FPGA_PICTURE_H
 #define HALDEND_FPGA_PICTURE_H
 
@@ -37,8 +38,8 @@ constexpr bool is_drawn(char mark, int line_of_row, int lines_a_row)
     return false;
 }
 
-/* Draws a picture, its rows one after the other, into lines of pixels, one or two lines a row. The leftmost pixel is a
- * word's most significant bit. */
+/* Draws a picture, its rows one after the other, into lines of pixels, one or two lines a row. The leftmost
+ * pixel is a word's most significant bit. */
 template <int columns, int lines_a_row, typename word, std::size_t lines, std::size_t length>
 constexpr void draw(word (&line)[lines], const char (&marks)[length])
 {

@@ -37,8 +37,8 @@ int clear_text_memory(void)
     return result;
 }
 
-/* How many cells of a string of that length fit from column x on; negative when x lies beyond the edge. The
- * sum is compared as a signed number, and wraps as one. */
+/* The number of cells of a string of that length that fit from column x on; negative if x is beyond the edge.
+ * The sum is compared as a signed number, and wraps as one. */
 static int32_t cells_that_fit(uint32_t length, uint32_t x)
 {
     const uint32_t columns = current_screen->text_columns;

@@ -1,4 +1,4 @@
-/* The stored video frame between the FPGA's image memory and a buffer. */
+/* The stored video frame, copied between the FPGA's image memory and a buffer. */
 #include "fpga/video_image.h"
 
 #include "hw/fpga_device.h"
@@ -35,7 +35,7 @@ int get_video_image_from_fpga(unsigned char* buffer, int /*unused*/, size_t size
 
 void write_video_image_to_fpga(unsigned char* buffer, int /*unused*/, size_t size)
 {
-    /* Its last line is sent without being filled: no stray memory of ours belongs in a picture. */
+    /* Zeroed, because its last line is sent without being filled: a picture must not show other memory. */
     auto* work = static_cast<unsigned char*>(calloc(1, size));
     if (work == nullptr)
         return;

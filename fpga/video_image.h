@@ -1,12 +1,13 @@
-/* The stored video frame between the FPGA's image memory and a buffer.
+/* The stored video frame, copied between the FPGA's image memory and a buffer.
  *
- * The FPGA holds a frame of 576 lines of 720 32-bit words as two fields, 288 lines each. A buffer holds it as
- * a frame, bottom line first. size is the buffer's length in bytes, 1,658,880 for a whole frame; with less
- * only the lines that lie within it are moved.
+ * The FPGA holds a frame of 576 lines of 720 32-bit words as two fields of 288 lines. A buffer holds it as a
+ * frame, bottom line first, with the words in the FPGA's byte order. size is the buffer's length in bytes,
+ * 1,658,880 for a whole frame; a smaller buffer gets only the lines that lie within it.
  *
- * Kept: each direction leaves one line out, as in every picture that clients have saved. A read leaves out the top
- * line of the picture, the first field's first: the last buffer line holds the bottom line, as the first one does.
- * A write leaves out the first buffer line: the bottom line of the picture, the second field's last, becomes zero.
+ * Kept: each direction leaves one line out, as in every picture that clients have saved. A read leaves out
+ * the top line of the picture, the first field's first: the last buffer line holds the bottom line, as the
+ * first one does. A write leaves out the first buffer line: the bottom line of the picture, the second
+ * field's last, becomes zero.
  */
 #ifndef HALDEND_FPGA_VIDEO_IMAGE_H
 #define HALDEND_FPGA_VIDEO_IMAGE_H
@@ -22,10 +23,12 @@ extern "C" {
 /* Bytes of a whole frame. */
 #define VIDEO_IMAGE_SIZE VIDEO_FRAME_BYTES
 
-/* Reads the frame. Returns 0, or -1 without memory, then nothing was read. */
+/* Reads the frame into the buffer. Returns 0, or -1 if there is no memory; then nothing was read. A failed
+ * transfer is not reported. The second argument is unused. */
 int get_video_image_from_fpga(unsigned char* buffer, int unused, size_t size);
 
-/* Writes the frame; the buffer is left in the FPGA's field order. Does nothing without memory. */
+/* Writes the frame from the buffer, and leaves the buffer in the FPGA's field order. Does nothing if there is
+ * no memory; a failed transfer is not reported. The second argument is unused. */
 void write_video_image_to_fpga(unsigned char* buffer, int unused, size_t size);
 
 #ifdef __cplusplus
