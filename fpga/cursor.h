@@ -52,8 +52,8 @@ struct text_cursor_parameters {
 
 /* A text cursor: the same, but y_origin is the given one less 1.
  *
- * Kept: column and row take effect with the first set_cursor_xy() or move_text_cursor(); before that the
- * cursor stands at the origin. Callers place it themselves after init_text_cursor(). */
+ * Kept: the given column and row take effect with the first set_cursor_xy() or move_text_cursor(); before
+ * that the cursor stands at the origin. Service tools place it after init_text_cursor(). */
 struct text_cursor {
     uint16_t x_origin;
     uint16_t y_origin;

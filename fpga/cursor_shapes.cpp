@@ -114,7 +114,8 @@ constexpr cursor_image cursor_block_image = picture(
     "................................"
     "................................");
 
-/* Kept: row 19 is wider than the others and than the shape. Clients know the cursor with it. */
+/* Kept: row 19 is wider than the others and than the shape. The image memory of the boards in use has it
+ * so. */
 constexpr cursor_image cursor_line_image = picture(
     "................................"
     "................................"

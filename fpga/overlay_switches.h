@@ -9,7 +9,7 @@
  * screen record.
  *
  * Kept: the modes read and write the register and leave the shadow alone. So the next switch brings back the
- * mode that init_screen() found. The platform's order of calls relies on it.
+ * mode that init_screen() found, which clients see that switch the overlay during playback.
  */
 #ifndef HALDEND_FPGA_OVERLAY_SWITCHES_H
 #define HALDEND_FPGA_OVERLAY_SWITCHES_H

@@ -30,12 +30,12 @@ namespace
 {
 
 const useconds_t STORE_TIME_US = 100000; // what the FPGA needs to store a picture
-const unsigned int SETTLE_TIME_S = 1;    // a saved picture is on the medium when its caller goes on
+const unsigned int SETTLE_TIME_S = 1;    // for the medium, after the sync
 
-/// The one screen of the process, kept by the overlay library.
+/// The only screen record of the process. The overlay library keeps a pointer to it.
 screen sScreen;
 
-/// Brings a chip's registers to what its file says. False if the file can't be read; then nothing is written.
+/// Writes a chip's registers as its file says. False if the file can't be read; then nothing is written.
 bool programChip(const chip_regs& rsChip, const char* pszFile)
 {
     if (read_config_from_file(&rsChip, pszFile, 1) != 0)
@@ -44,7 +44,7 @@ bool programChip(const chip_regs& rsChip, const char* pszFile)
     return true;
 }
 
-/// The same for a chip on the I2C bus, which is open only meanwhile.
+/// The same for a chip on the I2C bus, which is open only for that time.
 bool programI2CChip(const char* pszPort, int iSlave, const chip_regs& rsChip, const char* pszFile)
 {
     if (open_saa71xx_device(pszPort, iSlave) != 0)
@@ -62,7 +62,7 @@ bool openImageFile(QFile& rcFile, const QString& rcPath, QIODevice::OpenModeFlag
     return iDescriptor >= 0 && rcFile.open(iDescriptor, eMode, QFileDevice::AutoCloseHandle);
 }
 
-/// Black. Null without memory, which on the target can run out of addresses.
+/// A black picture; null if there is no memory, because the target can run out of addresses.
 std::unique_ptr<char[]> allocateImage()
 {
     return std::unique_ptr<char[]>(new (std::nothrow) char[VIDEO_IMAGE_SIZE]());
@@ -124,7 +124,7 @@ bool CMultimediaPlatform::checkFPGATable()
     return check_all_regs(&crp_fpga) == 0;
 }
 
-// Before the FPGA: both keep their descriptor in the same variable, and it is the FPGA's from then on.
+// Before openFPGA(): both store their descriptor in fbfd, which has to end up as the FPGA's.
 bool CMultimediaPlatform::openLime()
 {
     return init_lime_framebuffer(m_pszLimeFrameBuffer) == 0;

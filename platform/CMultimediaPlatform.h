@@ -3,11 +3,11 @@
 
 class QString;
 
-/// The board as the rest of the daemon sees it: brings the video hardware up from the chips' register files,
-/// at start and again on request, switches sync, freeze and modes, and keeps still images in files. All
-/// members are static; there is no object.
+/// The board as the rest of the daemon sees it: sets the video hardware up from the chips' register files, at
+/// start and on request; switches sync, freeze and modes; keeps still images in files. All members are
+/// static; there is no object. Use it from the event loop's thread.
 ///
-/// What the hardware layer can't do it doesn't report: the switches have no result.
+/// Switches return nothing; hardware failures are not reported.
 class CMultimediaPlatform
 {
 public:
@@ -22,50 +22,56 @@ public:
 
     CMultimediaPlatform() = delete;
 
-    /// Keeps the three device paths, which are not copied and have to live as long as the process, and
-    /// brings the hardware up. Returns what reinitialize() returns.
+    /// Keeps the three device paths and sets the hardware up. The strings are not copied and must live as
+    /// long as the process. Returns the result of reinitialize().
     static int initialize(const char* pszI2CPort, const char* pszFPGAFrameBuffer,
                           const char* pszLimeFrameBuffer);
 
-    /// Brings the hardware up with the paths of initialize() and the register files as they are now. Every
-    /// step is tried whatever failed before it, each failure is logged. Returns 1 if all steps succeeded,
-    /// else 0.
+    /// Sets the hardware up with the paths of initialize() and the register files as they are now. Tries
+    /// every step whatever failed before, and logs each failure. Returns 1 if all steps succeeded, else 0.
     ///
-    /// Again and again it takes more: the devices are opened anew beside those that are open, the register
-    /// tables map the display controller once more, and the old configurations are left as they are. On the
-    /// 32-bit target some tens of reloads fill the address space; from then on mapping fails, and is logged.
+    /// Every call leaks: it opens the devices again, maps the controller again and leaves the old
+    /// configuration. On the 32-bit target some tens of reloads fill the address space; from then on mapping
+    /// fails, and is logged.
     static int reinitialize();
 
-    /// Deletes the Lime instance. The devices stay open until the process ends.
+    /// Deletes the Lime instance. Devices and mappings stay open until the process ends.
     static void finalize();
 
     /// \name Picture
     /// @{
 
-    /// The FPGA's own frame in the place of the input signal, used while there is none.
+    /// Shows a frame that the FPGA generates (true) or the input signal (false). Used while there is no
+    /// signal.
     static void setVideoInternalSync(bool bOn);
 
-    /// Stores the picture of this moment in the FPGA, 0.1 s, and shows the stored one if bShow.
+    /// Stores the current picture in the FPGA, which blocks for 0.1 s, and shows the stored one if bShow is
+    /// true.
     static void freezeVideoPicture(bool bShow);
 
-    /// Shows the stored picture, or the live one again.
+    /// Shows the stored picture (true) or the live one (false).
     static void freezeVideoPictureDisplay(bool bOn);
 
+    /// Connects the codec's picture to the outputs, or the live one.
+    ///
+    /// Kept: the next switch of overlay, sync or freeze brings back the mode of the start
+    /// (fpga/overlay_switches.h). Clients that switch the overlay during playback see the live picture.
     static void enterVideoPlaybackMode();
     static void enterVideoRecordingMode();
 
     /// @}
 
-    /// \name Still images
     /// Windows bitmaps of 720 x 576 pixels of 32 bits, 1,658,934 bytes, bottom line first: see
-    /// VideoImageFile.h. A FIFO, a socket and a terminal count as files that can't be opened, because they would hold
-    /// up the daemon.
-    /// @{
+    /// VideoImageFile.h. A FIFO, a socket or a terminal counts as a file that can't be opened, because it
+    /// would block the daemon.
 
-    /// Saves the FPGA's stored picture; a new file has mode 0644. Takes 1 s longer than the writing itself.
+    /// Saves the FPGA's stored picture; a new file has mode 0644, an old one is emptied first.
+    ///
+    /// Kept: a pause of 1 s follows the sync of the file. Clients rely on the picture being on the medium
+    /// when they are told that it is saved.
     static EImageOpResult saveVideoImage(const QString& rcPath);
 
-    /// Puts a saved picture into the FPGA, and shows it. If that fails the FPGA's picture is as before.
+    /// Writes a saved picture to the FPGA and shows it. If it fails, the FPGA's picture is unchanged.
     static EImageOpResult loadVideoImage(const QString& rcPath);
 
     /// @}
@@ -79,7 +85,7 @@ public:
     /// @}
 
 private:
-    // Steps of reinitialize(), in its order: false if the step failed.
+    // Steps of reinitialize(), in its order; false if the step failed.
     static bool checkLimeTable();
     static bool checkFPGATable();
     static bool openLime();

@@ -14,7 +14,7 @@ namespace
 {
 
 const unsigned short SIZE_MAX_12BIT = 4095;
-const unsigned short FULL_WIDTH_VISIBLE = 688; // of VIDEO_WIDTH what the monitor is given
+const unsigned short FULL_WIDTH_VISIBLE = 688; // the part of VIDEO_WIDTH that the monitor gets
 const float CAPTURE_WIDTH = VIDEO_WIDTH;
 const float CAPTURE_HEIGHT = VIDEO_HEIGHT;
 const float SCALE_ONE = 2048.0F; // 1.0 in the capture scale's fixed point
