@@ -5,7 +5,7 @@
 namespace
 {
 
-// Below it codes and characters are the same numbers.
+// Below it, code and character are the same number.
 const int FIRST_OWN_CODE = 160;
 
 } // namespace
@@ -18,7 +18,7 @@ CIso8859_16Codec::CIso8859_16Codec()
 
 void CIso8859_16Codec::provide()
 {
-    // A codec enters itself in Qt's list, and the list owns it.
+    // A codec adds itself to Qt's list, which owns it.
     if (QTextCodec::codecForMib(MIB) == nullptr)
         new CIso8859_16Codec;
 }

@@ -4,18 +4,19 @@
 #include <QHash>
 #include <QTextCodec>
 
-/// ISO 8859-16, which Qt lacks. Codes 160-255 are those that glyph set 2 shows; the codes below are those of
-/// ASCII and of the control characters, as in all parts of ISO 8859.
+/// ISO 8859-16, which Qt lacks. Codes 160-255 are those of glyph set 2; the codes below are those of ASCII
+/// and of the control characters, as in all parts of ISO 8859.
 ///
-/// Every code is a character. A UTF-16 code unit that has no code becomes a question mark, or a zero when the
-/// caller's state asks for that: as many bytes as units, like Qt's own single-byte codecs.
+/// Every code is a character. A UTF-16 code unit without a code becomes a question mark, or a zero if the
+/// caller's state asks for that. The result has as many bytes as the text has units, like that of Qt's own
+/// single-byte codecs.
 class CIso8859_16Codec : public QTextCodec
 {
 public:
     /// The number of ISO 8859-16 in the IANA's list of character sets.
     static const int MIB = 112;
 
-    /// Makes the codec known to Qt, which keeps it until the process ends; does nothing if Qt knows one.
+    /// Adds the codec to Qt's list, which owns it until the process ends. Does nothing if Qt has one.
     static void provide();
 
     QByteArray name() const override;

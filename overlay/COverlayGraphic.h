@@ -3,9 +3,8 @@
 
 #include <QPixmap>
 
-/// An image for the overlay. Nothing in the daemon draws one: the class gives IVideoOverlay's graphic
-/// operations their argument. It stands in its header alone, so that only programs that use it need Qt's
-/// graphics library.
+/// An image for the overlay: the argument of IVideoOverlay's graphic operations. Nothing in the daemon draws
+/// one. The class is only a header, so that only programs that use it need Qt's graphics library.
 class COverlayGraphic
 {
 public:

@@ -7,8 +7,8 @@
 #include <QHash>
 #include <QMap>
 
-/// The manager. At most 65,535 texts live at a time; no operation but getTextHandles() takes longer with more
-/// of them than a look-up does.
+/// The manager. At most 65,535 texts live at a time. With more texts only getTextHandles() takes longer; all
+/// other operations are look-ups.
 class COverlayObjectManager : public IOverlayObjectManager
 {
 public:
@@ -34,8 +34,8 @@ private:
         COverlayTextStateData* pcState = nullptr; ///< owned
     };
 
-    /// One more than the largest living handle: gaps are not filled, but the numbers of the last texts are given
-    /// again once they are gone. 0 if there are too many texts, or behind the last number there is.
+    /// One more than the largest living handle; 0 if there are too many texts, or no number above the
+    /// largest. Gaps are not filled, but the numbers of the last texts are used again once they are gone.
     unsigned int getNewTextHandle() const;
 
     COverlayTextIds m_cIds;

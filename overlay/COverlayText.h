@@ -5,8 +5,8 @@
 
 #include <QString>
 
-/// One text of the overlay: what it says, its colours and where it stands. Whether it is shown is not known
-/// here, and nothing is checked: what lies outside the screen is the back end's affair.
+/// One text of the overlay: its characters, colours and place. The state data say whether it is shown.
+/// Nothing is checked here: the back end decides about texts beyond the edges of the screen.
 class COverlayText
 {
 public:
@@ -16,7 +16,7 @@ public:
     QString getText() const;
     void setText(const QString& rcText);
 
-    /// UTF-16 code units of the text; each takes a cell.
+    /// Length in UTF-16 code units; each takes a cell.
     unsigned int getTextStrLength() const;
 
     EOverlayTextColor getForegroundColor() const;
@@ -24,11 +24,11 @@ public:
     EOverlayTextColor getBackgroundColor() const;
     void setBackgroundColor(EOverlayTextColor eColor);
 
-    /// Column of the first character, in cells.
+    /// Column of the first character, in cells from the left, from 0.
     unsigned char getX() const;
     void setX(unsigned char u8X);
 
-    /// Row, in text lines.
+    /// Row, in text lines from the top, from 0.
     unsigned char getY() const;
     void setY(unsigned char u8Y);
 

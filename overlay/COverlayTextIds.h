@@ -4,15 +4,16 @@
 #include <set>
 #include <utility>
 
-/// Which texts carry which id. Clients choose ids freely, so any number of texts may share one. Kept beside the
-/// texts, because a search on every tick of the counter can't look at all of them.
+/// The ids that clients gave to texts. Any number of texts may share an id. An index beside the texts: the
+/// video counter looks its text up on every tick, which must not take longer with many texts.
 class COverlayTextIds
 {
 public:
+    /// Adds or removes a pair. Does nothing if the pair is there already, or isn't.
     void insert(unsigned int uId, unsigned int uHandle);
     void remove(unsigned int uId, unsigned int uHandle);
 
-    /// The lowest handle of those that carry the id, 0 if none does.
+    /// The lowest handle with the id, 0 if there is none.
     unsigned int findHandle(unsigned int uId) const;
 
 private:

@@ -31,7 +31,7 @@ bool COverlayTextPlaces::hasCells(const SPlace& rsPlace)
     return rsPlace.startX < rsPlace.endX && rsPlace.y < VIDEO_TEXT_ROWS;
 }
 
-// The end of a region may have wrapped to before its beginning; then only what stands around its end collides.
+// The end of a region may have wrapped to before its beginning; then only the texts around its end collide.
 bool COverlayTextPlaces::isColliding(const SPlace& rsPlace, const SPlace& rsRegion)
 {
     return rsPlace.startX <= rsRegion.endX && std::min(rsRegion.startX, rsRegion.endX) < rsPlace.endX;

@@ -6,9 +6,10 @@
 
 class COverlayText;
 
-/// Where the drawn texts stand. Texts of one place are kept together, and the places of a row next to each other:
-/// to find those whose cells were erased takes as long as there are places on the row, however many texts there
-/// are. Texts without a cell on the layer are not kept, because nothing of them can be drawn again.
+/// The places of the drawn texts. Texts of one place are stored together, and the places of a row side by
+/// side: to find the texts of erased cells takes as long as there are places on the row, however many texts
+/// there are. Texts without a cell on the layer are not stored, because there is nothing of them to draw
+/// again.
 class COverlayTextPlaces
 {
 public:
@@ -19,12 +20,13 @@ public:
         unsigned short endX;
     };
 
-    /// Enters and removes a text, which is known by the number of its turn. Places end at the right edge at the latest.
+    /// Adds or removes a text, known by the number of its turn. A place ends at the right edge at the latest.
+    /// The text stays its owner's and must live until it is removed.
     void insert(const SPlace& rsPlace, quint64 u64Turn, const COverlayText& rcText);
     void remove(const SPlace& rsPlace, quint64 u64Turn);
 
-    /// The texts that have to be drawn again when a region has been erased, in the order of their turns. Those that
-    /// begin where the region ends are among them, those that end where it begins are not.
+    /// The texts that have to be drawn again after a region was erased, in the order of their turns. Texts
+    /// that begin where the region ends are among them; texts that end where it begins are not.
     QVector<const COverlayText*> collidingWith(const SPlace& rsRegion) const;
 
 private:
@@ -36,7 +38,7 @@ private:
     QMap<SPlace, CTexts> m_cPlaces;
 };
 
-/// By rows first.
+/// Orders places by row first.
 bool operator<(const COverlayTextPlaces::SPlace& rsOne, const COverlayTextPlaces::SPlace& rsOther);
 
 #endif

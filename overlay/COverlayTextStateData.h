@@ -3,15 +3,16 @@
 
 class COverlayTextIds;
 
-/// What is known of a text besides the text itself: whether it is shown, and the id by which its client finds
-/// it again. Starts hidden, with id 0, which is the id of all texts that were never given one.
+/// A text's state beside the text itself: whether it is shown, and the id by which its client finds it again.
+/// It starts hidden, with id 0, the id of all texts that were never given one.
 class COverlayTextStateData
 {
 public:
-    /// Of a text that nobody searches for.
+    /// The state of a text that isn't searched for.
     COverlayTextStateData();
 
-    /// Of the text with this handle: its id is kept in rcIds as long as the object lives.
+    /// The state of the text with this handle. Its id is entered in rcIds as long as the object lives; rcIds
+    /// must outlive it.
     COverlayTextStateData(COverlayTextIds& rcIds, unsigned int uHandle);
     ~COverlayTextStateData();
 

@@ -73,7 +73,7 @@ void CVideoOverlayBackEnd::drawText(const COverlayText& rcText)
 {
     const unsigned short x = globalCoordinateToInternalCoordinate(rcText.getX());
     const unsigned short y = globalCoordinateToInternalCoordinate(rcText.getY());
-    // The end wraps like every coordinate of clients.
+    // The end wraps at 256, like every coordinate of clients.
     const auto u16End = static_cast<unsigned short>(x + rcText.getTextStrLength());
     const unsigned short endX =
         std::min<unsigned short>(internalCoordinateToGlobalCoordinate(u16End), COLUMNS);
@@ -85,7 +85,8 @@ void CVideoOverlayBackEnd::drawText(const COverlayText& rcText)
     } else {
         clearText(rsData.startX, rsData.endX, rsData.y);
     }
-    // Texts that began in column 255 leave without their neighbours being drawn again.
+    // Kept: when a text leaves column 255, its old neighbours are not drawn again. The pictures that clients
+    // get depend on it.
     const bool bMoved = x != rsData.startX || endX != rsData.endX || y != rsData.y;
     if (rsData.startX != 255 && bMoved)
         redrawCollidingTexts(rsData);
@@ -155,8 +156,8 @@ void CVideoOverlayBackEnd::drawText(unsigned short fromX, unsigned short toX, un
     }
 }
 
-// Qt's codecs give one byte for a surrogate pair and none for a character that is never seen. A text is as long as its
-// code units are many, so either would move what follows to the left.
+// Qt's codecs give one byte for a surrogate pair and none for an invisible character. A text is as long as
+// its code units, so either would move the rest of it to the left.
 QByteArray CVideoOverlayBackEnd::codesOf(const QString& rcString)
 {
     QByteArray cCodes = textCodec().fromUnicode(rcString);
@@ -170,7 +171,7 @@ QByteArray CVideoOverlayBackEnd::codesOf(const QString& rcString)
     return cCodes;
 }
 
-// Looked up at the first text: it takes Qt a while to look through all codecs, and the daemon has to be there soon.
+// Looked up at the first text: Qt takes its time to search all codecs, and the daemon's start must be short.
 QTextCodec& CVideoOverlayBackEnd::textCodec()
 {
     if (m_pcTextCodec == nullptr)

@@ -271,7 +271,7 @@ void CVideoOverlayFrontEnd::timerEvent(QTimerEvent* pcEvent)
 
 void CVideoOverlayFrontEnd::clearTemporaryTexts()
 {
-    // By handles, so that what is drawn again comes in the same order in every run.
+    // In the order of handles, so that the texts below are redrawn in the same order every time.
     const QList<int> cTimers = m_cTextTimers.values();
     for (const int iTimer : cTimers) {
         const STemporaryText sText = m_cTemporaryTexts.value(iTimer);
@@ -280,7 +280,7 @@ void CVideoOverlayFrontEnd::clearTemporaryTexts()
     }
 }
 
-// A later text may get the handle of this one, and a later timer its number.
+// Needed because a later text may get the same handle, and a later timer the same number.
 void CVideoOverlayFrontEnd::forgetTemporaryText(unsigned int uHandle)
 {
     const auto it = m_cTextTimers.find(uHandle);
@@ -338,6 +338,6 @@ void CVideoOverlayFrontEnd::setOsdTransparency(int iValue)
     {                                                                   \
         m_rcBackEnd.passedOnTo arguments;                               \
     }
-// Moving strings, which are shared, would only make rows of the table longer.
+// Strings are shared, so a move would only lengthen the rows of the table.
 OVERLAY_FEATURES_AS_OPERATIONS(PASSED_ON) // NOLINT(performance-unnecessary-value-param)
 #undef PASSED_ON

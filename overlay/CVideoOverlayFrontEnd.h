@@ -14,29 +14,30 @@ class COverlayTextStateData;
 class IOverlayObjectManager;
 class IVideoOverlay;
 
-/// The one place through which the daemon works the overlay. Finds texts by their handles, changes them, keeps
-/// which are shown, and has the back end draw and erase: only those that are shown are drawn.
+/// The daemon's only way to the overlay. It finds texts by their handles, changes them, remembers which are
+/// shown, and has the back end draw and erase. Only texts that are shown are drawn.
 ///
-/// A handle that names no text, 0 among them, makes an operation do nothing; getters give 0, false, a null
-/// string, or 255 for a position. Positions are cells and lines, and like colours they aren't checked. Nothing
-/// reports failure.
+/// A handle without a text, such as 0, makes an operation do nothing; getters return 0, false, a null string,
+/// or 255 for a position. Positions are columns from the left and rows from the top, both from 0; positions
+/// and colours are not checked. No operation reports failure.
 ///
-/// It is the only user of the back end and the manager. A temporary text that is destroyed at the manager all the same
-/// is left alone when its time is up.
+/// Nothing else uses the back end and the manager. A temporary text that is destroyed at the manager is left
+/// alone when its time is up.
 class CVideoOverlayFrontEnd : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Both have to outlive the object.
+    /// Keeps references: both must outlive the object.
     CVideoOverlayFrontEnd(IVideoOverlay& rcBackEnd, IOverlayObjectManager& rcObjectManager);
 
-    /// Removes the temporary texts that are still there. The others stay, drawn as they are.
+    /// Removes the temporary texts. The others stay drawn.
     ~CVideoOverlayFrontEnd() override;
 
     // One text
 
-    /// A new text, empty and hidden. Returns its handle, 0 if there are too many.
+    /// Creates a text, empty and hidden. Returns its handle, 0 if there are too many. destroyText() erases
+    /// it.
     unsigned int createText();
     void destroyText(unsigned int uHandle);
 
@@ -58,47 +59,48 @@ public:
     void showText(unsigned int uHandle);
     void hideText(unsigned int uHandle);
 
-    /// The number by which the client finds its text again, 0 before one is set.
+    /// The number by which the client finds its text again; 0 if it set none.
     unsigned int getTextId(unsigned int uHandle) const;
     void setTextId(unsigned int uHandle, unsigned int uId);
 
     /// The lowest handle with the id, 0 if there is none.
     unsigned int getTextHandleById(unsigned int uId) const;
 
-    // All texts, temporary ones included, in ascending order of handles
+    // All texts, temporary ones too, in ascending order of handles
 
     void showAllTexts();
     void hideAllTexts();
     void destroyAllTexts();
 
-    /// Draws again what is shown.
+    /// Draws all shown texts again.
     void updateAllTexts();
 
-    // Temporary texts: ordinary ones, with a handle that nobody is told, shown until their time is up
+    // Temporary texts: ordinary texts whose handles clients don't get, shown until their time is up
 
-    /// 1 to 9999 seconds.
+    /// Whether a temporary text can be shown for that number of seconds: 1 to 9999.
     bool isValidDuration(unsigned int uDuration) const;
 
-    /// Shows a text for a number of seconds. With a duration that isn't valid, or too many texts, nothing
-    /// happens.
+    /// Shows a text for a number of seconds. Does nothing if the duration isn't valid or there are too many
+    /// texts.
     void drawTemporaryText(const QString& rcText, EOverlayTextColor eForeground,
                            EOverlayTextColor eBackground, unsigned char u8X, unsigned char u8Y,
                            unsigned int uDuration);
 
-    /// Removes those whose time isn't up.
+    /// Removes the temporary texts that are shown.
     void clearTemporaryTexts();
 
-    // The overlay as a whole, passed on to the back end
+    // The overlay as a whole, forwarded to the back end
 
     unsigned int getMaxTextLineWidth() const;
     unsigned int getMaxTextLineCount() const;
     bool isVideoOverlayEnabled() const;
     void setVideoOverlayEnabled(bool bEnabled);
 
-    /// Texts that are shown keep their codes until they are drawn again.
+    /// Chooses the letters for a locale, such as "ro_RO". Shown texts keep their codes until they are drawn
+    /// again.
     void loadCharacterSetForLocale(const QString& rcLocaleCode) const;
 
-    /// Draws all shown texts again, under the new setting.
+    /// Passes the value to the back end, and draws all shown texts again.
     void setOsdTransparency(int iValue);
 
 #define DECLARATION(method, operation, passedOnTo, parameters, arguments) void operation parameters;
@@ -108,17 +110,18 @@ public:
 protected:
     /// The time of a temporary text is up.
     ///
-    /// Its timer goes on, and finds nothing from then on: no other timer gets its number meanwhile.
+    /// Kept: the timer goes on, and later ticks find nothing. No other timer gets its number while it lives,
+    /// so a tick never removes a later text.
     void timerEvent(QTimerEvent* pcEvent) override;
 
 private:
-    /// Null for an unknown handle.
+    /// The text's state; null for an unknown handle.
     COverlayTextStateData* stateOf(unsigned int uHandle) const;
 
     bool isVisible(const COverlayText& rcText) const;
     void drawIfVisible(const COverlayText& rcText);
 
-    /// A new text from the manager and its handle; null and 0 if there are too many.
+    /// Creates a text. Null and 0 if there are too many.
     struct SNewText {
         COverlayText* pcText;
         unsigned int uHandle;
@@ -127,10 +130,10 @@ private:
 
     struct STemporaryText {
         unsigned int uHandle;
-        const COverlayText* pcText; ///< the manager's; may be gone
+        const COverlayText* pcText; ///< the manager's; may be deleted
     };
 
-    /// Stops the timer of a temporary text; does nothing for any other handle.
+    /// Stops the timer of a temporary text; nothing for any other handle.
     void forgetTemporaryText(unsigned int uHandle);
 
     /// Erases and destroys the text, if the manager still has it.

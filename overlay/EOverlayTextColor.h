@@ -2,8 +2,8 @@
 #define HALDEND_OVERLAY_EOVERLAYTEXTCOLOR_H
 
 /// Index into the text layer's palette of 16 colours, the same for foreground and background: 0 is fully
-/// transparent, 1 white, 5 navy, 15 black; the others stand in fpga/palettes.cpp. The values have no names:
-/// clients send numbers, and any number of 32 bits is kept as it came.
+/// transparent, 1 white, 5 navy, 15 black; fpga/palettes.cpp has the others. The values have no names:
+/// clients send numbers, and any 32-bit number is stored unchanged.
 enum EOverlayTextColor : unsigned int {};
 
 #endif

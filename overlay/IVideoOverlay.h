@@ -7,7 +7,7 @@ class COverlayGraphic;
 class COverlayText;
 class QString;
 
-/// What can be laid over the live picture, and what a back end draws of it. No operation reports failure.
+/// A back end of the overlay: it draws what lies over the live picture. No operation reports failure.
 class IVideoOverlay
 {
 public:
@@ -15,18 +15,18 @@ public:
     virtual bool isOverlayEnabled() const = 0;
     virtual void setOverlayEnabled(bool bEnabled) = 0;
 
-    /// Draws a text where it now stands, in the place of its image of before. The back end remembers the text
-    /// by its address: clearText() comes before the text is deleted.
+    /// Draws a text at its present place and erases its former image. The back end remembers the text by its
+    /// address: call clearText() before the text is deleted.
     virtual void drawText(const COverlayText& rcText) = 0;
 
-    /// Removes a text's image; nothing if there is none.
+    /// Removes a text's image; nothing if it has none.
     virtual void clearText(const COverlayText& rcText) = 0;
 
     virtual void drawGraphic(const COverlayGraphic& rcGraphic) = 0;
     virtual void clearGraphic(const COverlayGraphic& rcGraphic) = 0;
 
-    /// Chooses the letters for a locale, named like "ro_RO". Texts that are drawn keep their codes, and are
-    /// shown in the new letters, until they are drawn again.
+    /// Chooses the letters for a locale, such as "ro_RO". Texts that are drawn keep their codes, shown in the
+    /// new letters, until they are drawn again.
     virtual void loadCharacterSetForLocale(const QString& rcLocaleName) = 0;
 
     /// Columns and rows of the text layer.
@@ -41,7 +41,7 @@ public:
     virtual void setOsdTransparency(int iValue) = 0;
 
 protected:
-    // Nobody deletes a back end through this interface.
+    // Not virtual: a back end is never deleted through this interface.
     ~IVideoOverlay() = default;
 };
 

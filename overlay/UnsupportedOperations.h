@@ -1,16 +1,16 @@
-/* The overlay features that clients may ask for and that this board has no hardware for: the only list of them.
- * The slots of the service object, the forwarders of the front end, the interface of the back ends and the
- * answers of this board's are made from it, and so is the table in docs/dbus-api.md. That page's generator
- * refuses an interface file that differs from the list. Another feature is another row, and a method in the
- * interface file.
+/* The only list of the overlay features that clients may ask for and that this board has no hardware for. The
+ * slots of the service object, the forwarders of the front end, the interface of the back ends, this board's
+ * answers and the table in docs/dbus-api.md are made from it. That page's generator refuses an interface file
+ * that differs from the list. Another feature is another row here, and a method in the interface file.
  *
  * ROW is a macro of five arguments: bus method, operation of the front end, operation of the back end,
- * parameters, and the arguments that pass them on, the last two in parentheses. Parameters are named as on the
- * bus. Texts are passed by value.
+ * parameters, and the arguments that pass them on, the last two in parentheses. Parameters are named as on
+ * the bus. Texts are passed by value.
  *
- * The back end moves the camera where the others move the video: on the monitor it is the video that moves.
+ * Kept: the back end moves the camera where the others move the video. Its name shows in the line on standard
+ * output that service staff see.
  *
- * setOsdTransparency() is no row: the front end draws the texts again too.
+ * setOsdTransparency() is no row, because the front end also draws the texts again.
  */
 #ifndef HALDEND_OVERLAY_UNSUPPORTEDOPERATIONS_H
 #define HALDEND_OVERLAY_UNSUPPORTEDOPERATIONS_H
@@ -18,7 +18,7 @@
 /// In the order of the service object's slots.
 #define OVERLAY_FEATURES_AS_SLOTS(ROW) OVERLAY_FEATURES(ROW, OVERLAY_AS_WRITTEN)
 
-/// In the order of IVideoOverlay, which has the colour of the grid after the shape.
+/// In the order of IVideoOverlay, where the grid's colour comes after the shape.
 #define OVERLAY_FEATURES_AS_OPERATIONS(ROW) OVERLAY_FEATURES(ROW, OVERLAY_SWAPPED)
 
 // clang-format off
