@@ -5,7 +5,8 @@
 
 #include <QEvent>
 
-/// Carries a result that nobody waits for to a later turn of the event loop.
+/// Carries the result of an action that no call waits for to a later turn of the event loop, which sends it
+/// as a signal.
 class CVideoAsyncResultEvent : public QEvent
 {
 public:

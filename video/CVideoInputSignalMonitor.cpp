@@ -90,7 +90,7 @@ void CVideoInputSignalMonitor::checkSignalAndSetSync()
     CMultimediaPlatform::setVideoInternalSync(!m_bVideoInputSignalAvailable);
 }
 
-// 0xff if the decoder can't be read.
+// The register's byte, 0xff if the decoder can't be read.
 uint32_t CVideoInputSignalMonitor::readRegister(uint8_t u8Sub) const
 {
     i2c_smbus_data uData = {};

@@ -7,38 +7,38 @@
 
 #include <cstdint>
 
-/// Watches once a second whether a camera signal reaches the video decoder, and lets the FPGA show its own frame
-/// while there is none.
+/// Checks once a second whether a camera signal reaches the video decoder, and makes the FPGA show its own
+/// frame while there is none.
 ///
-/// Has the I2C bus open for itself, bound to the decoder, for its whole life: the hardware layer's functions reach
-/// whichever chip was opened last, and nothing after the bring-up.
+/// It has a descriptor of its own on the I2C bus, bound to the decoder, for its whole life. The hardware
+/// layer's functions can't serve it: they reach the chip that was opened last, and after the bring-up none is
+/// open.
 class CVideoInputSignalMonitor : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Automatic sync is on.
+    /// Opens nothing yet. Automatic sync is on.
     CVideoInputSignalMonitor();
     ~CVideoInputSignalMonitor() override;
 
     CVideoInputSignalMonitor(const CVideoInputSignalMonitor&) = delete;
     CVideoInputSignalMonitor& operator=(const CVideoInputSignalMonitor&) = delete;
 
-    /// Opens the I2C device, sets the sync by the signal, whether automatic sync is on or not, and starts to
-    /// watch; called once. Returns false after a line on standard error; then nothing is open and nothing
-    /// watched.
+    /// Opens the I2C device, sets the sync by the signal, even with automatic sync off, and starts to check;
+    /// called once. Returns false after a line on standard error; then nothing is open and no check runs.
     bool initialize(const char* pszDevice);
 
-    /// Asks the decoder now, and stores nothing but what it says in its register table. A decoder that can't be
-    /// read has no signal.
+    /// Reads the decoder's status now, and stores it in the decoder's register table and configuration. A
+    /// decoder that can't be read has no signal.
     bool isVideoInputSignalAvailable();
 
-    /// Whether the sync follows the signal. Switching it on sets the sync at once; no signal is emitted for what
-    /// is found then.
+    /// Switches automatic sync, in which the sync follows the signal. Switching it on sets the sync at once,
+    /// without a videoInputTypeChanged for the state found then.
     void setVideoInputAutoSyncEnabled(bool bOn);
 
 signals:
-    /// Signal came or went, whether automatic sync is on or not.
+    /// The signal came or went since the last check, with automatic sync on or off.
     void videoInputTypeChanged(EVideoInputType eType);
 
 protected:

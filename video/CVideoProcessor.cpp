@@ -30,7 +30,7 @@ constexpr unsigned int bit(CVideoProcessor::EState eState)
     return 1U << eState;
 }
 
-// The states in which something is allowed.
+// The states in which commands are allowed.
 const unsigned int IDLE = bit(CVideoProcessor::eStateIdle);
 const unsigned int RECORDING = bit(CVideoProcessor::eStateRecording);
 const unsigned int RECORDING_PAUSED = bit(CVideoProcessor::eStateRecordingPaused);
@@ -40,8 +40,8 @@ const unsigned int IMAGE_DISPLAYED = bit(CVideoProcessor::eStateImageDisplayed);
 const unsigned int IMAGE_DISPLAYED_RECORDING_PAUSED =
     bit(CVideoProcessor::eStateImageDisplayedRecordingPaused);
 
-/// Calls a method of the codec service. Its interfaces have no names that could be relied on: the message has no
-/// interface field, the method is found by path and name.
+/// Calls a method of the codec service. The message has no interface field, because the service's interfaces
+/// have no reliable names: it finds the method by path and name.
 bool callCodec(const char* pszPath, const char* pszMethod, bool bBlocking,
                const QVariantList& rcArguments = QVariantList())
 {
@@ -109,7 +109,7 @@ bool CVideoProcessor::verifyCommand(ECommand eCommand) const
     return false;
 }
 
-// The end of a command that succeeded or left the error behind.
+// Enters the state in which a command ends. Returns the result that belongs to it.
 EVideoProcessorResult CVideoProcessor::enter(EState eState)
 {
     m_eState = eState;
@@ -122,7 +122,7 @@ EVideoProcessorResult CVideoProcessor::startVideoRecording(const QString& rcFile
         return eVideoProcessorResultInvalidState;
     if (!_startVideoRecording(rcFileName, true))
         return enter(eStateError);
-    // Still idle, by which the watch knows a new recording.
+    // The state is still idle: by that startFileSizeWatch() knows a new recording.
     startFileSizeWatch();
     m_baRecordingFileName = rcFileName.toUtf8();
     *m_pcRecordingStartTime = QDateTime::currentDateTime();
@@ -149,7 +149,7 @@ EVideoProcessorResult CVideoProcessor::resumeVideoRecording()
         return enter(eStateError);
     startFileSizeWatch();
     *m_pcRecordingStartTime = QDateTime::currentDateTime();
-    // It may be too long already.
+    // The recording may be too long already.
     QCoreApplication::postEvent(this, new QEvent(CHECK_LENGTH_EVENT));
     return enter(eStateRecording);
 }
@@ -224,7 +224,7 @@ EVideoProcessorResult CVideoProcessor::clearVideoImage()
     CMultimediaPlatform::freezeVideoPicture(false);
     CMultimediaPlatform::freezeVideoPictureDisplay(false);
     m_eState = m_eState == eStateImageDisplayedRecordingPaused ? eStateRecordingPaused : eStateIdle;
-    // Clients have never got another answer, and ask the state instead.
+    // Kept: clients have never got another answer, and ask for the state instead.
     return eVideoProcessorResultInvalidState;
 }
 
@@ -316,7 +316,8 @@ void CVideoProcessor::customEvent(QEvent* pcEvent)
 
 void CVideoProcessor::finishAccepted()
 {
-    // In this order: a save that resumes a recording may ask for the look at its length, and that for a result.
+    // In this order: a save that resumes a recording may queue a check of its length, and that check a
+    // result.
     for (const QEvent::Type eType : {SAVE_IMAGE_EVENT, CHECK_LENGTH_EVENT, CVideoAsyncResultEvent::TYPE})
         QCoreApplication::sendPostedEvents(this, eType);
 }
@@ -382,7 +383,7 @@ bool CVideoProcessor::_stopVideoPlayback(bool bBlocking)
 
 void CVideoProcessor::startFileSizeWatch()
 {
-    // A pause that failed has left it on.
+    // A failed pause leaves the watch running.
     stopFileSizeWatch();
     m_iFileSizeTimerId = startTimer(FILE_SIZE_INTERVAL_MS, Qt::PreciseTimer);
     if (m_eState == eStateIdle)

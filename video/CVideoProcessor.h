@@ -11,15 +11,14 @@
 class CVideoInputSignalMonitor;
 class QDateTime;
 
-/// Recording, playback and still images: which command is allowed when, and what becomes of it later.
+/// Recording, playback and still images: which command is allowed in which state, and its later results.
 ///
-/// Video is recorded and played by the codec service on the system bus, which this commands; a command returns
-/// when the service has answered. Still images are the platform's. Nothing is logged here: failures are results
-/// and signals.
+/// The codec service on the system bus records and plays; a command returns when the service has answered.
+/// The platform keeps still images. Nothing is logged here: failures are results and signals.
 ///
-/// A command that isn't allowed returns eVideoProcessorResultInvalidState and does nothing. A codec service that
-/// doesn't confirm a command, or a recording file that stops growing, leaves a state in which no command is
-/// allowed until the daemon is started again.
+/// A command that isn't allowed returns eVideoProcessorResultInvalidState and does nothing. If the codec
+/// service doesn't confirm a command, or a recording file stops growing, the state becomes eStateError: no
+/// command is allowed until the daemon starts again.
 class CVideoProcessor : public QObject
 {
     Q_OBJECT
@@ -55,18 +54,18 @@ public:
 
     CVideoProcessor();
 
-    /// Stops what is running through the codec service.
+    /// Stops playback and recording through the codec service.
     ~CVideoProcessor() override;
 
     CVideoProcessor(const CVideoProcessor&) = delete;
     CVideoProcessor& operator=(const CVideoProcessor&) = delete;
 
-    /// Starts to watch the input signal over the I2C device, once. False if that can't be opened. Before it, and
-    /// after a failure, there is no input signal.
+    /// Starts to check the input signal over the I2C device; called once. False if the device can't be
+    /// opened. Before the call, and after a failure, there is no input signal.
     bool initialize(const char* pszI2CPort);
 
     /// \name Recording
-    /// At most 58 minutes of it, pauses not counted; then it is stopped, and videoRecordingError emitted.
+    /// At most 58 minutes, pauses not counted; then the recording is stopped and videoRecordingError emitted.
     /// @{
     EVideoProcessorResult startVideoRecording(const QString& rcFileName);
     EVideoProcessorResult pauseVideoRecording();
@@ -76,16 +75,18 @@ public:
     bool isVideoRecordingRunning() const;
     bool isVideoRecordingPaused() const;
 
-    /// Recorded so far, pauses not counted: minutes and seconds 0 to 59. All 0 after a stop.
+    /// The time recorded so far, pauses not counted: minutes and seconds 0 to 59. All 0 after a stop.
     void queryVideoRecordingTime(unsigned int& ruiHours, unsigned int& ruiMinutes,
                                  unsigned int& ruiSeconds) const;
 
-    /// In the unit that clients reckon with; not measured.
+    /// Space that a minute of recording takes on the medium; a constant, not measured.
+    ///
+    /// Kept: 22, in the unit that clients reckon with.
     static unsigned int getRecordingDataRatePerMinute();
     /// @}
 
     /// \name Playback
-    /// Start and stop switch the platform's mode before the codec service is asked.
+    /// Start and stop switch the platform's mode before they call the codec service.
     /// @{
     EVideoProcessorResult startVideoPlayback(const QString& rcFileName);
     EVideoProcessorResult pauseVideoPlayback();
@@ -99,31 +100,34 @@ public:
     /// \name Still images
     /// @{
 
-    /// Queues the save, which ends with videoImageSaved. A running recording is paused for it.
+    /// Queues the save, which ends with videoImageSaved. Pauses a running recording until then.
     EVideoProcessorResult saveVideoImage(const QString& rcFileName);
 
-    /// Shows the file's picture; if it can't be loaded, the picture that is stored in the FPGA. Either way it has
-    /// to be cleared.
+    /// Shows the file's picture, or the picture stored in the FPGA if the file can't be loaded. In both cases
+    /// the picture is displayed until clearVideoImage(). Returns how the loading ended.
     EVideoProcessorResult displayVideoImage(const QString& rcFileName);
 
-    /// Stores a new picture and shows the live one. Always returns eVideoProcessorResultInvalidState.
+    /// Stores a new picture and shows the live one.
+    ///
+    /// Kept: returns eVideoProcessorResultInvalidState even after success. Clients have never got another
+    /// answer, and ask for the state instead.
     EVideoProcessorResult clearVideoImage();
 
     /// @}
 
-    /// Does what was accepted and still waits in the event queue: a save, the look at a recording's length, a result.
-    /// For the time after the event loop.
+    /// Carries out what was accepted and is still queued: a save, a check of the recording's length, a
+    /// result. To be called after the event loop.
     void finishAccepted();
 
-    /// Asks the decoder now.
+    /// The input type now; reads the decoder.
     EVideoInputType getVideoInputType() const;
 
-    /// Lets the sync follow the input signal, or forces internal sync.
+    /// Lets the sync follow the input signal (true), or forces internal sync (false).
     void setVideoInputEnabled(bool bEnabled);
 
 signals:
     void videoRecordingError(EVideoProcessorResult eResult);
-    void videoPlaybackError(EVideoProcessorResult eResult); ///< never emitted
+    void videoPlaybackError(EVideoProcessorResult eResult); ///< Kept: never emitted; the bus interface has it
     void videoInputTypeChanged(EVideoInputType eType);
     void videoImageSaved(EVideoProcessorResult eResult);
 
@@ -134,7 +138,7 @@ protected:
     bool verifyCommand(ECommand eCommand) const;
 
     /// \name Calls of the codec service
-    /// One that blocks returns whether the service confirmed it, one that doesn't returns true.
+    /// A blocking call returns whether the service confirmed it, any other returns true.
     /// @{
     bool _startVideoRecording(const QString& rcFileName, bool bBlocking);
     bool _pauseVideoRecording(bool bBlocking);
@@ -147,12 +151,12 @@ protected:
     /// @}
 
     /// \name Watch over the recording
-    /// Every 5 s: whether the file changed; every 30 s also whether the recording has become too long.
+    /// Checks every 5 s that the file changed, and every 30 s also that the recording is not too long.
     /// @{
     void startFileSizeWatch();
     void stopFileSizeWatch();
 
-    /// False if the file's size is what it was at the last look, or can't be found out.
+    /// False if the file's size is that of the last check, or can't be determined.
     bool checkVideoFileSize();
     void verifyVideoFileSize();
 
@@ -168,13 +172,13 @@ private:
 
     EState m_eState;
     EState m_ePreviousState;           ///< to return to after an image save
-    QDateTime* m_pcRecordingStartTime; ///< owned; of the section that is being recorded
-    unsigned int m_uiRecordedSeconds;  ///< in the sections before it
+    QDateTime* m_pcRecordingStartTime; ///< owned; start of the section that is being recorded
+    unsigned int m_uiRecordedSeconds;  ///< sum of the sections before it
     int m_iFileSizeTimerId;            ///< 0: none
     QString m_strImageFileName;        ///< of the image being saved
     QByteArray m_baRecordingFileName;  ///< in UTF-8
-    qint64 m_iLastFileSize;            ///< bytes, at the last look
-    int m_iLengthCheckCountdown;       ///< looks at the file before the next one at the length
+    qint64 m_iLastFileSize;            ///< bytes, at the last check
+    int m_iLengthCheckCountdown;       ///< checks of the file until the next one of the length
     CVideoInputSignalMonitor* m_pcVideoInputSignalMonitor; ///< owned; null before initialize()
 };
 

@@ -3,18 +3,20 @@
 
 #include "platform/CMultimediaPlatform.h"
 
-/// How a command of the video processor ended, and what its signals report. The values travel on the bus.
+/// How a command of the video processor ended; its signals use the same values. The values are those on the
+/// bus.
 enum EVideoProcessorResult {
     eVideoProcessorResultOk = 0,
     eVideoProcessorResultError = 1,            ///< codec service, stalled recording file or image transfer
-    eVideoProcessorResultInvalidState = 2,     ///< not allowed now; and what clearing an image always gives
+    eVideoProcessorResultInvalidState = 2,     ///< not allowed now; also every answer of clearVideoImage()
     eVideoProcessorResultFileOpenError = 3,    ///< the image file could not be opened
     eVideoProcessorResultFileReadError = 4,    ///< the image file could not be read whole
     eVideoProcessorResultFileWriteError = 5,   ///< the image file could not be written whole
     eVideoProcessorResultMaxLengthReached = 6, ///< the recording was stopped at its maximum length
 };
 
-/// What a still image operation gave, as a result of the video processor; what isn't known is an error.
+/// The video processor's result for that of a still image operation; an unknown one becomes
+/// eVideoProcessorResultError.
 EVideoProcessorResult
 ConvertImageOpResultToVideoProcessorResult(CMultimediaPlatform::EImageOpResult eImageOpResult);
 
