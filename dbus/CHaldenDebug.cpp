@@ -12,7 +12,7 @@
 namespace
 {
 
-/// The chips in the order in which they are saved, and the words that clients call them by.
+/// The chips in the order in which they are saved, and their names for clients.
 const struct {
     const char* pszWord;
     const chip_regs* psChip;

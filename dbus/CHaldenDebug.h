@@ -5,11 +5,11 @@
 
 class CHaldendDebugAdaptor;
 
-/// Service object of "/debug": the hardware under the hands of service staff. The slots are the bus methods
-/// of the same names, documented in velmar.haldend.debug.xml. None of them answers, and none reports a
-/// failure: what goes wrong shows in the log and on standard error.
+/// Service object of "/debug": the hardware for service staff. The slots are the bus methods of the same
+/// names, documented in velmar.haldend.debug.xml. No method has a result or reports a failure: failures show
+/// in the log and on standard error.
 ///
-/// The FPGA is switched whatever the video processor is doing, which isn't told of it.
+/// The FPGA is switched whatever the video processor is doing; the video processor isn't told.
 class CHaldenDebug : public QObject
 {
     Q_OBJECT
@@ -17,8 +17,8 @@ class CHaldenDebug : public QObject
 public:
     CHaldenDebug();
 
-    /// Registers the object on the system bus, once; false if that fails or was done before. Says so on
-    /// standard output.
+    /// Registers the object on the system bus, once. Returns false if that fails or was done before. Prints
+    /// lines on standard output (SRegistrationTrace).
     bool setupDBusConnection();
 
 public slots:

@@ -5,12 +5,12 @@
 
 class CHaldendVideoDisplayAdaptor;
 
-/// Service object of "/videodisplay": the live video window, passed on to the display controller. The slots
-/// are the bus methods of the same names, documented in velmar.haldend.videodisplay.xml; arguments are not
-/// checked here.
+/// Service object of "/videodisplay": the live video window, forwarded to the display controller. The slots
+/// are the bus methods of the same names, documented in velmar.haldend.videodisplay.xml. Sizes are pixels and
+/// frame lines; arguments are not checked here.
 ///
-/// There is deliberately no slot set_video_restart: the interface offers the method, and callers rely on
-/// nothing but the call being accepted.
+/// Kept: there is no slot set_video_restart. The interface offers the method, and callers rely only on the
+/// call being accepted.
 class CHaldenVideoDisplay : public QObject
 {
     Q_OBJECT
@@ -18,7 +18,7 @@ class CHaldenVideoDisplay : public QObject
 public:
     CHaldenVideoDisplay();
 
-    /// Registers the object on the system bus, once; false if that fails or was done before.
+    /// Registers the object on the system bus, once. Returns false if that fails or was done before.
     bool setupDBusConnection();
 
 public slots:

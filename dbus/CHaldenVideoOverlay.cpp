@@ -18,7 +18,7 @@ const unsigned int COUNTER_TEXT_ID = 102;
 const int COUNTER_INTERVAL_MS = 1000;
 const unsigned int COUNTER_LAST_SENDER = 1; // the highest one that may start the counter
 
-// Clocks run to 59, but clients may set one more.
+// Kept: the counter itself runs to 59 only, but clients may set 60 minutes and 60 seconds.
 const int HOURS_MAX = 100;
 const int MINUTES_MAX = 60;
 const int SECONDS_MAX = 60;
@@ -206,7 +206,7 @@ int CHaldenVideoOverlay::get_text_format(int text_handle)
     return m_rcFrontEnd.getTextId(handle(text_handle)) == COUNTER_TEXT_ID ? FORMAT_COUNTER : FORMAT_NONE;
 }
 
-// The column behind the text, not its length: clients have always been given that.
+// Kept: the column behind the text, not its length. Clients have always got that.
 int CHaldenVideoOverlay::get_text_length(int text_handle)
 {
     return m_rcFrontEnd.getTextEndPos(handle(text_handle));
@@ -241,14 +241,14 @@ void CHaldenVideoOverlay::clear_temp_texts()
     m_rcFrontEnd.clearTemporaryTexts();
 }
 
-// What this board doesn't have
+// Features that this board doesn't have
 
 #define FEATURE_FORWARD(method, passedOnTo, operation, parameters, arguments) \
     void CHaldenVideoOverlay::method parameters                               \
     {                                                                         \
         m_rcFrontEnd.passedOnTo arguments;                                    \
     }
-// Moving strings, which are shared, would only make rows of the table longer.
+// Strings are shared, so a move would only lengthen the rows of the table.
 OVERLAY_FEATURES_AS_SLOTS(FEATURE_FORWARD) // NOLINT(performance-unnecessary-value-param)
 #undef FEATURE_FORWARD
 
@@ -323,7 +323,7 @@ void CHaldenVideoOverlay::onVideoTimerTimeout()
     onVideocounterChanged(m_iHours, m_iMinutes, m_iSeconds, m_iFrames);
 }
 
-// By hand: the object declares no Qt signal that the adaptor could relay.
+// Sent by hand, because the object declares no Qt signal that the adaptor could relay.
 void CHaldenVideoOverlay::onVideocounterChanged(int hours, int minutes, int seconds, int frames)
 {
     QDBusMessage cSignal = QDBusMessage::createSignal(QStringLiteral("/videooverlay"),

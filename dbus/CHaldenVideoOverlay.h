@@ -12,30 +12,31 @@ class CVideoOverlayFrontEnd;
 class QTimer;
 
 /// Service object of "/videooverlay": texts over the picture, and the video counter. The slots are the bus
-/// methods of the same names, documented in velmar.haldend.videooverlay.xml. Handles, ids and colours are passed
-/// on unchecked, of positions the low 8 bits.
+/// methods of the same names, documented in velmar.haldend.videooverlay.xml. Handles, ids and colours are
+/// forwarded unchecked; of positions only the low 8 bits are.
 ///
-/// There is deliberately no slot set_text_format: the interface offers the method, and callers rely on nothing
-/// but the call being accepted.
+/// The video counter belongs to this object. One client at a time controls it, under the number that it gives
+/// as sender. The counter writes itself into the text with the id 102, which a client creates, and sends a
+/// signal once a second.
 ///
-/// The video counter is this object's own. One client at a time controls it, under the number that it gives as
-/// sender. It writes itself into the text with the id 102, which a client makes, and announces itself once a second.
+/// Kept: there is no slot set_text_format. The interface offers the method, and callers rely only on the call
+/// being accepted.
 class CHaldenVideoOverlay : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The front end stays its owner's and has to outlive this object.
+    /// Keeps a reference: the front end must outlive this object.
     explicit CHaldenVideoOverlay(CVideoOverlayFrontEnd& rcFrontEnd);
     ~CHaldenVideoOverlay() override;
 
-    /// Registers the object on the system bus, once; false if that fails or was done before.
+    /// Registers the object on the system bus, once. Returns false if that fails or was done before.
     bool setupDBusConnection();
 
-    /// What the counter shows: hours in 3 places, minutes and seconds in 2 each, "  1:02:03".
+    /// The counter's text: hours in 3 places, minutes and seconds in 2 each, "  1:02:03".
     QString GetVideoCounterTextString();
 
-    /// Whether the counter counts: active and not paused.
+    /// Whether the counter counts: it is active and not paused.
     bool isCounterRunning() const;
 
 public slots:
@@ -86,7 +87,7 @@ public slots:
     /// Sends the counter's signal.
     void onVideocounterChanged(int hours, int minutes, int seconds, int frames);
 
-    /// One second more.
+    /// Counts one second, shows the counter and sends its signal.
     void onVideoTimerTimeout();
 
 private:
@@ -99,7 +100,7 @@ private:
     CVideoOverlayFrontEnd& m_rcFrontEnd;
     CHaldendVideoOverlayAdaptor* m_pcAdaptor; ///< Qt child, null until the object is registered
     int m_iCounterOwner;
-    bool m_bCounterActive; ///< started and not stopped; a pause doesn't count
+    bool m_bCounterActive; ///< started and not stopped; a pause changes nothing
     int m_iHours;
     int m_iMinutes;
     int m_iSeconds;

@@ -11,8 +11,8 @@ namespace
 
 const QString PATH = QStringLiteral("/videoprocessing");
 
-/// Sends a signal of the interface with its one argument. The adaptor would relay signals of these names, but the
-/// processor's have others, and enumerations as arguments.
+/// Sends a signal of the interface with its one argument. The adaptor can't relay the processor's signals:
+/// they have other names, and enumerations as arguments.
 void sendSignal(const char* pszName, int iArgument)
 {
     QDBusMessage cSignal = QDBusMessage::createSignal(PATH, QStringLiteral("velmar.haldend.videoprocessing"),
@@ -86,7 +86,7 @@ int CHaldenVideoProcessing::get_video_recording_average_data_rate()
     return static_cast<int>(CVideoProcessor::getRecordingDataRatePerMinute());
 }
 
-// The inverse of its name. Clients have always been told so, and go by it.
+// Kept: the opposite of its name. Clients have always got this answer, and go by it.
 bool CHaldenVideoProcessing::is_video_input_available()
 {
     return m_rcVideoProcessor.getVideoInputType() != eVideoInputTypeExternal;

@@ -10,19 +10,19 @@
 class CHaldendVideoProcessingAdaptor;
 class CVideoProcessor;
 
-/// Service object of "/videoprocessing": the commands of the video processor, and its signals. The slots are the
-/// bus methods of the same names, documented in velmar.haldend.videoprocessing.xml; results and input types travel
-/// as their numbers.
+/// Service object of "/videoprocessing": the commands of the video processor, and its signals. The slots are
+/// the bus methods of the same names, documented in velmar.haldend.videoprocessing.xml. Results and input
+/// types are numbers on the bus: EVideoProcessorResult, EVideoInputType.
 class CHaldenVideoProcessing : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The processor has to live longer. Its signals go to the bus from now on.
+    /// Keeps a reference: the processor must outlive this object. Its signals go to the bus from now on.
     explicit CHaldenVideoProcessing(CVideoProcessor& rcVideoProcessor);
 
-    /// Registers the object on the system bus, once; false if that fails or was done before. Says so on
-    /// standard output.
+    /// Registers the object on the system bus, once. Returns false if that fails or was done before. Prints
+    /// lines on standard output (SRegistrationTrace).
     bool setupDBusConnection();
 
 private slots:

@@ -1,4 +1,4 @@
-/* How a service object puts itself on the system bus: the same steps for all of them. */
+/* Registers a service object on the system bus: the same steps for all of them. */
 #ifndef HALDEND_DBUS_DBUSREGISTRATION_H
 #define HALDEND_DBUS_DBUSREGISTRATION_H
 
@@ -6,8 +6,9 @@
 #include <QObject>
 #include <QString>
 
-/// What an object says on standard output while it registers; some do, others are silent. Who watches a board
-/// start over its serial line knows these lines by heart.
+/// The lines that an object prints on standard output while it registers; two of the objects do.
+///
+/// Kept: service staff look for these lines when they watch a board start over its serial line.
 struct SRegistrationTrace {
     const char* pszClass; ///< null: silent
     const char* pszEntry; ///< in the brackets of the first line
@@ -21,8 +22,8 @@ const SRegistrationTrace NO_REGISTRATION_TRACE = {nullptr, nullptr};
 /// Gives a service object its adaptor, which becomes its Qt child, and exports the adaptor's interface, and
 /// nothing else of the object, under a path of the system bus.
 ///
-/// Returns false if the object has its adaptor already (nothing changes), or if the registration fails (path
-/// taken, no bus); then the adaptor is gone again and rpcAdaptor null.
+/// Returns false if the object has its adaptor already (nothing changes), or if the registration fails
+/// because the path is taken or there is no bus; then the adaptor is deleted and rpcAdaptor null.
 template <class CAdaptor>
 bool registerDBusObject(QObject& rcService, CAdaptor*& rpcAdaptor, const QString& rcPath,
                         const SRegistrationTrace& rsTrace = NO_REGISTRATION_TRACE)

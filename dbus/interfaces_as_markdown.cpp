@@ -1,11 +1,11 @@
-/* Prints the bus interfaces as Markdown, from their XML files and the comments in them: docs/dbus-api.md. Checks that
- * the file says the same, and brings it up to date.
+/* Prints the bus interfaces as Markdown, from their XML files and the comments in them: docs/dbus-api.md.
+ * Checks that page, and brings it up to date.
  *
- * The first line of a comment names the interface, the method or the signal that follows it. A line "@name: text"
- * describes an argument; the text goes on to the next such line or an empty one. The rest is Markdown.
+ * The first line of a comment names the interface, the method or the signal that follows it. A line "@name:
+ * text" describes an argument; the text goes on to the next such line or an empty one. The rest is Markdown.
  *
- * Only the methods of overlay/UnsupportedOperations.h go without a comment each. They become a table; a comment in
- * front of the first of them is its heading and introduction. They have to agree with that list.
+ * Only the methods of overlay/UnsupportedOperations.h go without a comment each. They become a table; a
+ * comment in front of the first of them is its heading and introduction. They have to agree with that list.
  */
 #include "overlay/UnsupportedOperations.h"
 
@@ -91,7 +91,7 @@ struct SMember {
     QStringList cParagraphs;
 };
 
-/// A method that the board accepts and doesn't support, with its parameters as in "(int x, int y)".
+/// A method that the board accepts and doesn't support, with its parameters, such as "(int x, int y)".
 struct SUnsupported {
     const char* pszMethod;
     const char* pszParameters;
@@ -120,7 +120,7 @@ int indentation(const QString& rcLine)
 SComment parsedComment(const QString& rcText)
 {
     SComment sComment;
-    QString cArgument; // whose text goes on
+    QString cArgument; // the one that the text belongs to
     QString cParagraph;
     int iIndentation = 0;
     for (const QString& rcRaw : rcText.split(QLatin1Char('\n'))) {
@@ -159,7 +159,7 @@ SMember parsedMember(QXmlStreamReader& rcXml)
         SArgument sArgument;
         sArgument.cName = cName;
         sArgument.cType = cAttributes.value(QStringLiteral("type")).toString();
-        // A signal's arguments go out, whether they say so or not.
+        // A signal's arguments go out, with or without a direction in the file.
         sArgument.bOut =
             sMember.bSignal || cAttributes.value(QStringLiteral("direction")) == QLatin1String("out");
         if (rcXml.name() == QLatin1String("annotation"))
@@ -171,7 +171,7 @@ SMember parsedMember(QXmlStreamReader& rcXml)
     return sMember;
 }
 
-/// Adds the texts of the comment to the member. Every argument has a text, and every text an argument.
+/// Adds the texts of the comment to the member. Each argument needs a text, and each text an argument.
 void document(SMember& rsMember, SComment sComment, QXmlStreamReader& rcXml)
 {
     if (sComment.cName != rsMember.cName)
@@ -201,7 +201,7 @@ QString slotParameters(const SMember& rsMember)
     return QLatin1Char('(') + cList.join(QLatin1String(", ")) + QLatin1Char(')');
 }
 
-/// A value that makes sense in an example.
+/// A sensible value for an example.
 QString exampleValue(const SArgument& rsArgument)
 {
     static const struct {
@@ -238,7 +238,7 @@ QString exampleValue(const SArgument& rsArgument)
     return rsArgument.cType == QLatin1String("s") ? QStringLiteral("\"\"") : QStringLiteral("1");
 }
 
-/// The values in busctl's output, behind the type: those of the table, else 0 or true.
+/// The values in busctl's output, behind the type: those of the table, otherwise 0 or true.
 QString sampleValue(const QString& rcMethod, const QString& rcType)
 {
     static const struct {
@@ -269,7 +269,7 @@ QString sampleValue(const QString& rcMethod, const QString& rcType)
     return rcType == QLatin1String("b") ? QStringLiteral("true") : QStringLiteral("0");
 }
 
-/// A type in code, for an array of variants also their number and type; these are in the sample.
+/// A type as code. For an array of variants also their number and type, taken from the sample.
 QString shownType(const QString& rcMethod, const QString& rcType)
 {
     if (rcType != QLatin1String("av"))
@@ -298,7 +298,7 @@ QString signature(const SMember& rsMember)
              rsMember.bNoReply ? QStringLiteral(": no reply") : QString());
 }
 
-/// Method, types and values, as busctl takes them.
+/// Method, types and values, in busctl's order.
 QString exampleArguments(const SMember& rsMember)
 {
     QString cTypes;
@@ -312,7 +312,7 @@ QString exampleArguments(const SMember& rsMember)
     return cTypes.isEmpty() ? rsMember.cName : rsMember.cName + QLatin1Char(' ') + cTypes + cValues;
 }
 
-/// A fenced block: one that is only indented would belong to the list above it.
+/// A fenced block, because an indented one would belong to the list above it.
 QString example(const QString& rcPath, const QString& rcInterface, const SMember& rsMember)
 {
     return QStringLiteral("\n```sh\nbusctl call velmar.haldend %1 %2 %3\n```\n")
@@ -352,14 +352,14 @@ QString tableRow(const SMember& rsMember)
         .arg(rsMember.cName, argumentList(rsMember, false), exampleArguments(rsMember));
 }
 
-/// One interface file on its way to Markdown.
+/// Turns one interface file into Markdown.
 class CInterfaceReader
 {
 public:
-    /// The Markdown of the file; an error message in rcError if it can't be read or lacks something.
+    /// The Markdown of the file; an error message in rcError if it can't be read or is incomplete.
     QString text(QFile& rcFile, QString& rcError);
 
-    /// The unsupported methods that it has.
+    /// The unsupported methods in the file.
     QStringList listed() const { return m_cListed; }
 
 private:
@@ -431,7 +431,7 @@ QString CInterfaceReader::text(QFile& rcFile, QString& rcError)
     return m_cText;
 }
 
-/// The page; an error message in rcError if a file can't be read or lacks something.
+/// The page; an error message in rcError if a file can't be read or is incomplete.
 QString pageText(const QStringList& rcFiles, QString& rcError)
 {
     QString cText = QString::fromUtf8(TITLE);
