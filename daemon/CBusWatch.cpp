@@ -14,8 +14,8 @@ bool CBusWatch::start()
     QDBusConnection cConnection = QDBusConnection::systemBus();
     if (!cConnection.isConnected())
         return false;
-    // The library's own limit is 63 MiB. It stops reading there, and Qt can't make it go on: the messages are
-    // freed in this thread, the sockets are watched in Qt's own.
+    // The library's own limit is 63 MiB. Behind it the library stops reading, and Qt can't make it read
+    // again: messages are freed in this thread, but Qt's own thread watches the sockets.
     dbus_connection_set_max_received_size(static_cast<DBusConnection*>(cConnection.internalPointer()),
                                           LONG_MAX);
     return cConnection.connect(QString(), QStringLiteral(DBUS_PATH_LOCAL),

@@ -3,14 +3,14 @@
 
 #include <QObject>
 
-/// Keeps the daemon's connection to the system bus readable, and ends the daemon when the bus is gone.
+/// Keeps the daemon's connection to the system bus readable, and ends the daemon if the bus is lost.
 class CBusWatch : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Connects to the bus if that hasn't been done. Lets any number of calls wait in the daemon, and watches for
-    /// the loss of the bus. False without a bus.
+    /// Connects to the bus unless that was done before, lets any number of calls wait in the daemon, and
+    /// watches for the loss of the bus. Returns false without a bus.
     bool start();
 
 public slots:

@@ -7,10 +7,10 @@
 namespace
 {
 
-/// What the log's socket takes in any case; a line that it doesn't take would go to the console.
+/// The length that the log's socket always takes; syslog() would write a refused line to the console.
 const size_t LONGEST_PIECE = 65536;
 
-/// Bytes behind the first of a letter of UTF-8.
+/// The most bytes that follow the first one of a UTF-8 character.
 const size_t LONGEST_REST = 3;
 
 bool isInsideLetter(char cByte)

@@ -1,12 +1,13 @@
 #ifndef HALDEND_DAEMON_CEVENTLOGGER_H
 #define HALDEND_DAEMON_CEVENTLOGGER_H
 
-/// The daemon's only log channel: syslog with facility local 2, echoed on standard error, with a switch and
-/// a maximum level. One per process, created by initialize() before anything is logged, never destroyed.
+/// The daemon's only log channel: syslog with facility local 2, echoed on standard error, with a switch and a
+/// maximum level. One per process: initialize() creates it before anything is logged, and it is never
+/// destroyed.
 class CEventLogger
 {
 public:
-    /// The syslog priorities, 0 the most severe. The daemon uses error for failures, informational for
+    /// The syslog priorities, 0 the most severe. The daemon uses error for failures and informational for
     /// progress.
     enum ELogLevel {
         eLogLevelEmergency = 0,
@@ -19,14 +20,16 @@ public:
         eLogLevelDebug = 7
     };
 
-    /// Opens the log under an identifier, which is not copied and has to live as long as the process.
-    /// Messages of a greater level than the maximum are dropped. Only the first call has an effect.
+    /// Opens the log under an identifier, which is not copied and must live as long as the process. Messages
+    /// of a greater level than the maximum are dropped. Only the first call has an effect.
     static void initialize(const char* pszIdent, ELogLevel eMaxLevel);
 
-    /// Logs a message as it stands: percent signs have no meaning in it. One of more than 64 KiB becomes several lines
-    /// of at most that, cut between letters of UTF-8. Nothing is logged before initialize().
+    /// Logs a message literally: percent signs have no meaning in it. A message of more than 64 KiB becomes
+    /// several lines of at most that length, cut between characters of UTF-8. Before initialize() nothing is
+    /// logged.
     static void logMessage(ELogLevel eLevel, const char* pszMessage);
 
+    /// The switch and the maximum level. Only valid after initialize(). Logging starts enabled.
     static bool isLoggingEnabled();
     static void setLoggingEnabled(bool bEnabled);
     static ELogLevel getMaximumLogLevel();

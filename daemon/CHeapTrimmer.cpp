@@ -14,14 +14,14 @@ const size_t WORTH_A_TRIM = 8 * 1024 * 1024; // bytes
 
 CHeapTrimmer::CHeapTrimmer() : m_uiKnownFree(0)
 {
-    // Very coarse: on full seconds, as the poll of the input signal, which wakes the process anyway.
+    // Very coarse, so on full seconds: the check of the input signal wakes the process then anyway.
     startTimer(INTERVAL_MS, Qt::VeryCoarseTimer);
 }
 
 void CHeapTrimmer::timerEvent(QTimerEvent* /*pcEvent*/)
 {
     const size_t uiFree = mallinfo2().fordblks;
-    // A trim leaves the heap's count as it is, so only what was freed since then is worth another.
+    // A trim doesn't lower the heap's count of free bytes, so only later frees are worth another trim.
     m_uiKnownFree = std::min(m_uiKnownFree, uiFree);
     if (uiFree - m_uiKnownFree < WORTH_A_TRIM)
         return;

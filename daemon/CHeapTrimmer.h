@@ -5,8 +5,8 @@
 
 #include <cstddef>
 
-/// Gives the memory of a burst of calls back to the system. Looks every two seconds whether much has been freed
-/// since the last time, so that ordinary calls pay nothing.
+/// Returns the memory of a burst of calls to the system. Checks every two seconds whether much has been freed
+/// since the last time, so that ordinary calls cost nothing.
 class CHeapTrimmer : public QObject
 {
     Q_OBJECT
@@ -18,7 +18,7 @@ protected:
     void timerEvent(QTimerEvent* pcEvent) override;
 
 private:
-    size_t m_uiKnownFree; ///< bytes free in the heap that were there at the last trim, at most
+    size_t m_uiKnownFree; ///< bytes free in the heap at the last trim, or the least since then
 };
 
 #endif

@@ -40,8 +40,8 @@ CMultimediaDaemon::CMultimediaDaemon()
 
 CMultimediaDaemon::~CMultimediaDaemon()
 {
-    // The bus objects first, so that no call reaches what is gone; the signal hook last, so that a second
-    // signal during the shutdown is still caught.
+    // The bus objects go first, so that no call reaches a deleted object. The signal hook goes last, so that
+    // it still catches a second signal during the shutdown.
     delete m_pcHeapTrimmer;
     delete m_pcBusWatch;
     delete m_pcDebug;
@@ -85,13 +85,14 @@ bool CMultimediaDaemon::performStartup(const char* pszI2CPort, const char* pszFP
 
 bool CMultimediaDaemon::registerServiceName()
 {
-    // Until the event loop runs, Qt holds back what comes from the bus, also the loss of the bus, and then the
-    // call below would wait for ever. An event in the queue switches the delivery on.
+    // Until the event loop runs, Qt holds back messages from the bus, even the loss of the bus; the call
+    // below would then wait for ever. An event in the queue starts the delivery.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
     QDBusConnection cConnection = QDBusConnection::systemBus();
     if (cConnection.registerService(DBUS_SERVICE))
         return true;
-    // Informational, both: a second instance is an everyday mistake, and its end is logged as the error.
+    // Kept: both at the informational level. A second instance is an everyday mistake, and service staff
+    // filter for errors; the end of the process is logged as one.
     CEventLogger::logMessage(CEventLogger::eLogLevelInformational,
                              "cConnection.registerService(DBUS_SERVICE)");
     const QString cError = QDBusError::errorString(cConnection.lastError().type());

@@ -13,27 +13,31 @@ class CVideoOverlayBackEnd;
 class CVideoOverlayFrontEnd;
 class CVideoProcessor;
 
-/// The daemon: owns every subsystem object, brings the subsystems up in a fixed order and takes them down
-/// in another. One per process, created by the first use, destroyed by performShutdown().
+/// The daemon: owns every subsystem object, sets the subsystems up in a fixed order and takes them down in
+/// another. One per process, created by the first use, destroyed by performShutdown().
 ///
-/// A step that fails is logged under the source text of its call; the steps after it are not tried, and
-/// nothing is undone: the process is about to end.
+/// A step that fails is logged with the source text of its call. The later steps are not tried and nothing is
+/// undone, because the process is about to end.
 class CMultimediaDaemon
 {
 public:
     /// The name on the system bus.
     static const char* const DBUS_SERVICE;
 
+    /// The daemon, created by the first call.
     static CMultimediaDaemon& getInstance();
 
-    /// Brings everything up: signal hook, hardware, bus objects, and last the bus name, so that a client
-    /// that sees the name finds all objects. The device names have to live as long as the process.
+    /// Sets everything up: signal hook, hardware, bus objects, and last the bus name, so that a client that
+    /// sees the name finds all objects. Returns false if a step fails. The device names must live as long as
+    /// the process.
     static bool performStartup(const char* pszI2CPort, const char* pszFPGAFrameBuffer,
                                const char* pszLimeFrameBuffer);
 
-    /// Lets the video processor finish what it has accepted, and destroys the daemon, if there is one. The bus name goes with the process.
+    /// Lets the video processor finish what it has accepted, and destroys the daemon, if there is one. The
+    /// bus name goes with the process.
     static void performShutdown();
 
+    /// The two halves of performStartup(). False if a step failed.
     bool initSubsystems(const char* pszI2CPort, const char* pszFPGAFrameBuffer,
                         const char* pszLimeFrameBuffer);
     bool setupDBusConnections();
@@ -49,7 +53,7 @@ private:
 
     static CMultimediaDaemon* m_pcInstance;
 
-    // In the order of creation
+    // In the order of creation; all owned
     CSignalHook* m_pcSignalHook;
     COverlayObjectManager* m_pcOverlayObjectManager;
     CVideoOverlayBackEnd* m_pcVideoOverlayBackEnd;

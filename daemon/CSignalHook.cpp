@@ -20,13 +20,13 @@ bool openPair(int* piHandles)
 {
     if (socketpair(AF_UNIX, SOCK_STREAM, 0, piHandles) != 0)
         return false;
-    // A storm of signals while the loop is busy fills the socket; a handler that waited then for the
-    // loop, which it interrupts, would wait for ever.
+    // Many signals while the loop is busy fill the socket. A handler that waited for room would wait for the
+    // loop that it interrupts: for ever.
     fcntl(piHandles[0], F_SETFL, O_NONBLOCK);
     return true;
 }
 
-// All that is allowed in signal context. A byte that doesn't fit any more isn't needed any more.
+// Does only what a signal handler may do. A byte that doesn't fit is not needed: others wait already.
 void writeByte(int iHandle)
 {
     const int iErrno = errno;

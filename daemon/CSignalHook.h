@@ -7,9 +7,9 @@ class QSocketNotifier;
 
 /// Turns SIGHUP and SIGTERM into an orderly end of the event loop.
 ///
-/// The signal handlers do nothing but write one byte to a socket pair each; the event loop watches the
-/// other ends and quits the application. SIGHUP reloads nothing. A signal that comes after install() and
-/// before the loop runs ends the loop as soon as it starts.
+/// Each signal handler only writes one byte to a socket pair of its own; the event loop watches the other
+/// ends and quits the application. SIGHUP reloads nothing. A signal between install() and the start of the
+/// loop ends the loop as soon as it starts.
 class CSignalHook : public QObject
 {
     Q_OBJECT
@@ -18,14 +18,17 @@ public:
     /// Opens nothing yet.
     CSignalHook();
 
-    /// Opens the socket pairs and installs both handlers, once: a second call returns false and changes
-    /// nothing. Also false if a socket pair can't be opened.
+    /// Opens the socket pairs and installs both handlers, once. Returns false if a socket pair can't be
+    /// opened; so does a second call, which changes nothing.
     bool install();
 
+    /// Opens both socket pairs, and watches them from the event loop. False if one can't be opened.
     bool setupSockets();
 
-    /// Only a positive result of sigaction counts as failure, so a handler that can't be installed doesn't
-    /// stop the start-up.
+    /// Installs both handlers. Returns false only on a positive result of sigaction(), which never comes: a
+    /// handler that can't be installed doesn't stop the start-up.
+    ///
+    /// Kept: that test. Boards whose kernel refuses a handler start nevertheless.
     static bool setupUnixSignalHandlers();
 
     static void hupSignalHandler(int iSignal);

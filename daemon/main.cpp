@@ -12,11 +12,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-/* Opens the null device on the standard descriptors that are closed. Otherwise the next files would get their numbers,
- * and the echo of the log would be written into one of them: a byte in the socket of a signal ends the daemon. */
+/* Opens the null device on the standard descriptors that are closed. Otherwise the next files would get their
+ * numbers, and the echo of the log would go into one of them: a byte in the socket of a signal ends the
+ * daemon. */
 static void OpenStandardDescriptors()
 {
-    // A file gets the lowest free number, and those below are open by then.
+    // A file gets the lowest free number; the lower ones are open by then.
     for (int iDescriptor = STDIN_FILENO; iDescriptor <= STDERR_FILENO; ++iDescriptor)
         if (fcntl(iDescriptor, F_GETFD) < 0)
             open("/dev/null", O_RDWR);
@@ -31,8 +32,10 @@ static void PrintCommandLineParameters()
     puts("       -d: start as daemon");
 }
 
-/* Detaches the process. One fork and open standard descriptors on purpose: the log is echoed on standard
- * error, and the init system of the board collects it. False only if the fork fails. */
+/* Detaches the process. False only if the fork fails; the parent doesn't return.
+ *
+ * Kept: one fork only, and the standard descriptors stay open. The board's init system collects the echo of
+ * the log on standard error. */
 static bool Daemonize()
 {
     const pid_t iPid = fork();
@@ -61,7 +64,7 @@ int main(int argc, char** argv)
 {
     OpenStandardDescriptors();
     CEventLogger::initialize("haldend", CEventLogger::eLogLevelInformational);
-    // Whoever started the daemon may stop reading its log long before it ends.
+    // The program that started the daemon may stop reading its log long before the daemon ends.
     signal(SIGPIPE, SIG_IGN);
 
     const char* pszI2CPort = nullptr;
@@ -108,7 +111,7 @@ int main(int argc, char** argv)
     if (!bComplete)
         Terminate();
 
-    // A failed fork leaves the daemon in the foreground, where it serves as well.
+    // After a failed fork the daemon serves in the foreground.
     if (bDaemonize)
         Daemonize();
 
