@@ -15,7 +15,7 @@ const int TICK_MS = 200;
 const int FRAMES_PER_TICK = 5;
 const int LINES_PER_TICK = 1024; // 64 bytes each
 
-/// The activities in which a command is carried out, as bits, and the one that it leads to.
+/// The activities in which a command is allowed, as bits, and the activity that it leads to.
 struct STransition {
     unsigned uiFrom;
     SCodecState::EActivity eTo;
@@ -79,9 +79,9 @@ bool CCodec::openFile(ECommand eCommand, const QString& rcFile, QString& rcError
 {
     if (eCommand == RECORD && m_rcBoard.codecMode() == BOARD_CODEC_LOSE)
         return true;
-    // Appending: a file that somebody makes longer or shorter meanwhile grows on from there.
+    // Append mode: if another program changes the file's length, the file grows on from there.
     const int iFlags = eCommand == RECORD ? O_WRONLY | O_CREAT | O_TRUNC | O_APPEND : O_RDONLY;
-    // Not QFile, which gives names in the encoding of the environment.
+    // Not QFile, which encodes names as the environment says.
     m_iFile = ::open(rcFile.toUtf8().constData(), iFlags | O_CLOEXEC, 0666);
     if (m_iFile >= 0)
         return true;
@@ -114,7 +114,7 @@ void CCodec::grow()
                       .leftJustified(63)
                       .toLatin1() +
                   '\n';
-    // A full disk lets the file stand still: that is for the daemon to notice.
+    // On a full disk the file stops growing, which the daemon notices.
     if (m_iFile >= 0 && ::write(m_iFile, cBlock.constData(), static_cast<size_t>(cBlock.size())) < 0)
         qWarning("%s: %s", qPrintable(m_sState.cFile), std::strerror(errno));
 }

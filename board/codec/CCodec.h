@@ -8,10 +8,12 @@
 
 class CBoard;
 
-/// The stand-in of the video codec: makes a file grow while it records, and counts frames while it plays back.
+/// The stand-in of the video codec: makes a file grow while it records, and counts frames while it plays
+/// back.
 ///
-/// It does one of the two at a time, and refuses what makes no sense in its state. What it is doing is kept on the
-/// board, where the picture finds it. The codec's modes on the board that concern files are heeded here.
+/// It does one of the two at a time, and refuses commands that make no sense in its state. The state is
+/// stored on the board, where the picture finds it. This class obeys the board's codec modes that concern
+/// files: stall and lose.
 class CCodec : public QObject
 {
     Q_OBJECT
@@ -28,15 +30,16 @@ public:
         STOP_PLAYBACK
     };
 
-    /// Idle, which it doesn't say on the board yet. Keeps a reference to the board, which has to be open.
+    /// Starts idle, without storing that on the board yet. Keeps a reference to the board, which must be
+    /// open.
     explicit CCodec(CBoard& rcBoard);
     ~CCodec() override;
 
     CCodec(const CCodec&) = delete;
     CCodec& operator=(const CCodec&) = delete;
 
-    /// rcFile: for RECORD, which makes the file or empties it, and for PLAY, which needs one that can be read. False
-    /// if it isn't carried out; rcError says why.
+    /// Carries out a command. rcFile is for RECORD, which creates or empties the file, and for PLAY, which
+    /// needs a readable one. False if the command is refused or fails; rcError says why.
     bool carryOut(ECommand eCommand, const QString& rcFile, QString& rcError);
 
 protected:

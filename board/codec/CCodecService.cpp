@@ -31,7 +31,7 @@ namespace
 const QString SERVICE = QStringLiteral("velmar.mobilygen");
 const QString FAILED = QStringLiteral("velmar.mobilygen.Failed");
 
-/// In quotes and on one line if it is a text.
+/// The argument as text; strings in quotes and on one line.
 QString written(const QVariant& rcArgument)
 {
     QString cText = rcArgument.toString();
@@ -48,7 +48,7 @@ QString lineOf(const QDBusMessage& rcMessage)
     QStringList cWords{rcMessage.path(), rcMessage.member()};
     for (const QVariant& rcArgument : rcMessage.arguments())
         cWords << written(rcArgument);
-    // A message can't carry an empty name, so that an empty one here is none there.
+    // A message can't carry an empty name: an empty one here means no name.
     cWords << QStringLiteral("interface=") +
                   (rcMessage.interface().isEmpty() ? QStringLiteral("-") : rcMessage.interface());
     if (!rcMessage.isReplyRequired())
@@ -68,7 +68,7 @@ bool CCodecService::start(QString& rcError)
     if (m_cConnection.registerVirtualObject(QStringLiteral("/Record"), this) &&
         m_cConnection.registerVirtualObject(QStringLiteral("/Play"), this) &&
         m_cConnection.registerService(SERVICE))
-        // What one before this left on the board is over; a second one never comes here.
+        // The state that an earlier stand-in left on the board is over. A second stand-in never comes here.
         return m_rcBoard.setCodecState(SCodecState());
     const QString cReason = m_cConnection.lastError().message();
     rcError = SERVICE + QStringLiteral(": ") +
@@ -83,7 +83,7 @@ QString CCodecService::introspect(const QString& /*rcPath*/) const
 
 bool CCodecService::handleMessage(const QDBusMessage& rcMessage, const QDBusConnection& /*rcConnection*/)
 {
-    // What every object on the bus has is Qt's.
+    // Qt answers for the interfaces that every object has.
     if (rcMessage.interface().startsWith(QLatin1String("org.freedesktop.DBus.")))
         return false;
     m_rcBoard.noteCodecCall(lineOf(rcMessage));
@@ -107,7 +107,7 @@ void CCodecService::answer(const SMethod& rsMethod, const QDBusMessage& rcMessag
     if (eMode == BOARD_CODEC_HANG)
         return;
     if (eMode == BOARD_CODEC_DIE) {
-        // Once: started again, it works again.
+        // Only once: after a restart it works again.
         m_rcBoard.setCodecMode(BOARD_CODEC_OK);
         std::_Exit(EXIT_FAILURE);
     }

@@ -11,21 +11,21 @@ class CBoard;
 
 /// The codec stand-in on the bus: velmar.mobilygen with its objects "/Record" and "/Play".
 ///
-/// Methods go by their names alone, as clients of the codec call them. Each call is noted on the board with its
-/// arguments and its interface field before anything becomes of it; what becomes of it the board's codec mode
-/// says, which is looked at when the call's time is over.
+/// Methods are found by name alone, because clients of the codec name no interface. Each call is noted on the
+/// board first, with its arguments and its interface field. The board's codec mode then decides the answer;
+/// it is read when the delay of the call is over.
 class CCodecService : public QDBusVirtualObject
 {
     Q_OBJECT
 
 public:
-    /// Keeps a reference to the board, which has to be open.
+    /// Keeps a reference to the board, which must be open.
     explicit CCodecService(CBoard& rcBoard);
 
-    /// Objects and name on the system bus. False if that fails; rcError says why.
+    /// Registers the objects and the name on the system bus. False if that fails; rcError says why.
     bool start(QString& rcError);
 
-    /// Nothing: the methods belong to no interface.
+    /// Returns nothing, because the methods belong to no interface.
     QString introspect(const QString& rcPath) const override;
 
     bool handleMessage(const QDBusMessage& rcMessage, const QDBusConnection& rcConnection) override;

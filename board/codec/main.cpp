@@ -35,7 +35,7 @@ int main(int argc, char* argv[])
     QString cError;
     if (!cService.start(cError))
         return fail(cError);
-    // It ends with its bus, whoever forgets to end it.
+    // It ends with its bus, even if its user forgets to end it.
     QDBusConnection::systemBus().connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                                          QStringLiteral("org.freedesktop.DBus.Local"),
                                          QStringLiteral("Disconnected"), &cApplication, SLOT(quit()));

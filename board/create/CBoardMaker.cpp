@@ -53,7 +53,8 @@ bool copyRegisterFiles(const QString& rcDirectory, QString& rcError)
 
 } // namespace
 
-// The resources of a static library are linked only if they are asked for, which has to be done out here.
+// Forces the resources to be linked, which a static library leaves out otherwise. The macro must be outside
+// of any namespace.
 static void initResources()
 {
     Q_INIT_RESOURCE(register_files);

@@ -7,9 +7,9 @@
 class CBoardMaker
 {
 public:
-    /// Makes a board that the daemon can be started on: the devices all zero, the default register files, the
-    /// camera plugged in and showing the test picture. Makes parent folders too. False if the directory holds
-    /// something already, or can't be written; rcError says why.
+    /// Makes a board that the daemon can be started on: all devices zero, the default register files, the
+    /// camera plugged in and showing the test picture. Creates parent folders too. False if the directory
+    /// isn't empty or can't be written; rcError says why.
     static bool create(const QString& rcDirectory, QString& rcError);
 };
 

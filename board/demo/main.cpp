@@ -1,7 +1,7 @@
 /* halden-demo: draws on the overlay through the overlay library, as the daemon does.
  *
- * Started like the daemon, with the board library preloaded and HALDEN_BOARD set; halden-board picture shows what
- * it has drawn. Each scene begins with an empty overlay.
+ * Start it like the daemon, with the board library preloaded and HALDEN_BOARD set; `halden-board picture`
+ * shows the result. Each scene begins with an empty overlay.
  */
 #include "board/picture/CGlyphSheet.h"
 #include "board/picture/SentencePages.h"
@@ -79,7 +79,7 @@ void drawFrames()
     text_overlay_on();
 }
 
-/* A disc in sixteen shades, with a palette of its own, as the overlay library takes images. */
+/* A disc in sixteen shades, with a palette of its own, in the image format of the overlay library. */
 std::vector<unsigned char> shadedDisc()
 {
     const int WIDTH = 160;
@@ -143,8 +143,8 @@ const SScene SCENES[] = {
     {"cursor",  "the arrow cursor",                                 drawCursor },
 };
 
-/* The overlay as a board at rest has it: 53 x 26 cells of 12 x 10 pixels a field, centred in what the
- * monitor shows of the graphic layer. */
+/* The overlay of a board at rest: 53 x 26 cells of 12 x 10 pixels a field, centred in the visible part of the
+ * graphic layer. */
 void prepareOverlay(screen& rsScreen)
 {
     init_fpga();

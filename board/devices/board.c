@@ -1,8 +1,8 @@
 /* Attaching a board, and finding the functions that the library hides.
  *
- * A board is built up privately and then published with one exchange of a pointer. Threads that come here at
- * the same time each build one; the first is kept. So there is nothing to wait for, not even for a signal
- * handler that interrupts the attaching.
+ * A board is built up privately and then published with one exchange of a pointer. Threads that attach at the
+ * same time each build one; the first is kept. So nothing has to wait, not even for a signal handler that
+ * interrupts the attaching.
  */
 #include "board/devices/devices.h"
 
@@ -18,15 +18,15 @@ NEXT(close, int, int)
 NEXT(mmap64, void*, void*, size_t, int, int, int, int64_t)
 NEXT(write, ssize_t, int, const void*, size_t)
 
-/* The file descriptor of a board's file, and what of it is mapped. */
+/* A file of the board, and its mapping. */
 struct file {
     const char* name;
-    size_t bytes; /* the least size, and what is mapped */
+    size_t bytes; /* the least size, and the length of the mapping */
     void* map;
     struct file_identity identity;
 };
 
-static struct board s_none; /* stands for: looked for one, there is none */
+static struct board s_none; /* marks that a board was looked for and none found */
 static struct board* s_board;
 
 any_function next_find(any_function* slot, const char* name)
@@ -80,7 +80,8 @@ static bool ours(const struct board_control* control)
     return board_load(&control->magic) == BOARD_MAGIC && board_load(&control->version) == BOARD_VERSION;
 }
 
-/* Fills the board; an error number, and the name of the file that stands in the way. */
+/* Fills the board. Returns 0, or an error number and in *culprit the name of the file that is missing or
+ * unusable. */
 static int attach(struct board* board, const char* directory, const char** culprit)
 {
     struct file control = {
@@ -137,7 +138,8 @@ static void release(struct board* board)
     munmap(board, sizeof *board);
 }
 
-/* A board, or s_none. Its memory comes from the kernel: the program's allocator may be the one at work. */
+/* Returns a board, or s_none. Its memory comes from the kernel, because the program may be inside its
+ * allocator. */
 static struct board* make_board(const char* directory, const char** culprit)
 {
     struct board* board =
@@ -163,7 +165,7 @@ static void complain(const char* directory, const char* culprit)
     line_text(&line, directory);
     line_text(&line, ")\n");
     ssize_t written = next_write()(STDERR_FILENO, line.text, line.length);
-    (void)written; /* nobody is left to be told */
+    (void)written; /* there is no other way to report it */
 }
 
 static struct board* attach_from_environment(void)

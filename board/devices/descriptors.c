@@ -1,8 +1,9 @@
 /* The table of descriptors.
  *
- * One atomic word a descriptor: the device, and above it, on the I2C bus, the slave address chosen there, otherwise the
- * number of the file's position. Of a closed descriptor that was a device the device stands above instead, and none below. Descriptors behind the end of
- * the table are looked at anew every time, and have no slave address.
+ * One atomic word a descriptor. The lower byte is the device. The bits above it are the chosen slave address
+ * on the I2C bus, the number of the file's position on other devices. After a device descriptor is closed,
+ * the upper byte keeps the device and the lower byte is 0. Descriptors behind the end of the table are looked
+ * up every time, and have no slave address.
  */
 #include "board/devices/devices.h"
 

@@ -1,8 +1,8 @@
-/* What the three devices have in common: open, close, map and block transfers, the faults that meet these, and
- * how the trace shows them.
+/* The operations common to the three devices: open, close, map and block transfers, with their faults and
+ * their lines in the trace.
  *
- * Registers are reached through mappings of the files, block transfers are the kernel's on the file itself;
- * both see the same memory.
+ * Registers are reached through mappings of the files. Block transfers are calls on the file itself. Both see
+ * the same memory.
  */
 #include "board/devices/devices.h"
 
@@ -130,7 +130,7 @@ static const char* transfer_name(enum device device, bool writing)
     return writing ? "write" : "read";
 }
 
-/* Before the transfer moves the position. Returns it. */
+/* Judges a transfer before it moves the position. Returns the position. */
 static int64_t judge_transfer(const struct board* board, enum device device, int descriptor, bool writing,
                               size_t count)
 {
@@ -161,7 +161,7 @@ ssize_t device_read(enum device device, int descriptor, void* buffer, size_t cou
     return result;
 }
 
-/* A device has an end, behind which a file would grow. */
+/* A device has an end, while a write behind the end of its file would make the file grow. */
 static ssize_t write_inside(const struct board* board, enum device device, int descriptor, const void* buffer,
                             size_t count)
 {

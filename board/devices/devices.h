@@ -1,12 +1,12 @@
-/* The devices of the attached board, as the preloaded library shows them to the program: which descriptor is
- * which device, what its operations do, faults, trace, judging.
+/* The devices of the attached board, as the preloaded library shows them to the program: the table of
+ * descriptors, the operations, faults, trace, judging.
  *
  * Rules for this room, and for board/preload/, which takes the C library's functions over:
- * - Nothing here calls a function that the library takes over. The definition that comes next in the order of
- *   loading, which may be a sanitizer's, is reached through NEXT.
- * - errno is what the program finds after a real call: untouched when the call succeeds.
- * - No locks: a fork in another thread could leave them held for ever, and a signal handler may write.
- *   Shared state is atomic words, and structures that are published complete.
+ * - Nothing here calls a function that the library takes over. NEXT reaches the definition that comes next in
+ *   the order of loading, which may be a sanitizer's.
+ * - errno is as after a real call: untouched when the call succeeds.
+ * - No locks: a fork in another thread could leave them held for ever, and a signal handler may write. Shared
+ *   state is atomic words, and structures that are published complete.
  */
 #ifndef HALDEND_BOARD_DEVICES_DEVICES_H
 #define HALDEND_BOARD_DEVICES_DEVICES_H
@@ -19,7 +19,7 @@
 
 typedef void (*any_function)(void);
 
-/* The definition of the function that this library hides; looked up once and kept in *slot. */
+/* The definition of the function that this library hides; looked up once and stored in *slot. */
 any_function next_find(any_function* slot, const char* name);
 
 /* Defines next_FUNCTION(), which returns that definition: NEXT(close, int, int) gives next_close()(fd). */
@@ -30,38 +30,38 @@ any_function next_find(any_function* slot, const char* name);
         return (result(*)(__VA_ARGS__))next_find(&slot, #function); \
     }
 
-/* --- Descriptors: which device is behind one. The answer is kept until the descriptor is closed. --- */
+/* --- Descriptors: which device is behind one. The answer is stored until the descriptor is closed. --- */
 
 enum device { DEVICE_UNKNOWN, DEVICE_NONE, DEVICE_FPGA, DEVICE_LIME, DEVICE_I2C, DEVICE_COUNT };
 
-/* The device behind the descriptor, told by the identity of its file; DEVICE_NONE for everything else, bad
- * descriptors included. Costs one load when the descriptor is known. */
+/* The device behind the descriptor, told by the identity of its file. DEVICE_NONE for every other file and
+ * for bad descriptors. Costs one load when the descriptor is known. */
 enum device descriptor_device(int descriptor);
 
-/* To be called when the descriptor is new. */
+/* Forgets what is stored. Call it when a descriptor is new. */
 void descriptor_forget(int descriptor);
 
-/* To be called before the descriptor is closed, and what it was until somebody gets its number again:
- * DEVICE_UNKNOWN if it was no device, or isn't closed. */
+/* Call descriptor_close() before a descriptor is closed. descriptor_closed_device() then returns its device
+ * until another file gets its number; DEVICE_UNKNOWN if it was no device, or isn't closed. */
 void descriptor_close(int descriptor, enum device device);
 enum device descriptor_closed_device(int descriptor);
 
 void descriptor_forget_all(void);
 
-/* Makes the copy what the original is. */
+/* Gives the copy of a descriptor the state of the original. */
 void descriptor_copy(int original, int copy);
 
 /* The I2C slave address chosen on the descriptor, 0 at first. */
 unsigned descriptor_slave(int descriptor);
 void descriptor_set_slave(int descriptor, unsigned slave);
 
-/* The number of the position of the descriptor's file, 0 if it has none of ours. */
+/* The number of the position of the descriptor's file, 0 if the kernel keeps it. */
 unsigned descriptor_position(int descriptor);
 void descriptor_set_position(int descriptor, unsigned number);
 
-/* --- Positions: where reads and writes of a device stand. Results as of the system call. --- */
+/* --- Positions: file offsets of the devices, in bytes. Results as of the system call. --- */
 
-/* Gives a file that was just opened a position, if there is one left. */
+/* Gives a file that was just opened a position, if one is left. */
 void position_begin(int descriptor);
 
 int64_t position_of(int descriptor);
@@ -79,24 +79,24 @@ struct file_identity {
 struct board {
     char directory[PATH_MAX]; /* absolute, links resolved */
     struct board_control* control;
-    uint8_t* fpga;         /* the whole of fpgamem */
-    uint8_t* i2c;          /* the whole of i2c-1 */
-    const uint8_t* camera; /* the whole of it */
+    uint8_t* fpga;         /* all of fpgamem */
+    uint8_t* i2c;          /* all of i2c-1 */
+    const uint8_t* camera; /* all of it */
     struct file_identity files[DEVICE_COUNT];
 };
 
 /* The attached board, or null. The first call attaches the one that the environment names. */
 struct board* board_current(void);
 
-/* What haldenboard_attach() and haldenboard_detach() do. */
+/* The work of haldenboard_attach() and haldenboard_detach(), with their results. */
 int board_attach(const char* directory);
 void board_detach(void);
 
 /* --- Faults --- */
 
-/* To be called once an operation. Returns the error number if the operation has to fail, else 0. For a
- * transfer that has to be cut to half of its length *shortened becomes true and the result is 0; null where
- * nothing can be cut. */
+/* Call it once for each operation. Returns the error number if the operation has to fail, else 0. If a
+ * transfer has to be cut to half of its length, sets *shortened and returns 0; shortened is null for
+ * operations that can't be cut. */
 int fault_take(const struct board* board, enum board_operation operation, bool* shortened);
 
 /* Whether the operation has a fault that isn't used up. */
@@ -124,7 +124,8 @@ void line_hex(struct line* line, uint64_t value, unsigned digits); /* 0x and at 
 void line_bytes(struct line* line, const void* bytes, size_t count);
 void line_finish(struct line* line, const struct board* board, int error); /* error: number, or 0 */
 
-/* Adds the line to a file of the board, unless that is as long as most already; 0 is no limit. */
+/* Appends the line to a file of the board, unless the file is longer than most bytes already; 0 is no
+ * limit. */
 void line_append(const struct line* line, const struct board* board, const char* file, int64_t most);
 
 /* --- Judging: each notes the operation if no program for this board may do it. For operations that reached
@@ -135,28 +136,30 @@ void judge_register(const struct board* board, bool writing, unsigned bytes, uin
 void judge_block(const struct board* board, const char* operation, int64_t position, size_t count);
 void judge_byte(const struct board* board, bool writing, unsigned chip, unsigned sub_address);
 
-/* These are for what is known to be wrong. */
+/* For operations that are known to be wrong; reason goes into the line. */
 void judge_request(const struct board* board, enum device device, const char* operation, uint32_t number,
                    unsigned digits, const char* reason);
 void judge_operation(const struct board* board, enum device device, const char* operation,
                      const char* reason);
 
-/* --- What the devices do. Called for descriptors of devices only; results as of the system call. --- */
+/* --- Operations of the devices. Call them for descriptors of devices only; results as of the system call.
+ * --- */
 
-int device_open(enum device device, int descriptor); /* judges one that was just opened */
-void device_close(enum device device);               /* notes it; before the close */
+int device_open(enum device device, int descriptor); /* call it after the open, which it judges */
+void device_close(enum device device);               /* call it before the close, which it notes */
 int64_t device_seek(enum device device, int descriptor, int64_t offset, int whence);
 ssize_t device_read(enum device device, int descriptor, void* buffer, size_t count);
 ssize_t device_write(enum device device, int descriptor, const void* buffer, size_t count);
 int device_ioctl(enum device device, int descriptor, uint32_t request, void* argument);
 
-/* Keeps the live picture in the FPGA's image memory, as its store trigger does. */
+/* Stores the live picture in the FPGA's image memory, as the store trigger does. */
 void store_live_picture(const struct board* board);
 
 /* Turns the registers of the display controller, mapped at lime, into this program's byte order. */
 void lime_adopt(struct board_control* control, uint8_t* lime);
 
-/* Judges a mapping before it is made: an error number, or 0. The second one notes how it went. */
+/* device_map() judges a mapping before it is made, and returns an error number or 0. device_mapped() notes
+ * its result. */
 int device_map(enum device device);
 void device_mapped(enum device device, size_t length, int error);
 

@@ -1,4 +1,4 @@
-/* Counting down the faults in the control file. */
+/* Counts down the faults in the control file. */
 #include "board/devices/devices.h"
 
 static bool count_down(uint32_t* word)

@@ -1,4 +1,4 @@
-/* The FPGA's requests: registers, at three widths. Memory goes by block transfers. */
+/* The FPGA's requests: registers, at three widths. Memory is reached by block transfers. */
 #include "board/devices/requests.h"
 #include "hw/fpga_map.h"
 

@@ -18,7 +18,7 @@ static int i2c_choose(const struct board* board, int descriptor, uintptr_t slave
     return outcome(error);
 }
 
-/* The decoder's status is its own to write. */
+/* Programs can't write the decoder's status. */
 static bool read_only(unsigned chip, unsigned sub_address)
 {
     return chip == SAA7113_SLAVE && sub_address == SAA7113_STATUS;

@@ -1,14 +1,15 @@
-/* Judging: what no program for this board may do to its devices is noted in the board, a line each.
+/* Judging: notes in the board, a line each, every operation that no program for this board may do to its
+ * devices.
  *
- * What is right costs a look into a table. The file stops growing at some length: a program that does the same
- * wrong thing for ever has said enough.
+ * A correct operation costs one look into a table. The file stops growing at some length, because a program
+ * may repeat the same wrong operation for ever.
  */
 #include "board/devices/devices.h"
 #include "board/judge/map.h"
 
 enum { REGISTER_BYTES = 4, JUDGEMENT_BYTES = 65536 };
 
-/* The reason is null if the line ends with it already. */
+/* Writes the line. reason is null if the line ends with it already. */
 static void note(const struct board* board, struct line* line, const char* reason)
 {
     if (reason != NULL) {
@@ -19,7 +20,7 @@ static void note(const struct board* board, struct line* line, const char* reaso
     line_append(line, board, BOARD_JUDGEMENTS, JUDGEMENT_BYTES);
 }
 
-/* The bits that the register declares; 0 where there is none. */
+/* The bits that the register declares; 0 if there is no register. */
 static uint32_t declared_bits(uint32_t address)
 {
 #define INDEX(address)         (((address)-MAP_FPGA_REGISTERS_BEGIN) / REGISTER_BYTES)

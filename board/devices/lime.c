@@ -1,5 +1,5 @@
-/* The display controller's registers, which programs reach through a mapping: the board can only lay them out as
- * the program expects them. */
+/* The display controller's registers. Programs reach them through a mapping, so the board can only lay them
+ * out in the program's byte order. */
 #include "board/devices/devices.h"
 
 void lime_adopt(struct board_control* control, uint8_t* lime)

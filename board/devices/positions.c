@@ -1,10 +1,10 @@
-/* Where reads and writes of devices stand.
+/* File offsets of the devices.
  *
- * The kernel would keep that too. But a seek would then be a call of its own, nearly as dear as the transfer behind it,
- * and the daemon seeks before every cell that it writes. Each open file has a position, which its descriptors share, and
- * so do forked processes: it lives in memory that they share. None is given back; who opens more files than there are
- * positions gets the kernel's for the rest. They have 32 bits, which is what the target stores at once; devices are
- * smaller by far.
+ * The kernel would keep them too. But then a seek would be a system call, nearly as costly as the transfer
+ * behind it, and the daemon seeks before every cell that it writes. Each open file has a slot, shared by its
+ * descriptors and by forked processes: the slots are in memory that they share. Slots are never freed. After
+ * 255 opens, further files use the kernel's offset. An offset has 32 bits, which the target stores
+ * atomically; devices are smaller by far.
  */
 #include "board/devices/devices.h"
 
@@ -37,7 +37,7 @@ static uint32_t* positions(void)
     return table;
 }
 
-/* The place of an open file's position; null if the kernel keeps it. */
+/* The slot of an open file; null if the kernel keeps its offset. */
 static uint32_t* place_of(int descriptor)
 {
     unsigned number = descriptor_position(descriptor);

@@ -1,4 +1,4 @@
-/* How requests show in the trace, and how the wrong ones are refused. */
+/* Requests in the trace, and the refusal of wrong ones. */
 #include "board/devices/requests.h"
 
 void request_trace(const struct board* board, enum device device, const char* operation, uint32_t address,

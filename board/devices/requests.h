@@ -1,10 +1,10 @@
-/* Requests, which are ioctl calls: what the files of the devices share, and what each of them does. */
+/* Requests, which are ioctl calls: the helpers that the devices share, and the requests of each device. */
 #ifndef HALDEND_BOARD_DEVICES_REQUESTS_H
 #define HALDEND_BOARD_DEVICES_REQUESTS_H
 
 #include "board/devices/devices.h"
 
-/* The result of a system call. */
+/* The result of a system call that ended with the error number, or with 0; sets errno. */
 static inline int outcome(int error)
 {
     if (error == 0)
@@ -13,8 +13,8 @@ static inline int outcome(int error)
     return -1;
 }
 
-/* Notes a request in the trace: the number that it is about, and a value behind the separator unless that is
- * null. error: number, or 0. */
+/* Notes a request in the trace: its address, and unless separator is null, separator and value. error:
+ * number, or 0. */
 void request_trace(const struct board* board, enum device device, const char* operation, uint32_t address,
                    unsigned address_digits, const char* separator, uint32_t value, unsigned value_digits,
                    int error);

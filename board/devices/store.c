@@ -1,7 +1,7 @@
-/* The FPGA's store trigger: keeps the live picture in the image memory.
+/* The FPGA's store trigger: stores the live picture in the image memory.
  *
- * The image memory holds a frame as two fields: the even frame lines first, then the odd ones. What is live is
- * the camera, or the frame generator's colour while that is on.
+ * The image memory holds a frame as two fields: the even frame lines first, then the odd ones. The live
+ * picture is the camera's, or the frame generator's colour while that is on.
  */
 #include "board/devices/devices.h"
 #include "hw/fpga_map.h"

@@ -1,8 +1,8 @@
-/* Writing the trace, and what else the board notes in lines.
+/* Writes the trace, and the other files of lines in the board.
  *
- * The file is opened for every line: a descriptor kept open could be closed by a program that closes all it
- * has, and would shift the numbers that the program gets for its own files. One write a line, in append mode,
- * keeps the lines of several threads and processes whole.
+ * The file is opened for every line. A descriptor that stays open could be closed by a program that closes
+ * all it has, and would shift the numbers that the program gets for its own files. One write a line, in
+ * append mode, keeps the lines of several threads and processes whole.
  */
 #include "board/devices/devices.h"
 

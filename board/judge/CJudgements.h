@@ -5,12 +5,12 @@
 
 class CBoard;
 
-/// What programs did to the devices that no program for the board may do, and what they left behind in the
-/// display controller's windows.
+/// All judgements on a board: operations that no program for the board may do to the devices, and wrong
+/// values in the display controller's windows.
 class CJudgements
 {
 public:
-    /// One line a judgement, each said once; none if the board isn't open. virtual-board-reference.md has the
+    /// One line a judgement, without repetitions; none if the board isn't open. virtual-board-reference.md has the
     /// grammar.
     static QStringList of(const CBoard& rcBoard);
 };

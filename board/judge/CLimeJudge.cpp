@@ -29,7 +29,7 @@ struct SRegister {
 const SRegister REGISTERS[] = {MAP_LIME_REGISTERS(REGISTER_ROW)};
 #undef REGISTER_ROW
 
-/// The bits that the register declares; 0 where there is none.
+/// The bits that the register declares; 0 if there is no register.
 quint32 declaredBits(quint32 u32Window, quint32 u32Offset)
 {
     for (const SRegister& rcRegister : REGISTERS)
@@ -43,7 +43,7 @@ QString hex(quint32 u32Value)
     return QStringLiteral("0x%1").arg(u32Value, 8, 16, QLatin1Char('0'));
 }
 
-/// Empty if nothing is wrong with the value.
+/// The judgement on a value; empty if the value is right.
 QString judgement(const SWindow& rcWindow, quint32 u32Offset, quint32 u32Value)
 {
     const quint32 u32Declared = declaredBits(rcWindow.eWindow, u32Offset);

@@ -5,14 +5,14 @@
 
 #include <QStringList>
 
-/// Judges what stands in the register windows of the display controller. The stores themselves can't be seen, but
-/// what they leave behind can: a word where there is no register, and a bit that its register doesn't declare.
+/// Judges the values in the register windows of the display controller. It can't see the stores, only their
+/// results: a word where there is no register, and a bit that its register doesn't declare.
 class CLimeJudge
 {
 public:
     explicit CLimeJudge(const CBoard& rcBoard) : m_rcBoard(rcBoard) {}
 
-    /// One line a word, in the order of the windows.
+    /// One line for each wrong word, in the order of the windows.
     QStringList judgements() const;
 
 private:

@@ -1,7 +1,8 @@
-/* What programs reach on the board: addresses, and the bits that registers declare.
+/* The judge's map of the board: addresses, and the bits that registers declare.
  *
- * The judge doesn't believe the programs that it judges, so this is a copy, made by hand, of what the register tables
- * and the headers in hw/ say; a unit test holds it against both. Lists of rows, each used as its reader needs it.
+ * It is a copy, made by hand, of the register tables and the headers in hw/, because the judge must not
+ * depend on the sources of the programs that it judges; a unit test compares it with both. The lists are rows
+ * for a macro of the reader.
  */
 #ifndef HALDEND_BOARD_JUDGE_MAP_H
 #define HALDEND_BOARD_JUDGE_MAP_H
@@ -18,8 +19,8 @@
 #define MAP_I2C_DECODER 0x25u
 #define MAP_I2C_ENCODER 0x44u
 
-/* The FPGA's registers, which lie between these addresses: address, declared bits. The display of a text page
- * takes the page's whole address, of which the register's field is the lower half. */
+/* The FPGA's registers, which lie between these addresses: address, declared bits. The register that displays
+ * a text page takes the page's whole address; its field in the tables is only the lower half. */
 #define MAP_FPGA_REGISTERS_BEGIN 0xff0000u
 #define MAP_FPGA_REGISTERS_END   0xff1a10u
 #define MAP_FPGA_REGISTERS(REGISTER)                       \
@@ -37,11 +38,11 @@
     REGISTER(0xff1a08u, 0x00001f3fu) /* cell size */       \
     REGISTER(0xff1a0cu, 0x0030ffffu) /* page */
 
-/* The palettes, which are memory and registers both: graphic, 256 entries, then text. */
+/* The palettes, which are memory and registers at once: graphic, 256 entries, then text. */
 #define MAP_FPGA_PALETTES_BEGIN 0xff1400u
 #define MAP_FPGA_PALETTES_END   0xff1880u
 
-/* The FPGA's memory: from, to. */
+/* The FPGA's memory: first byte address, and the one behind the last. */
 #define MAP_FPGA_MEMORY(REGION)                            \
     REGION(0x000000u, 0x1cd400u) /* graphic pages */       \
     REGION(0x200000u, 0x204000u) /* glyphs */              \
@@ -61,8 +62,8 @@
     RANGE(MAP_I2C_ENCODER, 0x38u, 0x3au) \
     RANGE(MAP_I2C_ENCODER, 0x42u, 0x7fu)
 
-/* The display controller's registers: window, offset, declared bits. The last one is reached by the switch of
- * layer 5's transparency alone; the tables have its name at layer 1's offset. */
+/* The display controller's registers: window, offset, declared bits. Only the switch of layer 5's
+ * transparency reaches the last one; the tables have its name at layer 1's offset. */
 #define MAP_LIME_REGISTERS(REGISTER)                 \
     REGISTER(MAP_LIME_CAPTURE, 0x0000u, 0xd3100006u) \
     REGISTER(MAP_LIME_CAPTURE, 0x0004u, 0xffffffffu) \

@@ -1,12 +1,13 @@
-/* What a virtual board consists of: the files of its directory and the layout of the control file.
+/* The files of a virtual board, and the layout of its control file.
  *
  * Shared by the preloaded library, which is the board as the daemon sees it, and by the class and the tool
- * that watch and steer it from outside. The control file is mapped by all of them, so a change made by one
- * acts on the others at once. Its fields are 32-bit little-endian words, read and written only through
- * board_load, board_store and board_exchange: a board can be shared by programs of different byte order.
+ * that watch and steer it from outside. All of them map the control file, so a change by one acts on the
+ * others at once. Its fields are 32-bit little-endian words, read and written only through board_load(),
+ * board_store() and board_exchange(), because programs of different byte order can share a board.
  *
- * fb0 is the exception: it holds words in the order of the program that last attached as the daemon, because
- * that program reaches them by plain loads and stores. lime_order in the control file says which order.
+ * fb0 is the exception. It holds words in the byte order of the program that last attached as the daemon,
+ * because that program reaches them by plain loads and stores; lime_order in the control file names the
+ * order.
  */
 #ifndef HALDEND_BOARD_LAYOUT_BOARD_LAYOUT_H
 #define HALDEND_BOARD_LAYOUT_BOARD_LAYOUT_H
@@ -36,7 +37,7 @@
 #define BOARD_CODEC_STATE "codec-state"
 #define BOARD_CODEC_LOG   "codec-log"
 
-#define BOARD_CNFS_FIXED "/usr/etc/cnfs" /* the folder that the daemon names, and BOARD_CNFS stands in for */
+#define BOARD_CNFS_FIXED "/usr/etc/cnfs" /* the daemon's folder that BOARD_CNFS replaces */
 
 /* Sizes in bytes: of the camera's picture, of the FPGA's memory, of the chips' registers. */
 #define BOARD_CAMERA_BYTES VIDEO_FRAME_BYTES
@@ -49,7 +50,7 @@ static inline size_t board_lime_bytes(void)
     return (size_t)getpagesize() << 13;
 }
 
-/* What can be made to fail: identifier, name, and the error number when none is asked for. */
+/* The operations that can be made to fail: identifier, name, and the error number if none is asked for. */
 #define BOARD_OPERATIONS(OPERATION)                      \
     OPERATION(FORK, "fork", EAGAIN)                      \
     OPERATION(SOCKETPAIR, "socketpair", EMFILE)          \
@@ -76,9 +77,9 @@ enum board_operation {
 };
 #undef BOARD_OPERATION_ENUMERATOR
 
-/* How the codec stand-in takes its next calls: identifier, name. */
+/* How the codec stand-in answers its next calls: identifier, name. */
 #define BOARD_CODEC_MODES(MODE)                                 \
-    MODE(OK, "ok")         /* as it should */                   \
+    MODE(OK, "ok")         /* normally */                       \
     MODE(REFUSE, "refuse") /* answers with an error */          \
     MODE(HANG, "hang")     /* doesn't answer */                 \
     MODE(STALL, "stall")   /* the recorded file doesn't grow */ \
@@ -97,7 +98,8 @@ enum board_codec_mode { BOARD_CODEC_MODES(BOARD_CODEC_ENUMERATOR) BOARD_CODEC_MO
 #define BOARD_FAULT_FOREVER 0xffffffffu
 #define BOARD_FAULT_SHORT   1u
 
-/* A fault. To set one, store 0 in fail, then the other fields, then fail. */
+/* A fault. To set one, store 0 in fail, then the other fields, then fail: other programs may read it at any
+ * time. */
 struct board_fault {
     uint32_t fail;  /* calls still to fail; 0 no fault, BOARD_FAULT_FOREVER no end */
     uint32_t pass;  /* calls that still succeed before that */
@@ -111,7 +113,7 @@ struct board_control {
     uint32_t magic;
     uint32_t version;
     uint32_t lime_order;                          /* order of fb0's words */
-    uint32_t trace;                               /* 1: every device operation is noted */
+    uint32_t trace;                               /* 1: note every device operation */
     struct board_fault faults[BOARD_FAULT_SLOTS]; /* by enum board_operation */
     uint32_t codec_mode;                          /* enum board_codec_mode */
     uint32_t codec_delay;                         /* of each call, milliseconds */
@@ -127,7 +129,7 @@ static inline void board_store(uint32_t* word, uint32_t value)
     __atomic_store_n(word, htole32(value), __ATOMIC_RELEASE);
 }
 
-/* Replaces the value if it still is the expected one; 1 if it was, else 0. */
+/* Replaces the value if it is still the expected one. Returns 1 if it was, else 0. */
 static inline int board_exchange(uint32_t* word, uint32_t expected, uint32_t value)
 {
     uint32_t stored = htole32(expected);

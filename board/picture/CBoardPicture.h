@@ -5,16 +5,16 @@
 
 class CBoard;
 
-/// The two pictures that leave a board now, 720 x 576; null if the board isn't open.
+/// The two pictures that leave a board now, 720 x 576, Format_RGB32; null if the board isn't open.
 ///
 ///     CBoardPicture::monitor(cBoard).save("monitor.png");
 class CBoardPicture
 {
 public:
-    /// What the monitor shows: the FPGA's control set A, scaled and placed by the display controller.
+    /// The monitor's picture: the FPGA's control set A, scaled and placed by the display controller.
     static QImage monitor(const CBoard& rcBoard);
 
-    /// What is recorded: the FPGA's control set C.
+    /// The recorded picture: the FPGA's control set C.
     static QImage recorded(const CBoard& rcBoard);
 };
 

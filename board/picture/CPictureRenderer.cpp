@@ -11,8 +11,8 @@ const quint32 OPAQUE = 0xff000000;
 
 /// One direction of the scaler.
 struct SScale {
-    quint32 u32Step; ///< source pixels an output pixel, 5 integer and 11 fraction bits; 0 shows nothing
-    quint32 u32Size; ///< of the source
+    quint32 u32Step; ///< source pixels for each output pixel, 5.11 fixed point; 0 shows nothing
+    quint32 u32Size; ///< of the source, in pixels
 
     int outputSize() const { return u32Step == 0 ? 0 : static_cast<int>((u32Size << 11) / u32Step); }
     int source(int iOutput) const

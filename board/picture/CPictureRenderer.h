@@ -5,24 +5,23 @@
 
 class CBoard;
 
-/// Composes what the monitor shows from the memory of a board, and from nothing else.
+/// Composes the monitor's picture, from the memory of a board alone.
 ///
-/// This is the model that the virtual board has of its display path, not a statement about the hardware:
+/// This is the virtual board's model of its display path, not a statement about the hardware:
 ///
 /// - Display off (DCM1 bit 31 clear): black.
-/// - Behind everything the background colour, DBGC.
-/// - Layer 1 (DCM1 bit 17): what the FPGA puts out, scaled by CSC, its top
-///   left corner at L1WXY, cut at the right and bottom by the window size L1WWH. A scale of 0 in either
-///   direction shows no video.
+/// - Behind everything: the background colour, DBGC.
+/// - Layer 1 (DCM1 bit 17): the FPGA's output, scaled by CSC, its top left corner at L1WXY, cut at the right
+///   and bottom by the window size L1WWH. A scale of 0 in either direction shows no video.
 /// - Layer 0 (DCM1 bit 16), in 16-bit mode only (L0M bit 31): 1-5-5-5 pixels of the controller's memory from
 ///   L0OA, in the window L0WXY, L0WWH. Pixels of value 0 are transparent if L0TC bit 15 is set.
-/// - DLS orders the layers, the lowest nibble names the one on top.
+/// - DLS orders the layers; the lowest nibble names the one on top.
 ///
 /// Nearest neighbour and integers only: the same picture on every host.
 class CPictureRenderer
 {
 public:
-    /// Keeps a reference to the board, which has to be open. rcCaptured: what the FPGA puts out, 720 x 576,
+    /// Keeps a reference to the board, which must be open. rcCaptured: the FPGA's output, 720 x 576,
     /// Format_RGB32.
     CPictureRenderer(const CBoard& rcBoard, const QImage& rcCaptured);
 

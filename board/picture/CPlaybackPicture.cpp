@@ -43,7 +43,7 @@ void drawCentered(QImage& rcImage, int iTop, const QString& rcText)
             line(rcImage, iTop + y)[iLeft + x] = cText.pixel(x / SCALE, y / SCALE);
 }
 
-/// The name without its folder, and of a long one the end, which tells more.
+/// The name without its folder; of a long name only the end, which tells more.
 QString shown(const QString& rcFile)
 {
     const QString cName = rcFile.section(QLatin1Char('/'), -1);

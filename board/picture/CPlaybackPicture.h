@@ -5,9 +5,9 @@
 
 #include <QImage>
 
-/// The picture that the codec stand-in puts out, 720 x 576: colour bars that move 4 pixels to the left a frame,
-/// and on a dark band what it plays back, the frame's number and whether it is paused. Not to be taken for the
-/// camera's. Black while nothing is played back.
+/// The codec stand-in's output, 720 x 576, easy to tell from the camera's: colour bars that move 4 pixels to
+/// the left with each frame, and on a dark band the file's name, the frame's number and whether playback is
+/// paused. Black while nothing is played back.
 class CPlaybackPicture
 {
 public:

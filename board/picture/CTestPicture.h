@@ -5,12 +5,12 @@
 #include <QRgb>
 #include <QString>
 
-/// The synthetic camera picture, 720 x 576: a test card on which wrong placing and scaling show at once.
+/// The synthetic camera picture, 720 x 576: a test card that shows wrong placing and scaling at once.
 ///
-/// - A frame of one pixel at the very edge and a second one 16 pixels inside: lost lines and columns.
-/// - Corners numbered clockwise from the top left: mirrored and rotated pictures.
-/// - A grid of 40 pixels with coordinates every 80: offsets.
-/// - A circle with a cross at its centre, ticks every 10 pixels: aspect and centre.
+/// - A frame of one pixel at the very edge and a second one 16 pixels inside: show lost lines and columns.
+/// - Corners numbered clockwise from the top left: show mirrored and rotated pictures.
+/// - A grid of 40 pixels with coordinates every 80: shows offsets.
+/// - A circle with a cross at its centre, ticks every 10 pixels: shows aspect and centre.
 /// - In the circle, from the top: the size; colour bars; 16 grey steps; a grey ramp; the cross; gratings of
 ///   1, 2 and 3 pixels, vertical and horizontal; a pointer that moves 4 pixels a frame; the frame's number.
 ///

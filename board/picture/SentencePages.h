@@ -1,4 +1,5 @@
-/* A text page of sentences for each glyph set, in the languages that the set is for: how it reads. */
+/* A text page of sentences for each glyph set, in the languages that the set is for: shows how the glyphs
+ * read. */
 #ifndef HALDEND_BOARD_PICTURE_SENTENCEPAGES_H
 #define HALDEND_BOARD_PICTURE_SENTENCEPAGES_H
 

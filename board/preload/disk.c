@@ -7,7 +7,7 @@
 
 NEXT(write, ssize_t, int, const void*, size_t)
 
-/* The standard streams are spared: a log that goes to a file is not what is tried. */
+/* Not the standard streams: a log that goes to a file is not under test. */
 static bool is_plain_file(int descriptor)
 {
     int saved = errno;

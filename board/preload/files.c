@@ -1,5 +1,5 @@
-/* Functions on descriptors that are taken over: what concerns a device goes to devices/devices.c, all else to
- * the function that was hidden. */
+/* Functions on descriptors that are taken over: operations on a device go to devices/devices.c, all others to
+ * the hidden function. */
 #include "board/devices/devices.h"
 #include "board/preload/wraps.h"
 
@@ -87,7 +87,8 @@ OPENAT_2(__openat64_2)
 
 /* --- Closing and copying --- */
 
-/* The device that an operation is for. Of one that was closed the program should have let go. */
+/* The device of an operation. An operation on a closed descriptor of a device is judged: the program should
+ * have let go. */
 static enum device device_for(int descriptor, const char* operation)
 {
     enum device device = descriptor_device(descriptor);
@@ -136,7 +137,7 @@ int board_dup3(int descriptor, int copy, int flags)
     return copied(descriptor, next_dup3()(descriptor, copy, flags));
 }
 
-/* The third argument is handed on as it came; a pointer is the widest that it can be. */
+/* The third argument is passed on unchanged; a pointer is the widest that it can be. */
 #define FCNTL(function)                                                                                \
     NEXT(function, int, int, int, ...)                                                                 \
     int board_##function(int descriptor, int command, ...) WRAPS(function);                            \
@@ -184,7 +185,7 @@ ssize_t board_read(int descriptor, void* buffer, size_t count)
                                  : device_read(device, descriptor, buffer, count);
 }
 
-/* The fortified one: a buffer too small is the C library's to report. */
+/* The fortified one: the C library reports a buffer that is too small. */
 NEXT(__read_chk, ssize_t, int, void*, size_t, size_t)
 ssize_t board_read_chk(int descriptor, void* buffer, size_t count, size_t room) WRAPS(__read_chk);
 ssize_t board_read_chk(int descriptor, void* buffer, size_t count, size_t room)
@@ -226,8 +227,8 @@ ssize_t board_write(int descriptor, const void* buffer, size_t count)
 MMAP(mmap, long)
 MMAP(mmap64, int64_t)
 
-/* --- Requests. The C library's header takes an unsigned long, but callers hand over an int as well, which
- * comes with its sign spread over the upper half: only the low 32 bits count. --- */
+/* --- Requests. The C library's header takes an unsigned long. Callers also pass an int, whose sign fills the
+ * upper half, so only the low 32 bits count. --- */
 
 #define IOCTL(function)                                                                               \
     NEXT(function, int, int, unsigned long, ...)                                                      \

@@ -1,4 +1,4 @@
-/* Choosing the board from the program itself. */
+/* The choice of the board from within the program. */
 #include "board/preload/haldenboard.h"
 
 #include "board/devices/devices.h"

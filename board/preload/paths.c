@@ -34,8 +34,8 @@ static FILE* closed(FILE* stream)
     return NULL;
 }
 
-/* One definition for each shape of arguments. The records are opaque: the names differ in their layout, which
- * is between caller and C library. */
+/* One definition for each shape of arguments. The records are opaque, because their layout differs between
+ * the names and concerns only the caller and the C library. */
 
 #define PATH_RECORD(function)                                             \
     NEXT(function, int, const char*, void*)                               \

@@ -4,7 +4,7 @@
 
 #include <signal.h>
 
-/* True if the call has to fail; errno is set then. */
+/* True if the call has to fail; then errno is set. */
 static bool strikes(enum board_operation operation)
 {
     const struct board* board = board_current();

@@ -315,7 +315,7 @@ bool CBoard::setCodecState(const SCodecState& rsState)
 {
     if (!isOpen())
         return false;
-    // Replaced whole: whoever looks at it never sees half a state.
+    // Replaced whole, so that readers never see half a state.
     QSaveFile cFile(path(BOARD_CODEC_STATE));
     return cFile.open(QIODevice::WriteOnly) && cFile.write(rsState.toText()) >= 0 && cFile.commit();
 }

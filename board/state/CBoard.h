@@ -10,19 +10,20 @@
 #include <QStringList>
 #include <QVector>
 
-/// A virtual board from outside: what a test or a tool sees of it, and how it steers it.
+/// A virtual board from outside: what a test or a tool can see of it, and how it steers it.
 ///
-/// A board is a directory. CBoardMaker makes one, open() gives access to one that exists, which may be in use by
-/// a daemon at the same time: everything here acts at once, and shows what the daemon has just done. CBoardPicture
-/// shows what is on the monitor, CJudgements what programs did wrong.
+/// A board is a directory. CBoardMaker makes one; open() gives access to an existing one, which a daemon may
+/// be using: everything here acts at once, and shows what the daemon has just done. CBoardPicture shows the
+/// monitor, CJudgements what programs did wrong.
 ///
 ///     CBoard cBoard;
 ///     if (!CBoardMaker::create(cDirectory, cError) || !cBoard.open(cDirectory))
 ///         ...
 ///     cBoard.setFault({BOARD_OPERATION_I2C_READ});        // from now on
 ///
-/// Byte order is taken care of: register values and pixels are numbers. A register address outside of the
-/// board reads as 0, and a store to it is dropped; so does everything on a board that isn't open.
+/// Register values and pixels are numbers, whatever the byte order of the board. A register address outside
+/// of the board reads as 0, and a store to it is dropped; the same goes for every call on a board that isn't
+/// open.
 class CBoard
 {
 public:
@@ -35,13 +36,13 @@ public:
         LIME_PIO = LIME_PIO_WINDOW
     };
 
-    /// An operation that fails. The initial values: the next call and all after it fail, in the way usual for
-    /// the operation.
+    /// An operation that fails. By default the next call and all after it fail, with the operation's usual
+    /// error.
     struct SFault {
         board_operation eOperation = BOARD_OPERATION_NONE;
         quint32 u32Nth = 1;                     ///< the first call to fail, counted from now: 1 is the next
-        quint32 u32Count = BOARD_FAULT_FOREVER; ///< how many calls fail
-        int iError = 0;                         ///< error number; 0 the usual one
+        quint32 u32Count = BOARD_FAULT_FOREVER; ///< number of calls that fail
+        int iError = 0;                         ///< error number; 0 for the usual one
         bool bShort = false;                    ///< transfer half instead of failing
         quint32 u32Hits = 0;                    ///< in faults(): calls that have failed
     };
@@ -51,18 +52,19 @@ public:
     CBoard(const CBoard&) = delete;
     CBoard& operator=(const CBoard&) = delete;
 
-    /// False if there is no usable board; errorString() says why. Then the board is closed.
+    /// Opens the board in the directory. False if there is no usable board; errorString() says why, and the
+    /// board is closed.
     bool open(const QString& rcDirectory);
     void close();
     bool isOpen() const { return m_cControl.data() != nullptr; }
     QString errorString() const { return m_cError; }
     QString directory() const { return m_cDirectory; }
 
-    /// Path of one of the files named in board_layout.h.
+    /// Path of one of the files of board_layout.h.
     QString path(const char* pszFile) const;
 
     /// \name Display controller
-    /// Registers by window and byte offset; memory, from which layers are shown, by byte address.
+    /// Registers by window and byte offset; the memory that layers show by byte address.
     /// @{
     quint32 limeRegister(ELimeWindow eWindow, quint32 u32Offset) const;
     void setLimeRegister(ELimeWindow eWindow, quint32 u32Offset, quint32 u32Value);
@@ -104,42 +106,41 @@ public:
     /// @}
 
     /// \name Judgements
-    /// What the preloaded library has noted; CJudgements has all of them.
+    /// The notes of the preloaded library; CJudgements has all judgements.
     /// @{
     QStringList notedJudgements() const;
     bool clearJudgements();
     /// @}
 
     /// \name Faults
-    /// One an operation; a new one replaces the old one.
+    /// One for each operation; a new one replaces the old one.
     /// @{
     void setFault(const SFault& rcFault);
     void clearFault(board_operation eOperation);
     void clearFaults();
-    QVector<SFault> faults() const; ///< those set, also when used up
+    QVector<SFault> faults() const; ///< all that are set, used up or not
     /// @}
 
     /// \name Codec
-    /// The stand-in of the codec service, halden-codec, which heeds the modes while it runs and keeps its state
-    /// and the calls that it got on the board; virtual-board-reference.md has the grammar of the calls.
+    /// The codec service's stand-in, halden-codec, obeys the modes while it runs, and stores its state and the
+    /// calls that it got on the board; virtual-board-reference.md has the grammar of the calls.
     /// @{
     void setCodecMode(board_codec_mode eMode);
     board_codec_mode codecMode() const;
-    void setCodecDelay(quint32 u32Milliseconds); ///< so long takes each call; 0 is the usual
+    void setCodecDelay(quint32 u32Milliseconds); ///< time that each call takes; 0 by default
     quint32 codecDelay() const;
-    bool
-    setCodecState(const SCodecState& rsState); ///< the stand-in's own, and for tests of what it looks like
+    bool setCodecState(const SCodecState& rsState); ///< for the stand-in, and tests of its picture
     SCodecState codecState() const;
     bool noteCodecCall(const QString& rcLine);
     QStringList codecCalls() const;
     bool clearCodecCalls();
     /// @}
 
-    /// The name of a mode, and the other way round: BOARD_CODEC_MODE_COUNT if there is none.
+    /// The name of a mode, and the mode of a name: BOARD_CODEC_MODE_COUNT if there is none.
     static QString codecModeName(board_codec_mode eMode);
     static board_codec_mode codecModeByName(const QString& rcName);
 
-    /// The name of an operation, and the other way round: BOARD_OPERATION_NONE if there is none.
+    /// The name of an operation, and the operation of a name: BOARD_OPERATION_NONE if there is none.
     static QString operationName(board_operation eOperation);
     static board_operation operationByName(const QString& rcName);
 

@@ -4,7 +4,7 @@
 #include <QFile>
 #include <QString>
 
-/// A file of a board, mapped whole and shared: what one program stores, the others see at once.
+/// A file of a board, mapped whole and shared: other programs see a store at once.
 class CMappedFile
 {
 public:
@@ -14,7 +14,7 @@ public:
     CMappedFile(const CMappedFile&) = delete;
     CMappedFile& operator=(const CMappedFile&) = delete;
 
-    /// Maps the first iBytes bytes. False if the file is missing or shorter; rcError says so then.
+    /// Maps the first iBytes bytes. False if the file is missing or shorter; rcError says so.
     bool open(const QString& rcPath, qint64 iBytes, QString& rcError);
     void close();
 

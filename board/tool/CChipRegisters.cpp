@@ -109,14 +109,14 @@ bool CChipRegisters::readFile(QString& rcError)
     return m_bFileRead;
 }
 
-/// The decoder's status is the decoder's own: what is written to it gets lost.
+/// Not the decoder's status, whose writes the decoder ignores.
 bool CChipRegisters::isWrittenByDaemon(const reg_bf_group& rcRow) const
 {
     const bool bStatus = m_rcChip.psRegisters == &crp_saa7113 && rcRow.addr == SAA7113_STATUS;
     return m_bFileRead && rcRow.valid != 0 && !bStatus;
 }
 
-/// The table's row composes the file's value and splits the board's; then it is as it was.
+/// Uses the table's row to compose the file's value and to split the board's, and restores it.
 CChipRegisters::SRegister CChipRegisters::lookAt(reg_bf_group& rcRow) const
 {
     const SWindow* pcWindow = windowOf(rcRow);

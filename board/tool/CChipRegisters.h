@@ -7,10 +7,12 @@
 #include <QString>
 #include <QVector>
 
-/// The registers of one chip: as a board holds them, beside what the register file in the board's folder says.
+/// The registers of one chip: their values on a board, beside those of the register file in the board's
+/// folder.
 ///
-/// Tables, composing and splitting are the register database's, so the file's values are those that the daemon
-/// would send. The database is the process's only copy, and holds what was read from files.
+/// The register database supplies tables, composing and splitting, so the file's values are those that the
+/// daemon would send. The database is the process's only copy, and holds the values that were read from
+/// files.
 class CChipRegisters
 {
 public:
@@ -38,11 +40,11 @@ public:
     /// The chips by name: fpga, lime, saa7113, saa7129.
     static QStringList chipNames();
 
-    /// rcChip: one of chipNames().
+    /// rcChip: one of chipNames(). Keeps a reference to the board.
     CChipRegisters(const CBoard& rcBoard, const QString& rcChip);
 
-    /// Reads the chip's register file. False if there is none, or it can't be read; rcError says why, in one
-    /// line. Until it has been read no register counts as named in it.
+    /// Reads the chip's register file. False if it is missing or can't be read; rcError says why, in one
+    /// line. Before that, no register counts as named in the file.
     bool readFile(QString& rcError);
 
     /// All registers in the order of the table.

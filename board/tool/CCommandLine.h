@@ -10,7 +10,7 @@ class CBoard;
 /// The command line of one command of halden-board: its options and arguments, help, and the exit statuses
 /// that all commands share.
 ///
-/// A command describes itself, calls parse() and ends with exitStatus() if that gives false:
+/// A command describes itself, calls parse(), and ends with exitStatus() if that returns false:
 ///
 ///     CCommandLine cLine(QStringLiteral("create"), QStringLiteral("Makes a board."));
 ///     cLine.addArgument(QStringLiteral("DIR"), QStringLiteral("directory, made if missing"));
@@ -27,9 +27,9 @@ public:
     void addFlag(const QString& rcName, const QString& rcDescription);
     void addValue(const QString& rcName, const QString& rcValueName, const QString& rcDescription);
 
-    /// rcArguments: all behind the command's name. The limits are for the arguments that are no options;
-    /// iMost < 0 is no limit. False when the command is over: help was asked for and given, or the line is
-    /// wrong and that was said.
+    /// rcArguments: everything behind the command's name. The limits are for the arguments that are no
+    /// options; iMost < 0 is no limit. Returns false if the command is over, because it printed its help or
+    /// reported a wrong line.
     bool parse(const QStringList& rcArguments, int iLeast, int iMost);
 
     /// Opens the board of the option --board or of the environment. False, with a message, if there is none.

@@ -1,4 +1,4 @@
-/* The commands of halden-board. Each gets what stands behind its name and returns the exit status. */
+/* The commands of halden-board. Each takes the words behind its name and returns the exit status. */
 #ifndef HALDEND_BOARD_TOOL_COMMANDS_H
 #define HALDEND_BOARD_TOOL_COMMANDS_H
 
@@ -15,8 +15,8 @@ int commandRegisters(const QStringList& rcArguments);
 int commandSignal(const QStringList& rcArguments);
 int commandTrace(const QStringList& rcArguments);
 
-/// Calls the function at once and then again several times a second, until it returns false or SIGINT or
-/// SIGTERM comes, which is the usual end of commands that follow something.
+/// Calls the function at once, then several times a second, until it returns false or SIGINT or SIGTERM
+/// comes, the usual end of commands that follow something.
 void repeatUntilStopped(bool (*pfnStep)(void* pvContext), void* pvContext);
 
 #endif

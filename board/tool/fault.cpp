@@ -59,7 +59,7 @@ static const QString COUNT = QStringLiteral("count");
 static const QString ERROR = QStringLiteral("errno");
 static const QString SHORT = QStringLiteral("short");
 
-/// Reads the fault that the line describes. False, with a message, if it makes no sense.
+/// Reads the fault from the command line. False, with a message, if it makes no sense.
 static bool readFault(CCommandLine& rcLine, CBoard::SFault& rcFault)
 {
     const QString cName = rcLine.arguments().first();

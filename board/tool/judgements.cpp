@@ -1,4 +1,4 @@
-/* halden-board: the command that shows what programs did to the board that they may not do. */
+/* halden-board: the command that shows what programs did to the board against its rules. */
 #include "board/judge/CJudgements.h"
 #include "board/state/CBoard.h"
 #include "board/tool/CCommandLine.h"

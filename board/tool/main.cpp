@@ -1,4 +1,4 @@
-/* halden-board: makes, shows and controls virtual boards. */
+/* halden-board: makes virtual boards, shows what programs do to them, and controls them. */
 #include "board/tool/Commands.h"
 
 #include <QCoreApplication>

@@ -8,7 +8,7 @@
 namespace
 {
 
-/// What is wanted, in capitals, and which of it hasn't been found yet; all if nothing is named.
+/// The names that were asked for, in capitals, and those not found yet; everything if there are none.
 struct SWanted {
     QStringList cNames;
     QStringList cUnknown;
@@ -28,8 +28,8 @@ QString hex(const CChipRegisters::SRegister& rcRegister, quint32 u32Value)
     return QStringLiteral("0x%1").arg(u32Value, rcRegister.iBits / 4, 16, QLatin1Char('0'));
 }
 
-/// The fields, such as "vsci=1 vscf=0(2005)": in brackets what the file says, where that differs. Reserved ones
-/// only where they aren't 0.
+/// The fields, such as "vsci=1 vscf=0(2005)": in brackets the file's value if it differs. Reserved fields
+/// only if they aren't 0.
 QString fieldsOf(const CChipRegisters::SRegister& rcRegister)
 {
     QStringList cTexts;
@@ -55,8 +55,8 @@ void printRegister(const CChipRegisters::SRegister& rcRegister)
                 qPrintable(fieldsOf(rcRegister)), qPrintable(cFile));
 }
 
-/// The chip's file is read only if something of the chip is listed: whoever asks for the FPGA needn't hear of
-/// the other chips' files.
+/// Reads the chip's file only if one of its registers is listed, so that a request for the FPGA doesn't warn
+/// about the files of other chips.
 void listChip(const CBoard& rcBoard, const QString& rcChip, SWanted& rcWanted, CCommandLine& rcLine)
 {
     CChipRegisters cChip(rcBoard, rcChip);

@@ -14,7 +14,7 @@
 namespace
 {
 
-const unsigned long PAUSE_MS = 100; // between two looks at something that is followed
+const unsigned long PAUSE_MS = 100; // between two steps of repeatUntilStopped()
 
 volatile std::sig_atomic_t s_iStopped = 0;
 
@@ -90,7 +90,7 @@ int commandPicture(const QStringList& rcArguments)
 
 // Trace
 
-/// Prints what the trace has got since the last time; a trace that was cleared starts anew.
+/// Prints the lines added to the trace since the last time; all of them if the trace was cleared.
 static bool printNewLines(void* pvFile)
 {
     auto& rcFile = *static_cast<QFile*>(pvFile);
