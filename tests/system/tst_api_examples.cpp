@@ -1,4 +1,5 @@
-/* The examples of docs/dbus-api.md, as a reader would try them, and what the page says of calls that don't fit. */
+/* The examples of docs/dbus-api.md, run as a reader would, and the page's statements on calls that don't
+ * fit. */
 #include "tests/support/CBusMonitor.h"
 #include "tests/support/CVideoScene.h"
 #include "tests/support/Timeouts.h"
@@ -47,7 +48,7 @@ void TestApiExamples::startScene()
 
 void TestApiExamples::endScene()
 {
-    // What print_hardware_config prints.
+    // The output of print_hardware_config.
     QCoreApplication::processEvents();
     for (const QString& rcLine : m_pcScene->daemon().unexpectedOutput())
         if (rcLine.startsWith(QLatin1String("DEBUG_print")) || rcLine.contains(QLatin1String("=L:(")))
@@ -55,7 +56,8 @@ void TestApiExamples::endScene()
     QCOMPARE(m_pcScene->end(), QString());
 }
 
-// The daemon that the page's answers come from: a window, a text, and a codec service in the state that the method is for.
+// The daemon that gives the page's answers: a window, a text, and a codec service in the state that the
+// method needs.
 void TestApiExamples::prepareAnswer(const QString& rcMethod)
 {
     endScene();
@@ -122,8 +124,7 @@ void TestApiExamples::can_be_used_as_they_stand_data()
             cExamples << qMakePair(cLine, QString());
         else if (ANSWER.match(cLine).hasMatch())
             cExamples.last().second = ANSWER.match(cLine).captured(1);
-        else if (TABLE_ROW.match(cLine)
-                     .hasMatch()) // method and arguments, to be put into the example above it
+        else if (TABLE_ROW.match(cLine).hasMatch()) // method and arguments, for the example above it
             cExamples << qMakePair(cExamples.last().first.section(QLatin1Char(' '), 0, 4) + QLatin1Char(' ') +
                                        TABLE_ROW.match(cLine).captured(1),
                                    QString());
@@ -155,11 +156,12 @@ void TestApiExamples::can_be_used_as_they_stand()
     cProcess.start(cProgram, cArguments);
     QVERIFY(cProcess.waitForFinished(TIMEOUT_PROCESS_MS));
     QVERIFY2(cProcess.exitCode() == 0, cProcess.readAllStandardError().constData());
-    // Nothing for a method without a result.
+    // Empty for a method without a result.
     QCOMPARE(QString::fromUtf8(cProcess.readAllStandardOutput().trimmed()), answer);
 }
 
-// Qt doesn't wait where the interface says that no reply is sent, unless it is told to. A bus monitor shows the call.
+// Qt doesn't wait for a method that the interface declares without a reply, unless it is told to. A bus
+// monitor shows the call.
 void TestApiExamples::a_call_that_does_not_fit_fails_only_for_those_who_wait()
 {
     CBusMonitor cMonitor;

@@ -1,4 +1,4 @@
-/* "/debug" from a client on the bus: what service staff can do to a running board. */
+/* "/debug" from a client on the bus: the actions of service staff on a running board. */
 #include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"
 #include "tests/golden.h"
@@ -90,10 +90,10 @@ void TestDebug::send(const char* pszMethod, const QVariantList& rcArguments)
     QVERIFY(m_pcScene->daemon().settle());
 }
 
-// What is on standard error since the last time, log lines left out.
+// The output on standard error since the last time, without log lines.
 QStringList TestDebug::printed()
 {
-    // All of it is in the pipe; it only has to be read.
+    // All output is in the pipe already.
     QCoreApplication::processEvents();
     return m_pcScene->daemon().takeUnexpectedOutput();
 }
@@ -212,7 +212,7 @@ void TestDebug::prints_what_is_in_the_chip_now()
                                           "V-v32-(0fd50eb1) N-help-[Capture-Scale]")));
 }
 
-// The trace without the watch over the camera signal, whose second may be up at any time.
+// The trace without the poll of the camera signal, which may come at any time.
 static QStringList operations(const CBoard& rcBoard)
 {
     QStringList cLines = rcBoard.traceLines();
@@ -236,7 +236,7 @@ void TestDebug::prints_nothing_for_other_words()
     QCOMPARE(operations(m_pcScene->board()), QStringList());
 }
 
-// The bus is open during the bring-up only; the number it had may be another file's by now.
+// The I2C bus is open during the bring-up only; later another file may have its number.
 void TestDebug::a_closed_bus_reads_as_ff()
 {
     m_pcScene->board().setTracing(true);
@@ -277,7 +277,7 @@ void TestDebug::saves_nothing_where_it_can_not_data()
     QTest::newRow("a folder") << QStringLiteral(".");
 }
 
-// One file after the other: what becomes of one harms no other.
+// One file after the other: a failure of one harms no other.
 void TestDebug::saves_nothing_where_it_can_not()
 {
     QFETCH(QString, place);
@@ -325,7 +325,7 @@ void TestDebug::saved_files_of_decoder_and_encoder_program_zeros()
     for (const QString& rcName : {QStringLiteral("saa7113.cnf"), QStringLiteral("saa7129.cnf")})
         for (const QByteArray& rcLine : contents(rcName).split('\n'))
             QVERIFY2(!rcLine.contains(" = ") || rcLine.contains(" = 0   ;"), rcLine.constData());
-    // Whatever is in the chips.
+    // Whatever the chips hold.
     QCOMPARE(contents(QStringLiteral("saa7113.cnf")).count(" Val:(0xff)\n"), 31);
     QCOMPARE(contents(QStringLiteral("saa7129.cnf")).count(" Val:(0xff)\n"), 73);
     QVERIFY(m_pcScene->board().i2cRegister(SAA7129_SLAVE, 0x61) != 0);
@@ -354,7 +354,7 @@ void TestDebug::reloads_what_the_files_say_now()
         QString());
 }
 
-// The register file says so, and the watch over the signal acts on changes alone.
+// The register file says so. The signal monitor writes only when the signal changes.
 void TestDebug::a_reload_leaves_the_frame_generator_off_until_the_signal_changes()
 {
     const quint32 CTRL = 0xff0000;
@@ -507,7 +507,7 @@ void TestDebug::a_reload_survives_any_file()
     QCOMPARE(printed(), QStringList());
 }
 
-// A failed reload leaves no configuration behind for those who come after it.
+// A failed reload leaves no configuration to the calls after it.
 void TestDebug::a_failed_reload_can_be_printed_and_saved()
 {
     for (const QString& rcName : FILES)
@@ -532,8 +532,8 @@ void TestDebug::two_hundred_reloads()
     QCOMPARE(m_pcScene->daemon().log().size(), 1);
 }
 
-// What becomes of many reloads on the target, whose address space holds some tens of mappings: the one of the
-// tables is not made any more, the window's own takes the place that it gave up.
+// Many reloads on the target, whose address space holds some tens of mappings: the mapping of the tables
+// fails then, and the window's own takes the place that it gave up.
 void TestDebug::reloads_go_on_without_address_space()
 {
     CBoard& rcBoard = m_pcScene->board();
@@ -577,7 +577,8 @@ void TestDebug::the_recording_mode_is_back_after_the_playback_mode()
     QCOMPARE(rcBoard.fpgaRegister(0xff0000), 0x03000000U);
     send("fpga_enter_recording_mode");
     QCOMPARE(rcBoard.fpgaRegister(0xff0000), 0U);
-    // The switches know the mode of the start.
+    // Kept: the switches bring back the mode of the start; clients that switch the overlay during playback
+    // see it.
     send("fpga_enter_playback_mode");
     send("fpga_enable_frame_generator");
     QCOMPARE(rcBoard.fpgaRegister(0xff0000), 0x00800000U);

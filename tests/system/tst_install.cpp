@@ -1,4 +1,4 @@
-/* What an installation puts in place, and that the bus enforces the policy in it. */
+/* The files of an installation, and the policy in it as the bus enforces it. */
 #include "board/create/CBoardMaker.h"
 #include "board/state/CBoard.h"
 #include "tests/support/CDaemonProcess.h"
@@ -27,8 +27,8 @@ const QString INTERFACES = QStringLiteral("/usr/share/dbus-1/interfaces/");
 const QString PROGRAM = QStringLiteral("/usr/sbin/haldend");
 const QString MANUAL = QStringLiteral("/usr/share/man/man8/haldend.8");
 
-/// Users and groups that every Debian has and that have nothing to do with each other, in the place of
-/// haldend's, which exist only where the daemon is at home.
+/// Unrelated users and groups of every Debian, in place of haldend's, which exist only where the daemon is
+/// installed.
 const QString SOMEBODY = QStringLiteral("nobody");
 const QString OWNER = QStringLiteral("games");
 const QString GROUP = QStringLiteral("news");
@@ -36,7 +36,7 @@ const QString GROUP = QStringLiteral("news");
 const QString GRANTED = QStringLiteral("granted");
 const QString REFUSED = QStringLiteral("refused");
 
-/// Runs to its end. The exit status, -1 if that can't be had.
+/// Runs the program to its end. Returns the exit status, -1 if there is none.
 int run(QProcess& rcProcess, const QStringList& rcCommand)
 {
     rcProcess.setProcessChannelMode(QProcess::MergedChannels);
@@ -157,14 +157,15 @@ void TestInstall::the_manual_page_is_well_formed()
     QVERIFY2(iStatus == 0, cProcess.readAll());
 }
 
-// A request is what a client has to say to dbus-send.
+// A request: a client's arguments for dbus-send.
 
 static QStringList callOf(const char* pszPath, const char* pszMember)
 {
     return {QStringLiteral("--dest=velmar.haldend"), QLatin1String(pszPath), QLatin1String(pszMember)};
 }
 
-/// A row for each client that this test can play. bOwner: the user haldend may; bMember: members of its group may.
+/// A row for each client that this test can play. bOwner: the user haldend may do it; bMember: members of its
+/// group may.
 static void addRows(const char* pszWhat, const QStringList& rcRequest, bool bOwner, bool bMember)
 {
     const auto cAdd = [&](const char* pszClient, bool bGranted) {
@@ -196,7 +197,7 @@ void TestInstall::the_policy_is_enforced_data()
             true);
     addRows("introspects", callOf("/videodisplay", "org.freedesktop.DBus.Introspectable.Introspect"), false,
             true);
-    // Service staff's object, by its interface and by others.
+    // The object for service staff, by its interface and by others.
     addRows("debugs", callOf("/debug", "velmar.haldend.debug.fpga_disable_video_restore"), false, false);
     addRows("introspects debug", callOf("/debug", "org.freedesktop.DBus.Introspectable.Introspect"), false,
             false);
@@ -264,7 +265,7 @@ void TestInstall::calls_with_a_descriptor_are_refused_data()
     QTest::newRow("member") << false;
 }
 
-// By the bus, and so whatever the daemon would make of it: the test itself owns the name.
+// The bus decides, whatever the daemon would do: the test itself owns the name.
 void TestInstall::calls_with_a_descriptor_are_refused()
 {
     QFETCH(bool, root);

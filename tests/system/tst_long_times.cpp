@@ -1,4 +1,4 @@
-/* What takes seconds to hours, without waiting: the daemon and the codec stand-in on other clocks. */
+/* Times of seconds to hours, without waiting: the daemon and the codec stand-in run on other clocks. */
 #include "hw/fpga_map.h"
 #include "tests/support/CCodecProcess.h"
 #include "tests/support/CScene.h"
@@ -12,8 +12,8 @@
 
 #include <algorithm>
 
-// Fast enough not to wait long for the 25 s that the daemon waits for the codec, and slow enough for its start and its
-// other calls, which wait as long, on a busy machine.
+// Fast enough to shorten the daemon's 25 s wait for the codec. Slow enough that on a busy machine the start
+// and the other calls, which have the same limit, don't time out.
 static const int FACTOR = 25;
 static const int CALL_TIMEOUT_MS = 25000 / FACTOR * 95 / 100; // by a timer of Qt's that may be 5 % early
 
@@ -152,8 +152,8 @@ bool TestLongTimes::startCodec()
     return m_pcCodec->start(m_pcScene->bus().address(), m_pcScene->board().directory());
 }
 
-// A program wakes up for the first call after a leap, and does what is due then before the second; what it has put
-// off to the next turn of its event loop, before the third.
+// After a leap a program wakes up for the first call, handles its due timers before the second, and the work
+// that it queued for the next turn of its event loop before the third.
 static const int CALLS_AFTER_LEAP = 3;
 
 // Lets the codec's clock leap, and a running recording grow by that.
@@ -175,7 +175,7 @@ bool TestLongTimes::pass(int iSeconds)
     bool bDone = m_pcClock->leap(iSeconds);
     for (int i = 0; bDone && i < CALLS_AFTER_LEAP; i++)
         bDone = m_pcScene->daemon().settle();
-    // Signals have come before the answers, but wait for the event loop.
+    // The signals came before the answers, but are still queued in the event loop.
     QCoreApplication::processEvents();
     return bDone;
 }
@@ -188,10 +188,10 @@ bool TestLongTimes::record(int iSeconds, int iStep)
     return true;
 }
 
-// A second of the video counter. False if it isn't announced.
+// Lets one second of the video counter pass. False if no signal announces it.
 bool TestLongTimes::tick(QSignalSpy& rcTicks)
 {
-    // The call does nothing, but the daemon gets up for it.
+    // The call does nothing but wake the daemon.
     const bool bLeapt = m_pcClock->leap(1);
     m_pcScene->daemon().send(QStringLiteral("/videodisplay"), QStringLiteral("set_video_mode"), {0});
     return bLeapt && rcTicks.wait(TIMEOUT_CALL_MS);
@@ -246,7 +246,7 @@ void TestLongTimes::overlay(const char* pszMethod, const QVariantList& rcArgumen
     m_pcScene->daemon().send(OVERLAY, QString::fromLatin1(pszMethod), rcArguments);
 }
 
-// The first three characters of a row of the text page, when all that was sent before has been carried out.
+// The first three characters of a row of the text page, after all calls before have been carried out.
 QByteArray TestLongTimes::firstLetters(int iRow)
 {
     if (!m_pcScene->daemon().settle())
@@ -284,7 +284,7 @@ void TestLongTimes::pauses_are_not_recorded()
 {
     QVERIFY2(startOnLeapingClocks(), m_pcScene->describe());
     QCOMPARE(call("start_video_recording"), OK);
-    // The file doesn't grow in the pauses, and may not.
+    // The file doesn't grow in the pauses, and needn't.
     for (int iRecorded = 10; iRecorded <= 30; iRecorded += 10) {
         QVERIFY(record(10));
         QCOMPARE(recordedSeconds(), iRecorded);
@@ -298,7 +298,7 @@ void TestLongTimes::pauses_are_not_recorded()
     QCOMPARE(m_cSignals, QStringList());
 }
 
-// The look at the length is each sixth one at the file, counted from the resumption.
+// The length is checked at each sixth check of the file, counted from the resumption.
 void TestLongTimes::a_recording_resumed_before_its_end_runs_on()
 {
     const int BEFORE_S = 57 * MINUTE_S + 50;
@@ -418,7 +418,7 @@ void TestLongTimes::a_temporary_text_of_9999_seconds_goes_away()
     QCOMPARE(firstLetters(10), QByteArray("one"));
     QVERIFY(pass(1));
     QCOMPARE(firstLetters(10), QByteArray("   "));
-    // Its timer goes on, and has nothing to do with the text that comes after it.
+    // Kept: its timer goes on, without effect on the text that comes after it.
     QVERIFY(pass(1));
     overlay("draw_temp_text", {QStringLiteral("two"), 1, 5, 0, 10, DURATION_S});
     QCOMPARE(firstLetters(10), QByteArray("two"));
@@ -428,7 +428,7 @@ void TestLongTimes::a_temporary_text_of_9999_seconds_goes_away()
     QCOMPARE(firstLetters(10), QByteArray("   "));
 }
 
-// A leap over several seconds would be one tick: each has to be made.
+// A leap over several seconds would be one tick, so each second is a leap of its own.
 void TestLongTimes::the_counter_counts_more_than_an_hour()
 {
     QVERIFY2(startOnLeapingClocks(), m_pcScene->describe());
@@ -480,9 +480,9 @@ void TestLongTimes::the_counter_goes_on_from_60_and_from_negative_values()
     QCOMPARE(cTicks.takeFirst(), (QVariantList{1, 0, 0, 0}));
 }
 
-// A minute by itself, the codec beside the daemon. Busy machines are late, so that seconds may be lost; none is counted
-// twice. On a faster clock than this the codec would have to let the file grow within less than half a second, or the
-// daemon would end the recording.
+// A whole minute, with the codec beside the daemon. A busy machine may lose seconds; none is counted twice.
+// On a faster clock than this the codec would have to let the file grow within less than half a second, or
+// the daemon would end the recording.
 void TestLongTimes::all_keep_pace_on_a_faster_clock()
 {
     const int PACE = 10;
@@ -513,7 +513,7 @@ void TestLongTimes::a_codec_that_does_not_answer_ends_in_the_error_data()
 {
     QTest::addColumn<QStringList>("before");
     QTest::addColumn<QString>("command");
-    QTest::addColumn<int>("delay"); // ms, 0: it hangs
+    QTest::addColumn<int>("delay"); // ms; 0 if it hangs
     const QString cRecord = QStringLiteral("start_video_recording");
     const QString cPauseRecording = QStringLiteral("pause_video_recording");
     const QString cPlay = QStringLiteral("start_video_playback");
@@ -550,7 +550,7 @@ void TestLongTimes::a_codec_that_does_not_answer_ends_in_the_error()
     QVERIFY(servesOtherCalls());
     if (delay != 0)
         QTRY_COMPARE(rcBoard.codecState().eActivity, SCodecState::RECORDING);
-    // For good, also when the codec is well again.
+    // The error is final, even after the codec has recovered.
     rcBoard.setCodecMode(BOARD_CODEC_OK);
     rcBoard.setCodecDelay(0);
     for (const char* pszCommand : {"start_video_recording", "stop_video_recording", "start_video_playback",
@@ -570,7 +570,7 @@ void TestLongTimes::a_codec_that_hangs_around_a_still_image_ends_in_the_error_da
     QTest::newRow("at the resumption") << true;
 }
 
-// The image is taken all the same.
+// The image is saved all the same.
 void TestLongTimes::a_codec_that_hangs_around_a_still_image_ends_in_the_error()
 {
     QFETCH(bool, pauses);
@@ -579,7 +579,8 @@ void TestLongTimes::a_codec_that_hangs_around_a_still_image_ends_in_the_error()
     QCOMPARE(call("start_video_recording"), OK);
     if (!pauses)
         rcBoard.setCodecMode(BOARD_CODEC_HANG);
-    // Time to change its mind between the answer to the pause and the one to the resumption: 15 s, 600 ms here.
+    // Time to change the codec's mode between the answer to the pause and the one to the resumption: 15 s,
+    // 600 ms here.
     rcBoard.setCodecDelay(15000);
     QCOMPARE(call("save_video_image"), OK);
     rcBoard.setCodecMode(BOARD_CODEC_HANG);
@@ -637,7 +638,7 @@ void TestLongTimes::a_slow_codec_is_waited_for()
             iRecorded = recordedSeconds();
         }
     }
-    // What is recorded while the codec thinks about the pause counts: it goes on until the codec has paused it.
+    // The time until the codec has paused counts as recorded.
     QVERIFY2(iRecorded >= DELAY_MS / 1000, QByteArray::number(iRecorded));
     QCOMPARE(call("start_video_recording"), OK);
     QCOMPARE(call("save_video_image"), OK);

@@ -61,7 +61,7 @@ void TestOptions::bad_options_end_with_255_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QStringList>("log");
-    QTest::addColumn<QStringList>("complaint"); // of getopt itself, its program name left out
+    QTest::addColumn<QStringList>("complaint"); // getopt's own, without its program name
     const QStringList cNone;
     QTest::newRow("no options") << cNone << QStringList{NO_I2C, NO_FPGA, NO_LIME, FAILED} << cNone;
     QTest::newRow("no -i") << words("-f x -l y") << QStringList{NO_I2C, FAILED} << cNone;
@@ -101,7 +101,7 @@ void TestOptions::bad_options_end_with_255()
     QCOMPARE(cComplaints, complaint);
 }
 
-// Standard error is a pipe whose reader is gone, as it is when whoever started the daemon has ended.
+// Standard error is a pipe without a reader, as after the end of the program that started the daemon.
 void TestOptions::a_log_that_nobody_reads_does_not_end_it()
 {
     int iPipe[2];

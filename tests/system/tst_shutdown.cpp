@@ -1,5 +1,6 @@
-/* The end of the real process: SIGTERM and SIGHUP at every moment that a client or an init system can choose, and the
- * loss of the bus. With either of Qt's event dispatchers: they differ in what they still deliver after a quit.
+/* The end of the real process: SIGTERM and SIGHUP at every moment that a client or an init system can choose,
+ * and the loss of the bus. With either of Qt's event dispatchers: they differ in what they still deliver
+ * after a quit.
  */
 #include "tests/support/CBusMonitor.h"
 #include "tests/support/CVideoScene.h"
@@ -78,7 +79,7 @@ static void useDispatcher(CScene& rcScene, bool bGLib)
 
 #define VERIFY_ENDED_WELL(cScene) VERIFY_ENDED(cScene, LIVED_WELL)
 
-// Waits until a connection that wasn't there before comes to the bus, and calls back at once.
+// Waits for a new connection to the bus, and calls back at once.
 class CArrivals : public QObject
 {
     Q_OBJECT
@@ -124,8 +125,8 @@ void TestShutdown::a_signal_before_the_event_loop_ends_it_well_data()
     addSignals();
 }
 
-// When the daemon comes to the bus its signal hook is in, and its objects, its name and the event loop are still
-// ahead. How far it gets until the signal arrives differs from run to run: that is the point.
+// When the daemon connects to the bus, its signal hook is installed; its objects, its name and the event loop
+// come later. How far it gets until the signal arrives differs from run to run, as intended.
 void TestShutdown::a_signal_before_the_event_loop_ends_it_well()
 {
     QFETCH(int, signal);
@@ -168,7 +169,7 @@ void TestShutdown::a_signal_in_a_burst_of_calls_ends_it_well()
     }
     QVERIFY2(cScene.daemon().waitForEnd(), cScene.describe());
     VERIFY_ENDED_WELL(cScene);
-    // What was carried out was carried out in order, and whole.
+    // The calls that were carried out were carried out in order, and completely.
     const quint32 u32Position = cScene.board().limeRegister(CBoard::LIME_DISPLAY, 0x124);
     QCOMPARE(u32Position >> 16, u32Position & 0xffff);
 }
@@ -195,7 +196,8 @@ void TestShutdown::what_was_accepted_is_done_before_the_end_data()
     addDispatchers();
 }
 
-// A save that was answered with 0: the signal comes while the codec is asked for the pause that the save begins with.
+// A save that was answered with 0: the signal comes while the codec is asked for the pause that the save
+// begins with.
 void TestShutdown::what_was_accepted_is_done_before_the_end()
 {
     QFETCH(bool, glib);
@@ -228,7 +230,7 @@ void TestShutdown::a_call_that_waits_is_done_whole_or_not_at_all_data()
     addDispatchers();
 }
 
-// Whether the loop gets to it before it ends is the dispatcher's business.
+// The dispatcher decides whether the loop still delivers it.
 void TestShutdown::a_call_that_waits_is_done_whole_or_not_at_all()
 {
     QFETCH(bool, glib);
@@ -298,7 +300,7 @@ void TestShutdown::the_loss_of_the_bus_at_the_start_ends_it_data()
     addDispatchers();
 }
 
-// Before it has its name the start fails; after that, it is the end of a daemon that runs.
+// Before it has its name, the start fails; after that, a running daemon ends.
 void TestShutdown::the_loss_of_the_bus_at_the_start_ends_it()
 {
     QFETCH(bool, glib);

@@ -1,4 +1,4 @@
-/* The start of the real process: what it does on the board, and each way in which it can fail. */
+/* The start of the real process: its work on the board, and each way in which it can fail. */
 #include "board/picture/CBoardPicture.h"
 #include "tests/golden.h"
 #include "tests/support/CScene.h"
@@ -55,7 +55,7 @@ static const QString HOOK = QStringLiteral("cMultimediaDaemon.m_pcSignalHook->in
 static const QString OBJECTS = QStringLiteral("cMultimediaDaemon.setupDBusConnections()");
 static const QString NAME = QStringLiteral("cConnection.registerService(DBUS_SERVICE)");
 
-// Starts the daemon of the scene, which has to end by itself with 255 after these messages.
+// Starts the daemon of the scene, which must end by itself with 255 after these messages.
 #define EXPECT_FAILED_START(cScene, ...)                               \
     do {                                                               \
         (cScene).daemon().start();                                     \
@@ -149,7 +149,7 @@ void TestStartup::detaches_with_d()
     CDaemonProcess& rcDaemon = cScene.daemon();
     CServiceWait cService(rcDaemon.client());
 
-    // A file: the pipes of the process go when the parent ends, which is at once.
+    // Into a file: the pipes of the process close when the parent ends, which is at once.
     const QString cLog = cScene.board().directory() + QStringLiteral("/log");
     rcDaemon.process().setStandardErrorFile(cLog);
     rcDaemon.setArguments(rcDaemon.arguments() << QStringLiteral("-d"));
@@ -197,7 +197,7 @@ void TestStartup::standard_descriptors_that_are_closed_lead_to_nothing_data()
     }
 }
 
-// Otherwise the next files get their numbers, and the log would be written into one of them.
+// Otherwise the next files would get the numbers, and the log would go into one of them.
 void TestStartup::standard_descriptors_that_are_closed_lead_to_nothing()
 {
     QFETCH(QString, redirections);
@@ -226,7 +226,7 @@ void TestStartup::standard_descriptors_that_are_closed_lead_to_nothing()
     QCOMPARE(rcDaemon.standardOutput().isEmpty(), !abOpen[1]);
 }
 
-// Whose umask is 0.
+// The umask of a detached daemon is 0.
 void TestStartup::files_of_a_detached_daemon_are_written_by_their_owner_alone()
 {
     CVideoScene cScene;
@@ -405,7 +405,7 @@ void TestStartup::handlers_that_can_not_be_installed_do_not_stop_the_start()
         setFault(cScene, BOARD_OPERATION_SIGACTION, u32Nth, 1);
         QVERIFY2(cScene.start(), cScene.describe());
         QCOMPARE(cScene.board().faults().value(0).u32Hits, 1U);
-        // The other signal's handler is there.
+        // The other signal's handler is installed.
         QVERIFY(cScene.daemon().endBySignal(u32Nth == 1 ? SIGTERM : SIGHUP));
         QVERIFY2(!cScene.daemon().crashed(), cScene.describe());
         QCOMPARE(cScene.daemon().exitCode(), 0);

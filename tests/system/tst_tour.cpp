@@ -61,7 +61,7 @@ void TestTour::cleanupTestCase()
     QCOMPARE(m_cScene.end(), QString());
 }
 
-// A step a row; each needs those before it.
+// One row for each step; each step needs those before it.
 void TestTour::steps_data()
 {
     QTest::addColumn<QString>("step");

@@ -58,7 +58,7 @@ static const quint32 DCM1 = 0x100;
 static const quint32 L1WXY = 0x124;
 static const quint32 L1WWH = 0x128;
 
-// A position is stored as it comes, and the register has 12 bits for x and for y.
+// A position is stored unchanged; the register has 12 bits for x and for y.
 static const QString POSITION_BEYOND_THE_REGISTER =
     QStringLiteral("lime display 0x00000124 0xffffffff: undeclared bits 0xf000f000");
 
@@ -233,7 +233,7 @@ void TestVideoDisplay::what_is_set_is_seen()
     send("set_video_layer_enabled", {false});
     QCOMPARE(differenceFromGolden(CBoardPicture::monitor(m_cScene.board()), QStringLiteral("window_off")),
              QString());
-    // Off the right edge: 12 bits of it are heeded.
+    // Off the right edge: the controller uses 12 bits of it.
     send("set_video_layer_enabled", {true});
     send("set_video_position", {-1, 0});
     QCOMPARE(differenceFromGolden(CBoardPicture::monitor(m_cScene.board()), QStringLiteral("window_off")),
@@ -278,7 +278,7 @@ void TestVideoDisplay::methods_without_effect_change_nothing()
     QCOMPARE(query("get_displayed_video_width"), 300);
 }
 
-// A bus monitor sees what the test's own library would drop unseen.
+// A bus monitor also sees messages that the test's own library would drop.
 void TestVideoDisplay::calls_that_expect_no_reply_get_none()
 {
     CBusMonitor cMonitor;

@@ -299,7 +299,7 @@ void TestVideoOverlay::a_temporary_text_destroyed_by_its_client_leaves_later_tex
     send("draw_temp_text", {QStringLiteral("message"), 1, 5, 0, 10, 1});
     send("destroy_all_texts");
     QCOMPARE(row(10, 10), QByteArray(10, ' '));
-    // Has the handle now that the message had, and often its place in memory.
+    // It has the handle of the former message, and often its address.
     const int iLater = text(QStringLiteral("later"), 0, 10);
     QCOMPARE(iLater, 1);
     send("draw_temp_text", {QStringLiteral("next"), 1, 5, 0, 11, 2});
@@ -408,7 +408,7 @@ void TestVideoOverlay::handles_of_any_value_are_survived_data()
         QTest::addRow("%d", iHandle) << iHandle;
 }
 
-// None of them is a text: nothing changes, and the text that there is stays.
+// No handle here names a text: nothing changes, and the one text stays.
 void TestVideoOverlay::handles_of_any_value_are_survived()
 {
     QFETCH(int, handle);
@@ -438,7 +438,7 @@ void TestVideoOverlay::strings_of_any_kind_are_survived_data()
     QTest::addColumn<QByteArray>("shown"); // at column 0
     const QByteArray cFull(53, 'x');
     for (const int iLength : {0, 1, 52, 53, 54, 255, 300, 100000}) {
-        // The end column is one of 256: a text of 300 characters is one of 44.
+        // The end column is taken modulo 256: a text of 300 characters ends like one of 44.
         const int iShown = qMin(iLength % 256, 53);
         QTest::addRow("%d characters", iLength)
             << QString(iLength, QLatin1Char('x')) << QByteArray(iShown, 'x').leftJustified(53);
@@ -463,12 +463,12 @@ void TestVideoOverlay::strings_of_any_kind_are_survived()
     const int iHandle = text(string, 0, 7);
     QCOMPARE(row(7), shown);
     QCOMPARE(query("get_text_string", {iHandle}).toString(), string);
-    // At the end of the row the same, cut.
+    // The same at the end of the row, cut there.
     send("set_text_position", {iHandle, 50, 7});
     QVERIFY(row(7).startsWith(QByteArray(50, ' ')));
     send("destroy_text", {iHandle});
     QCOMPARE(row(7), QByteArray(53, ' '));
-    // What the glyph set lacks, one way or the other, is survived as well.
+    // Characters that the glyph set lacks do no harm either.
     for (const QString& rcText :
          {QStringLiteral("zero\u200bwidth"), QStringLiteral("e\u0301 combining"), QStringLiteral("漢字 Ж"),
           QStringLiteral("😀 emoji 😀😀"), QStringLiteral("مرحبا"), QStringLiteral("\ufeffmark")}) {
@@ -510,7 +510,7 @@ void TestVideoOverlay::every_locale_is_survived()
     QVERIFY(cNames.size() > 300);
     for (const QString& rcName : qAsConst(cNames)) {
         send("adjust_character_set_to_locale", {rcName});
-        // Each writes four lines to a pipe that somebody has to read.
+        // Each call writes four lines to a pipe, which must be read.
         QCoreApplication::processEvents();
         QVERIFY(m_pcScene->daemon().settle());
     }
@@ -527,7 +527,7 @@ void TestVideoOverlay::the_65536th_text_gets_no_handle()
 {
     for (int i = 1; i < 65535; ++i) {
         send("create_text");
-        // A slow daemon takes longer for all of them than one reply may take.
+        // A slow daemon may need longer for all of them than the limit of one reply.
         if (i % 1000 == 0)
             QVERIFY(m_pcScene->daemon().settle());
     }
@@ -561,7 +561,7 @@ void TestVideoOverlay::ends_well_with_pending_texts_and_a_running_counter()
         send("draw_temp_text", {QStringLiteral("message"), 1, 5, i % 50, 1 + i % 25, 1 + i});
     QVERIFY(m_pcScene->daemon().settle());
     QCOMPARE(m_pcScene->end(), QString());
-    // Messages are taken off the screen, ordinary texts stay.
+    // Temporary texts are removed, ordinary texts stay.
     for (int iRow = 1; iRow < 26; ++iRow)
         QCOMPARE(m_pcScene->board().fpgaMemory(FPGA_TEXT_PAGES + static_cast<quint32>(iRow) * 128, 2).at(1),
                  '\0');

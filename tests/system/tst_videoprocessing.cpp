@@ -58,7 +58,7 @@ Q_DECLARE_METATYPE(CVideoScene::EState)
 
 using namespace VideoResult;
 
-static const quint32 CONTROL = 0xff0000; // of the FPGA
+static const quint32 CONTROL = 0xff0000; // the FPGA's
 static const quint32 FRAME_GENERATOR = 0x00800000;
 static const quint32 STORED_PICTURE = 0x00100010;
 static const quint32 PLAY_MODE = 0x03000000;
@@ -68,7 +68,7 @@ static const QString RECORD_RESUME = QStringLiteral("/Record resume interface=-"
 static const QString RECORD_STOP = QStringLiteral("/Record stop interface=-");
 static const QString PLAY_STOP = QStringLiteral("/Play stop interface=-");
 
-// A picture is stored and shown, read, and the live one is back.
+// A picture is stored and shown, then read, and the live one is back.
 static const QStringList ONE_SAVE = {
     QStringLiteral("fpga write32 0x00ff0008 0x00000001"),
     QStringLiteral("fpga write32 0x00ff0000 0x00100010"),
@@ -77,7 +77,7 @@ static const QStringList ONE_SAVE = {
     QStringLiteral("fpga write32 0x00ff0000 0x00000000"),
 };
 
-// What was traced, but for the looks at the input signal, which come by themselves.
+// The trace without the polls of the input signal, which come by themselves.
 static QStringList deviceOperations(const CBoard& rcBoard)
 {
     QStringList cOperations;
@@ -167,7 +167,8 @@ void TestVideoProcessing::switches_take_a_playback_back_to_the_camera_data()
     QTest::newRow("reload") << cDebug << "reload_hardware_config" << QVariantList();
 }
 
-// They write what they know of the control register, and the mode isn't part of it.
+// Kept: they write the shadow of the control register, which doesn't follow the mode. Clients that switch the
+// overlay during playback see it.
 void TestVideoProcessing::switches_take_a_playback_back_to_the_camera()
 {
     QFETCH(QString, path);
@@ -207,7 +208,8 @@ void TestVideoProcessing::commands_are_refused_in_other_states_data()
     QTest::newRow("playback paused") << CVideoScene::PLAYBACK_PAUSED
                                      << QStringList{QStringLiteral("resume_video_playback"),
                                                     QStringLiteral("stop_video_playback")};
-    // Clearing an image answers 2 also when it was allowed, and so isn't among the refused ones either.
+    // Kept: clearing an image answers 2 even when it was allowed, as clients know it. So it is not among the
+    // refused commands either.
     QTest::newRow("image") << CVideoScene::IMAGE << QStringList{QStringLiteral("clear_video_image")};
     QTest::newRow("image over a paused recording")
         << CVideoScene::IMAGE_RECORDING_PAUSED << QStringList{QStringLiteral("clear_video_image")};
@@ -242,8 +244,8 @@ void TestVideoProcessing::commands_behind_a_save_are_refused_data()
         << CVideoScene::RECORDING << QByteArray("pause_video_recording") << QStringList{RECORD_PAUSE};
 }
 
-// The daemon waits for the codec to carry out the command that leads to the state until it has got all of the calls
-// behind it. So the save finds the others waiting already, and its image is written when they are through.
+// The daemon waits for the codec's answer to the command that leads to the state until all calls behind it
+// have arrived. So the save finds the others queued, and its image is written after them.
 void TestVideoProcessing::commands_behind_a_save_are_refused()
 {
     QFETCH(CVideoScene::EState, state);
@@ -375,7 +377,7 @@ void TestVideoProcessing::each_call_sends_these_messages_data()
             << rsRow.eState << QByteArray(rsRow.pszMethod) << QByteArray(rsRow.pszFile) << rsRow.cMessages;
 }
 
-// All that the daemon sends, in its order, as a monitor on the bus sees it.
+// All messages of the daemon, in their order, as a monitor on the bus sees them.
 void TestVideoProcessing::each_call_sends_these_messages()
 {
     QFETCH(CVideoScene::EState, state);
@@ -390,7 +392,7 @@ void TestVideoProcessing::each_call_sends_these_messages()
 
     call(method, name.isNull() ? QString() : file(name));
     QTRY_COMPARE(m_pcScene->signalled().size(), messages.filter(QStringLiteral("signal ->")).size());
-    // The answer that ends it is like no other.
+    // The answer that ends the list is unlike any other.
     QCOMPARE(call("get_video_recording_average_data_rate"), 22);
     QVERIFY2(cMonitor.waitFor("int32 22"), cMonitor.seen().constData());
     QVERIFY(cMonitor.end());
@@ -399,7 +401,7 @@ void TestVideoProcessing::each_call_sends_these_messages()
     cSent.replaceInStrings(QLatin1Char('=') + cClient.baseService(), QStringLiteral("=client"));
     cSent.replaceInStrings(QFileInfo(file("a")).path() + QLatin1Char('/'), QString());
     QCOMPARE(cSent, messages + QStringList{answer("int32 22")});
-    // What the monitor doesn't show.
+    // The effects that the monitor doesn't show.
     QCOMPARE(m_pcScene->board().codecCalls().filter(QStringLiteral("no-reply")), QStringList());
 }
 
@@ -455,7 +457,7 @@ void TestVideoProcessing::the_end_stops_what_runs_data()
     QTest::newRow("playback") << CVideoScene::PLAYBACK << QStringList{PLAY_STOP};
     QTest::newRow("playback paused") << CVideoScene::PLAYBACK_PAUSED << QStringList{PLAY_STOP};
     QTest::newRow("image") << CVideoScene::IMAGE << cNothing;
-    // What doesn't run isn't stopped.
+    // Only running actions are stopped.
     QTest::newRow("image over a paused recording") << CVideoScene::IMAGE_RECORDING_PAUSED << cNothing;
     QTest::newRow("error") << CVideoScene::FAILED << cNothing;
 }

@@ -85,7 +85,7 @@ static const qint64 IMAGE_BYTES = 54 + 4 * 720 * 576;
 static const QString RECORD_PAUSE = QStringLiteral("/Record pause interface=-");
 static const QString RECORD_RESUME = QStringLiteral("/Record resume interface=-");
 
-// What files can be that fail, for root too.
+// The kinds of files that fail, even for root.
 static const QString NO_FOLDER = QStringLiteral("no such folder");
 static const QString FOLDER = QStringLiteral("a folder");
 static const QString UNWRITABLE = QStringLiteral("a folder that can't be written");
@@ -95,13 +95,13 @@ static const QString NAME_TOO_LONG = QStringLiteral("a name of 256 characters");
 static const QString UNREADABLE = QStringLiteral("a file that can't be read");
 static const QString FULL_DISK = QStringLiteral("a full disk");
 
-// And that would let the daemon wait, for ever or for the best part of a minute.
+// The kinds of files that would make the daemon wait, for ever or for most of a minute.
 static const QString FIFO = QStringLiteral("a FIFO");
 static const QString TERMINAL = QStringLiteral("a terminal that nobody reads");
 static const QString LEASED = QStringLiteral("a file that waits when it is opened");
 static const QString KERNEL_LOG = QStringLiteral("a file that waits when it is read");
 
-// Of exactly so many characters, each of its folders with a name that is allowed.
+// A path of exactly that many characters, with a valid name for each of its folders.
 static QString pathOfLength(const QString& rcFolder, int iLength)
 {
     QString cPath = rcFolder;
@@ -142,7 +142,7 @@ void TestVideoProcessingFaults::makeFilesThatWait()
     QCOMPARE(openpty(&iMaster, &iSlave, aName, nullptr, nullptr), 0);
     m_cTerminal = QString::fromLatin1(aName);
 
-    // To open it tells its holder, and waits until that lets it go.
+    // An open() notifies its holder, and waits until the holder releases it.
     std::signal(SIGIO, SIG_IGN);
     const int iHolder = open(qPrintable(file("leased")), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     QCOMPARE(fcntl(iHolder, F_SETLEASE, F_WRLCK), 0);
@@ -156,7 +156,7 @@ void TestVideoProcessingFaults::closeFilesThatWait()
     m_cDescriptors.clear();
 }
 
-// Leaves it, by a command that no other state allows.
+// Leaves the state by a command that no other state allows.
 bool TestVideoProcessingFaults::isBackIn(CVideoScene::EState eState)
 {
     if (eState == CVideoScene::IDLE)
@@ -176,7 +176,7 @@ void TestVideoProcessingFaults::cleanup()
     QCOMPARE(m_pcScene->end(), QString());
 }
 
-// How the codec fails.
+// The codec's ways to fail.
 enum EFailure { REFUSES, DIES, ABSENT };
 Q_DECLARE_METATYPE(EFailure)
 
@@ -230,7 +230,7 @@ void TestVideoProcessingFaults::a_codec_that_fails_ends_in_the_error_data()
     }
 }
 
-// For good: also when the codec is back.
+// The error is final, even after the codec is back.
 void TestVideoProcessingFaults::a_codec_that_fails_ends_in_the_error()
 {
     QFETCH(CVideoScene::EState, state);
@@ -251,7 +251,7 @@ void TestVideoProcessingFaults::a_codec_that_fails_ends_in_the_error()
     QCOMPARE(m_pcScene->signalled(), QStringList());
 }
 
-// Nobody asked it while it was away.
+// It got no call while it was away.
 void TestVideoProcessingFaults::a_codec_that_comes_back_is_used()
 {
     for (const bool bAbrupt : {false, true}) {
@@ -285,7 +285,7 @@ void TestVideoProcessingFaults::a_codec_that_comes_back_knows_nothing_data()
     QTest::newRow("playback paused") << CVideoScene::PLAYBACK_PAUSED << QByteArray("stop_video_playback");
 }
 
-// It is asked, and says that it has nothing to stop.
+// It gets the stop, and answers that nothing runs.
 void TestVideoProcessingFaults::a_codec_that_comes_back_knows_nothing()
 {
     QFETCH(CVideoScene::EState, state);
@@ -299,15 +299,15 @@ void TestVideoProcessingFaults::a_codec_that_comes_back_knows_nothing()
     QCOMPARE(m_pcScene->notRefused(), QStringList());
 }
 
-// Before it, when the recording is paused, or after it, when it is resumed; the image is saved all the same. All at
-// once, because each save takes more than a second.
+// Before it, when the recording is paused, or after it, when it is resumed; the image is saved all the same.
+// All at once, because each save takes more than a second.
 void TestVideoProcessingFaults::a_codec_that_fails_around_an_image_save_ends_in_the_error()
 {
     struct SRow {
         const char* pszName;
         bool bBefore;
         EFailure eFailure;
-        int iCalls; // that the codec notes, of the pause and the resume
+        int iCalls; // of pause and resume, as the codec notes them
     };
     const QStringList cCalls{RECORD_PAUSE, RECORD_RESUME};
     const SRow asRows[] = {
@@ -348,14 +348,14 @@ void TestVideoProcessingFaults::a_codec_that_fails_around_an_image_save_ends_in_
 namespace
 {
 
-const int TICK_MS = 5000; // how often the daemon looks at a recording's file
-const int STEP_MS = 100;  // how often the tests touch it
+const int TICK_MS = 5000; // interval of the daemon's checks of the file
+const int STEP_MS = 100;  // interval of the tests' changes to it
 const qint64 GIB = 1LL << 30;
 
-/// When a recording is found to stand still: at the first look at its file, at the second, or at neither.
+/// The check of the file that finds a recording stalled: the first, the second, or none.
 enum EFound { FIRST_LOOK, SECOND_LOOK, NEVER };
 
-/// A recording whose file the test handles: when it has begun, or again and again.
+/// A recording whose file the test changes: once it has begun, or repeatedly.
 struct SHandled {
     const char* pszName;
     board_codec_mode eMode;
@@ -394,7 +394,8 @@ bool growingBy4GiB(QFile& rcFile, int iStep)
     return rcFile.resize((iStep + 1) * 4 * GIB);
 }
 
-// The files are sparse. Each stands or changes between any two looks, so that it doesn't matter when exactly they are.
+// The files are sparse. Each is constant or changes between any two checks, so the exact time of the checks
+// doesn't matter.
 const SHandled HANDLED[] = {
     {"is never made",            BOARD_CODEC_LOSE,  FIRST_LOOK,  leave,                    nullptr    },
     {"never grows",              BOARD_CODEC_STALL, FIRST_LOOK,  leave,                    nullptr    },
@@ -412,7 +413,7 @@ const SHandled HANDLED[] = {
     {"grows by 4 GiB each time", BOARD_CODEC_STALL, NEVER,       growingBy4GiB,            nullptr    },
 };
 
-/// One of them with its scene.
+/// One such recording with its scene.
 class CHandledRecording
 {
 public:
@@ -420,7 +421,7 @@ public:
 
     bool start() { return m_cScene.start(); }
 
-    /// False if it doesn't run then.
+    /// False if the recording doesn't run then.
     bool record()
     {
         m_cFile.setFileName(m_rsRow.pszFile != nullptr ? QString::fromLatin1(m_rsRow.pszFile)
@@ -430,7 +431,7 @@ public:
         return m_cScene.call("start_video_recording", m_cFile.fileName()) == OK;
     }
 
-    /// Handles the file, and notes when the daemon has said something. False if the file can't be handled so.
+    /// Changes the file, and notes the daemon's signal. False if the file can't be changed so.
     bool step()
     {
         if (!isKnown() && !m_cScene.signalled().isEmpty())
@@ -439,21 +440,21 @@ public:
         return m_bHandled;
     }
 
-    /// Whether nothing more is to be waited for.
+    /// Whether there is nothing left to wait for.
     bool isOver() const
     {
         const int iLonger = m_rsRow.eFound == NEVER ? 5 * STEP_MS : TIMEOUT_CALL_MS;
         return isKnown() || m_cSince.elapsed() > 2 * TICK_MS + iLonger;
     }
 
-    /// If it still runs; then it isn't looked at any more.
+    /// Stops it if it still runs; it isn't checked after that.
     void stop()
     {
         m_bRuns = m_cScene.is("is_video_recording_running");
         m_bStopped = m_bRuns && m_cScene.call("stop_video_recording") == OK;
     }
 
-    /// What is wrong; empty if nothing is.
+    /// The fault; empty if there is none.
     QString verdict()
     {
         if (!m_bHandled)
@@ -463,11 +464,11 @@ public:
                 return QStringLiteral("ended");
             return m_cScene.end();
         }
-        // The second look can't be earlier.
+        // The second check can't come earlier.
         const bool bSecond = m_iSaidAfter >= 2 * TICK_MS - STEP_MS;
         if (m_iSaidAfter < TICK_MS - STEP_MS || bSecond != (m_rsRow.eFound == SECOND_LOOK))
             return QStringLiteral("found after %1 ms").arg(m_iSaidAfter);
-        // That it grows now doesn't help any more.
+        // Growth comes too late now.
         m_cScene.board().setCodecMode(BOARD_CODEC_OK);
         if (!m_cScene.notRefused().isEmpty())
             return QStringLiteral("goes on");
@@ -496,7 +497,7 @@ private:
 
 } // namespace
 
-// All at once, because each takes two looks at the file.
+// All at once, because each takes two checks of the file.
 void TestVideoProcessingFaults::a_recording_whose_file_does_not_change_ends_in_the_error()
 {
     std::vector<std::unique_ptr<CHandledRecording>> cRecordings;
@@ -532,7 +533,7 @@ void TestVideoProcessingFaults::a_file_that_can_not_be_made_ends_in_the_error_da
         QTest::newRow(qPrintable(rcPlace)) << rcPlace;
 }
 
-// By the codec, which makes it and says so at once. It gets the name whole, whatever it is.
+// The codec creates the file and answers at once. It gets the whole name, whatever it is.
 void TestVideoProcessingFaults::a_file_that_can_not_be_made_ends_in_the_error()
 {
     QFETCH(QString, place);
@@ -572,7 +573,7 @@ void TestVideoProcessingFaults::a_text_that_is_no_utf8_drops_its_sender()
     }
     QVERIFY(m_pcScene->daemon().settle());
     QCOMPARE(m_pcScene->board().codecCalls(), QStringList());
-    // What is UTF-8 goes the same way and arrives.
+    // UTF-8 goes the same way and arrives.
     CRawBusClient cClient;
     QVERIFY(cClient.start(cAddress));
     QVERIFY(cClient.call(cPath, QStringLiteral("start_video_recording"), file("\u00e4.ts").toUtf8()));
@@ -597,7 +598,7 @@ void TestVideoProcessingFaults::an_image_that_can_not_be_saved_is_reported_data(
     }
 }
 
-// The command itself succeeds; the signal tells. Everything is then as it was before.
+// The command itself succeeds; the signal carries the failure. After it everything is as before.
 void TestVideoProcessingFaults::an_image_that_can_not_be_saved_is_reported()
 {
     QFETCH(CVideoScene::EState, state);
@@ -641,14 +642,14 @@ void TestVideoProcessingFaults::an_image_that_can_not_be_loaded_is_reported_data
         cAdd(FIFO, FILE_OPEN_ERROR);
         cAdd(TERMINAL, FILE_OPEN_ERROR);
         cAdd(LEASED, FILE_OPEN_ERROR);
-        // Not everybody may open it.
+        // Not every user may open it.
         cAdd(KERNEL_LOG, opens("/proc/kmsg") ? FILE_READ_ERROR : FILE_OPEN_ERROR);
         cAdd(FULL_DISK, FILE_READ_ERROR,
              QStringLiteral("QIODevice::seek (QFile, \"\"): Cannot call seek on a sequential device"));
     }
 }
 
-// The picture that is stored already shows, until it is cleared.
+// The stored picture is shown, until it is cleared.
 void TestVideoProcessingFaults::an_image_that_can_not_be_loaded_is_reported()
 {
     QFETCH(CVideoScene::EState, state);
@@ -680,7 +681,7 @@ void TestVideoProcessingFaults::images_of_about_the_right_length_data()
         QTest::addRow("%lld bytes", iBytes) << iBytes << OK;
 }
 
-// What is too much isn't read; a picture that isn't whole isn't shown.
+// Excess bytes aren't read; an incomplete picture isn't shown.
 void TestVideoProcessingFaults::images_of_about_the_right_length()
 {
     QFETCH(qint64, bytes);
@@ -698,7 +699,7 @@ void TestVideoProcessingFaults::images_of_about_the_right_length()
 static const QString NO_INPUT = QStringLiteral("video_input_type_changed 1");
 static const QString INPUT = QStringLiteral("video_input_type_changed 0");
 
-// With a recording that doesn't mind.
+// With a recording, which goes on.
 void TestVideoProcessingFaults::a_decoder_that_can_not_be_read_has_no_signal()
 {
     QVERIFY(m_pcScene->enterState(CVideoScene::RECORDING));

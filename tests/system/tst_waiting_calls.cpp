@@ -1,4 +1,5 @@
-/* More calls than the daemon can carry out at once: it reads them all, answers afterwards, and gives the memory back. */
+/* More calls than the daemon can carry out at once: it reads them all, answers later, and returns the
+ * memory. */
 #include "tests/support/CRawBusClient.h"
 #include "tests/support/CVideoScene.h"
 #include "tests/support/Timeouts.h"
@@ -29,10 +30,10 @@ private:
     QScopedPointer<CVideoScene> m_pcScene;
 };
 
-/// At so many bytes of calls that aren't carried out yet the bus library stops reading, unless it is told otherwise.
+/// By default the bus library stops reading at that many bytes of calls that aren't carried out yet.
 static const qint64 LIBRARY_LIMIT = 63 * 1024 * 1024;
 
-/// The sanitizers' allocator keeps what is freed.
+/// The sanitizers' allocator holds freed memory back.
 #ifdef __SANITIZE_ADDRESS__
 static const bool SANITIZED = true;
 #else
@@ -50,7 +51,8 @@ void TestWaitingCalls::cleanup()
     QCOMPARE(m_pcScene->end(), QString());
 }
 
-// For the codec, which stands still: calls wait from now on. A save asks it to pause a recording.
+// Makes the daemon wait for the codec, which is stopped: a save asks it to pause a recording. Calls queue up
+// from now on.
 bool TestWaitingCalls::letItWait(const char* pszCommand)
 {
     m_pcScene->codec().hold();
@@ -99,7 +101,7 @@ void TestWaitingCalls::do_not_make_it_deaf()
 
     const qint64 iBytes = cClient.flood(iHandle, characters, calls);
     QVERIFY2(iBytes > LIBRARY_LIMIT, QByteArray::number(iBytes));
-    cClient.ping(); // the wait until all have come; without an answer the getter below has none either
+    cClient.ping(); // waits for all; without an answer the getter below has none either
     m_pcScene->codec().goOn();
 
     const QDBusMessage cAnswer =
@@ -112,11 +114,11 @@ void TestWaitingCalls::do_not_make_it_deaf()
     QTRY_VERIFY_WITH_TIMEOUT(kilobytes("VmRSS:") - iBefore < (iPeak - iBefore) / 4, TIMEOUT_PROCESS_MS);
 }
 
-// No method takes one, but the bus library keeps those of a call until the call has been carried out.
+// No method takes one, but the bus library holds a call's descriptors until the call has been carried out.
 void TestWaitingCalls::with_descriptors_do_not_throw_it_off_the_bus()
 {
     const int CALLS = 80;
-    const int DESCRIPTORS = 16; // as many as the bus lets through with a message
+    const int DESCRIPTORS = 16; // the bus's limit for one message
     CDaemonProcess& rcDaemon = m_pcScene->daemon();
     const QVariant cDescriptor = QVariant::fromValue(QDBusUnixFileDescriptor(STDIN_FILENO));
     QVariantList cArguments;

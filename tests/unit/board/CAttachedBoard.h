@@ -5,11 +5,11 @@
 
 #include <QTemporaryDir>
 
-/// A fresh board that this process works on, as the daemon would, for the life of the object; and the class to
-/// look at it from outside.
+/// A fresh board that this process works on, as the daemon would, for the life of the object; and a CBoard
+/// for the view from outside.
 ///
-/// What the process does that no program for the board may do lets the test fail at the end of the object's life,
-/// unless it is announced.
+/// The object's end fails the test if the process did something to the devices that no program for the board
+/// may do, unless that was announced.
 class CAttachedBoard
 {
 public:
@@ -33,8 +33,7 @@ public:
     /// For tests of the board itself, which do what no program does.
     void dontJudge() { m_bJudging = false; }
 
-    /// What is noted since the last call, by one who must not be noted: descriptors differ from run to run and
-    /// read as "N".
+    /// The judgements since the last call. Descriptors differ from run to run and read as "N".
     QStringList takeTrace();
 
 private:

@@ -1,5 +1,5 @@
-/* A program that knows nothing of the board: works on the devices that it is given, and says how it went.
- * Usage: preload_probe FPGA LIME I2C */
+/* A program without any knowledge of the board: works on the given devices, and prints the results. Usage:
+ * preload_probe FPGA LIME I2C */
 #define _GNU_SOURCE
 #include <errno.h>
 #include <fcntl.h>

@@ -1,4 +1,4 @@
-/* A board from outside: making it, opening it, and what its parts hold. */
+/* A board from outside: making it, opening it, and the contents of its parts. */
 #include "board/create/CBoardMaker.h"
 #include "board/judge/CJudgements.h"
 #include "board/picture/CBoardPicture.h"

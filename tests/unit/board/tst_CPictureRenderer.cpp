@@ -1,4 +1,4 @@
-/* What the monitor shows, from the registers of the display controller. */
+/* The monitor's picture, from the registers of the display controller. */
 #include "board/create/CBoardMaker.h"
 #include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"

@@ -1,4 +1,4 @@
-/* What the codec stand-in puts out, and when the picture shows it. */
+/* The codec stand-in's picture, and the states in which the monitor shows it. */
 #include "board/create/CBoardMaker.h"
 #include "board/picture/CBoardPicture.h"
 #include "board/picture/CPlaybackPicture.h"

@@ -1,4 +1,4 @@
-/* The map that the board judges by, held against the register tables and the overlay's address map. */
+/* The judge's map of the board, compared with the register tables and the overlay's address map. */
 #include "board/judge/map.h"
 #include "hw/fpga_map.h"
 #include "hw/lime_registers.h"
@@ -49,7 +49,7 @@ void TestBoardMap::has_the_registers_of_the_fpga()
     CRegisters cExpected;
     for (const reg_bf_group* psRow = regs_fpga; psRow->name != nullptr; psRow++)
         cExpected.insert(psRow->addr, declaredBits(*psRow));
-    // The pages lie above what the field of the register file reaches.
+    // The pages lie above the reach of the register file's field.
     cExpected[FPGA_TEMO] |= FPGA_TEXT_PAGES;
     for (const quint32 u32Address : {FPGA_STORE_VIDEO, FPGA_CURSOR_X, FPGA_CURSOR_Y, FPGA_CURSOR_SIZE,
                                      FPGA_CURSOR_COLOR, FPGA_GRAPHIC_SHOW})

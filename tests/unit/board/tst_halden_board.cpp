@@ -1,4 +1,4 @@
-/* The tool as a process: what it prints, changes, and ends with. */
+/* The tool as a process: its output, its changes, and its exit status. */
 #include "board/create/CBoardMaker.h"
 #include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"
@@ -242,7 +242,7 @@ void TestHaldenBoard::follows_the_picture()
 
 void TestHaldenBoard::writes_the_recorded_picture()
 {
-    // The window is cut for the monitor; what is recorded is whole.
+    // The monitor's window is cut; the recorded picture is whole.
     const QString cPath = file("recorded.png");
     QCOMPARE(run({QStringLiteral("picture"), QStringLiteral("--recorded"), cPath}), 0);
     QVERIFY(QImage(cPath).convertToFormat(QImage::Format_RGB32) == CBoardPicture::recorded(m_cBoard));
@@ -322,7 +322,7 @@ void TestHaldenBoard::lists_named_chips()
     QCOMPARE(outputLines().size(), chip == QLatin1String("fpga") ? registers : registers + 1);
 }
 
-/// Reserved fields have no meaning, but what stands in them has to be seen.
+/// Reserved fields have no meaning, but their contents have to be visible.
 void TestHaldenBoard::shows_reserved_fields_that_are_set()
 {
     removeRegisterFiles();
@@ -351,7 +351,7 @@ void TestHaldenBoard::marks_what_differs_from_the_register_files()
           "  TESZ    fpga     0x00ff1a08  0x00001234  ",
           "* CSC     capture  0x00000004  0x08000800  Capture-Scale                         vsci=1 vscf=0 "
           "hsci=1(0) hscf=0(3)  file: 0x08000003\n",
-          // What the file doesn't name of a register that it names comes from the table.
+          // Fields that the file leaves out of a register that it names come from the table.
           "dckinv=0(1) dckd=0(16)  file: 0x00000110\n"})
         QVERIFY2(m_cOutput.contains(QLatin1String(pszLine)), qPrintable(m_cOutput));
 }

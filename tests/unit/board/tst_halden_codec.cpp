@@ -71,7 +71,7 @@ private:
                       int iMilliseconds = TIMEOUT_CALL_MS);
     bool succeeds(const QString& rcPath, const QString& rcMethod, const QVariantList& rcArguments = {});
     bool startRecording() { return succeeds(RECORD, QStringLiteral("record"), {m_cFile, 3}); }
-    /// While paused: a call that takes several times as long as a block does, and changes nothing.
+    /// While paused: makes a call that takes several times as long as a block, and changes nothing.
     bool waitOutBlocks(const QString& rcPath);
     bool startCodec() { return m_pcCodec->start(m_pcBus->address(), m_cBoard.directory()); }
     qint64 fileSize() const { return QFileInfo(m_cFile).size(); }
@@ -361,7 +361,8 @@ void TestHaldenCodec::hanging_it_does_not_answer_and_does_nothing()
     m_cBoard.setCodecMode(BOARD_CODEC_HANG);
     const QDBusMessage cAnswer = call(RECORD, QStringLiteral("record"), {m_cFile, 3}, SHORT_CALL_MS);
     QCOMPARE(cAnswer.errorName(), QStringLiteral("org.freedesktop.DBus.Error.NoReply"));
-    // On a busy machine the time is up before the stand-in has seen the call. It carries calls out in their order.
+    // On a busy machine the time may be up before the stand-in has seen the call. It carries calls out in
+    // their order.
     QTRY_COMPARE_WITH_TIMEOUT(m_cBoard.codecCalls().size(), 1, TIMEOUT_CALL_MS);
     m_cBoard.setCodecMode(BOARD_CODEC_REFUSE);
     QCOMPARE(call(RECORD, QStringLiteral("stop")).errorName(), FAILED);

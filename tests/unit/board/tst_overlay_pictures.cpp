@@ -1,5 +1,5 @@
-/* What the overlay library draws, seen: the library in process on an attached board, the picture compared with
- * golden ones. */
+/* Pictures of the overlay library's drawings: the library in process on an attached board, compared with
+ * golden pictures. */
 #include "board/picture/CBoardPicture.h"
 #include "board/picture/CGlyphSheet.h"
 #include "board/picture/CTestPicture.h"
@@ -59,7 +59,7 @@ private:
 
 static const QRgb CAMERA = qRgb(0x30, 0x50, 0x40);
 
-// The overlay as a board at rest has it, over a camera picture of one colour, the window as large as the screen.
+// The overlay of a board at rest, over a camera picture of one colour, with a window as large as the screen.
 void TestOverlayPictures::init()
 {
     m_pcBoard.reset(new CAttachedBoard);
@@ -130,7 +130,7 @@ void TestOverlayPictures::sentences_of_a_set()
         const QString cText = QString::fromUtf8(rsRow.pszText);
         QVERIFY(cText.size() <= 53);
         const QByteArray cCodes = CGlyphSheet::encoded(set, cText);
-        // The full block stands for what the set lacks; the pages have it in their pattern of blocks only.
+        // The full block replaces missing characters; the pages have it only in their pattern of blocks.
         QCOMPARE(cCodes.count('\x96'), cText.count(QChar(0x2588)));
         write_text_xyc(cCodes.leftJustified(53, ' ').constData(), 0, uRow, rsRow.u8Color);
     }
@@ -252,7 +252,8 @@ void TestOverlayPictures::a_stored_picture_is_restored()
     QCOMPARE(CBoardPicture::monitor(rcBoard).pixel(0, 0), CAMERA);
 }
 
-// Through a buffer and back all is as it was but the two outermost lines.
+// Kept: after a way through a buffer and back, all but the two outermost lines is as before; so it is in
+// clients' pictures.
 void TestOverlayPictures::an_image_written_back_is_restored()
 {
     CBoard& rcBoard = *m_pcBoard->operator->();
@@ -262,7 +263,7 @@ void TestOverlayPictures::an_image_written_back_is_restored()
     std::vector<unsigned char> cBuffer(VIDEO_IMAGE_SIZE);
     QCOMPARE(get_video_image_from_fpga(cBuffer.data(), 0, cBuffer.size()), 0);
 
-    // A buffer is a frame, bottom line first: what bitmap files hold.
+    // A buffer is a frame, bottom line first, as in bitmap files.
     const QImage cBitmap(cBuffer.data(), VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
     const QImage cUpright = cBitmap.mirrored(false, true);
     const QRect cInner(0, 1, VIDEO_WIDTH, VIDEO_HEIGHT - 2);
@@ -303,7 +304,7 @@ void TestOverlayPictures::control_sets_are_apart()
     text_overlay_on();
     QVERIFY(CBoardPicture::monitor(rcBoard) == CBoardPicture::recorded(rcBoard));
 
-    // What is recorded is neither scaled nor placed.
+    // The recorded picture is neither scaled nor placed.
     rcBoard.setLimeRegister(CBoard::LIME_DISPLAY, 0x124, 100U << 16 | 100U);
     QVERIFY(CBoardPicture::monitor(rcBoard) != CBoardPicture::recorded(rcBoard));
 }

@@ -109,7 +109,7 @@ void TestPreloadDevices::init()
 {
     m_pcBoard.reset(new CAttachedBoard);
     QVERIFY(m_pcBoard->isReady());
-    m_pcBoard->dontJudge(); // what the devices refuse is tried too
+    m_pcBoard->dontJudge(); // also tries operations that the devices refuse
     m_iFpga = m_pcBoard->openDevice(BOARD_FPGA);
     m_iI2c = m_pcBoard->openDevice(BOARD_I2C);
     m_iLime = m_pcBoard->openDevice(BOARD_LIME);

@@ -440,7 +440,7 @@ void TestPreloadFaults::register_files_can_be_read_from_a_full_disk()
     QCOMPARE(cFile.readAll(), QByteArray("CTRL: {};"));
     cFile.close();
     QVERIFY(!writesRegisterFile());
-    // The file stays as it was: it was never opened.
+    // The file is unchanged: it was never opened.
     QVERIFY(cFile.open(QIODevice::ReadOnly));
     QCOMPARE(cFile.readAll(), QByteArray("CTRL: {};"));
 }

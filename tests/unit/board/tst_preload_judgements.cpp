@@ -1,4 +1,5 @@
-/* What the board notes of operations that no program for it may do, and that it notes nothing else. */
+/* The operations that the board notes because no program for it may do them, and that it notes nothing
+ * else. */
 #include "board/judge/CJudgements.h"
 #include "tests/support/Judgements.h"
 #include "tests/unit/board/CAttachedBoard.h"
@@ -194,7 +195,7 @@ void TestPreloadJudgements::blocks_of_the_fpga()
     QCOMPARE(takeJudgements(), QStringList({line("write", begin - 1, 2), line("read", begin - 1, 1)}));
 }
 
-/// The position counts, not what was asked for.
+/// The actual position counts, not the requested one.
 void TestPreloadJudgements::a_failed_seek_leads_astray()
 {
     ::lseek(m_iFpga, 0x307dff, SEEK_SET);

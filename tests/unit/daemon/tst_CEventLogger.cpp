@@ -29,7 +29,7 @@ private slots:
 
 static const QString IDENT = QStringLiteral("ident-of-the-test");
 
-/// What the logger hands to the system log, caught before that.
+/// The logger's calls of the system log, intercepted.
 class CCaughtLines
 {
 public:
@@ -47,8 +47,8 @@ public:
 
 CCaughtLines* CCaughtLines::m_pcCatcher = nullptr;
 
-// In front of the C library's. The echo doesn't tell the level, and without a system log long lines go to the console,
-// which takes its time.
+// Takes the place of the C library's. The echo doesn't show the level, and without a system log long lines go
+// to the console, which is slow.
 extern "C" void __wrap_syslog(int iPriority, const char* pszFormat, ...)
 {
     va_list cArguments;
@@ -66,7 +66,7 @@ extern "C" void __wrap_syslog(int iPriority, const char* pszFormat, ...)
     va_end(cArguments);
 }
 
-// What comes out for one message: the text after ident and process number, or nothing.
+// The output for one message: the text after ident and process number, or nothing.
 static QString logged(int iLevel, const char* pszMessage)
 {
     CCapturedOutput cOutput(2);

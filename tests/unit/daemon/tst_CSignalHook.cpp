@@ -31,7 +31,7 @@ static int openDescriptors()
     return static_cast<int>(QDir(QStringLiteral("/proc/self/fd")).count());
 }
 
-// Runs the application's loop; what is still pending from before is carried out first.
+// Runs the application's loop; events from before are handled first.
 static int runLoop()
 {
     return QCoreApplication::exec();
@@ -86,7 +86,7 @@ void TestCSignalHook::both_signals_together_end_the_loop()
     raise(SIGHUP);
     raise(SIGTERM);
     QCOMPARE(runLoop(), 0);
-    // What is left of them asks for the same thing again, at most once for each byte.
+    // The rest of the signals asks for the same again, at most once for each byte.
     for (int iRound = 0; iRound < 3 && !loopStaysRunning(); ++iRound) {
     }
     QVERIFY(loopStaysRunning());

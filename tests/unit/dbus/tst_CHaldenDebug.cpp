@@ -1,5 +1,5 @@
-/* The service object of "/debug": how it registers, and what it says meanwhile. What its slots do is tested with the
- * whole daemon. */
+/* The service object of "/debug": its registration, and what it prints during it. tests/system/tst_debug.cpp
+ * tests the slots with the whole daemon. */
 #include "dbus/CHaldenDebug.h"
 #include "tests/support/CCapturedOutput.h"
 #include "tests/support/CPrivateBus.h"
@@ -31,7 +31,7 @@ static QObject* adaptorOf(QObject& rcService)
     return rcService.findChild<QDBusAbstractAdaptor*>();
 }
 
-// Registers; what is said on standard output meanwhile goes into rcOutput.
+// Registers the object; rcOutput gets its lines on standard output.
 static bool setup(CHaldenDebug& rcDebug, QByteArray& rcOutput)
 {
     CCapturedOutput cOutput(1);
@@ -79,7 +79,8 @@ void TestCHaldenDebug::a_path_already_taken_fails_and_leaves_no_adaptor()
     QVERIFY(adaptorOf(cSecond) == nullptr);
 }
 
-// In the order of their names, on both sides: the adaptor forwards by name, which nothing checks at compile time.
+// In the order of their names, on both sides: the adaptor forwards by name, which nothing checks at compile
+// time.
 void TestCHaldenDebug::slots_and_forwarding_slots_are_the_nine_methods()
 {
     const QList<QByteArray> cExpected = {

@@ -92,7 +92,8 @@ void TestCHaldenVideoDisplay::the_adaptor_forwards_by_name_data()
         QTest::newRow(pszMethod) << QByteArray(pszMethod);
 }
 
-// Both sides have the method with the same arguments and the same result, or the forwarding fails at run time.
+// Both sides have the method with the same arguments and the same result, or the forwarding fails at run
+// time.
 void TestCHaldenVideoDisplay::the_adaptor_forwards_by_name()
 {
     QFETCH(QByteArray, method);

@@ -65,7 +65,7 @@ private:
     QScopedPointer<CHaldenVideoOverlay> m_pcOverlay;
 };
 
-// Where the methods are written down for people to read.
+// The description of the methods for readers.
 static const QStringList METHODS = {"adjust_character_set_to_locale",
                                     "change_camerahorizon_color",
                                     "change_camerahorizon_gridcolor",
@@ -232,7 +232,7 @@ void TestCHaldenVideoOverlay::init()
     m_pcOverlay.reset(new CHaldenVideoOverlay(*m_pcFrontEnd));
 }
 
-// As the daemon takes them down.
+// In the order in which the daemon destroys them.
 void TestCHaldenVideoOverlay::cleanup()
 {
     m_pcOverlay.reset();

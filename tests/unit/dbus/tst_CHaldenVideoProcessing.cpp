@@ -1,5 +1,5 @@
-/* The service object and its generated adaptor on a private bus: how it registers, what it forwards, and what it
- * sends. The commands themselves are the video processor's, and are tested there. */
+/* The service object and its generated adaptor on a private bus: its registration, the commands that it
+ * forwards, and the signals that it sends. The commands themselves are tested with the video processor. */
 #include "dbus/CHaldenVideoProcessing.h"
 #include "tests/support/CBusMonitor.h"
 #include "tests/support/CCapturedOutput.h"
@@ -68,7 +68,7 @@ static QObject* adaptorOf(QObject& rcService)
     return rcService.findChild<QDBusAbstractAdaptor*>();
 }
 
-// Registers; what is said on standard output meanwhile goes into rcOutput.
+// Registers the object; rcOutput gets its lines on standard output.
 static bool setup(CHaldenVideoProcessing& rcProcessing, QByteArray& rcOutput)
 {
     CCapturedOutput cOutput(1);
@@ -111,7 +111,7 @@ void TestCHaldenVideoProcessing::cleanup()
     m_pcBoard.reset();
 }
 
-// Through the adaptor, as a client's call comes.
+// Through the adaptor, like a client's call.
 int TestCHaldenVideoProcessing::call(const char* pszMethod)
 {
     int iResult = -1;

@@ -28,7 +28,7 @@ struct SSection {
     QStringList cCode;
 };
 
-// The texts of a comment: "@name:" and what follows, to the next of them, an empty line, or the end.
+// The texts of a comment: those after "@name:", up to the next of them, an empty line, or the end.
 QHash<QString, QString> textsOf(const QString& rcComment)
 {
     static const QRegularExpression ARGUMENT(QStringLiteral("@(\\w+):(.*?)(?=\\n\\s*@|\\n\\s*\\n|\\s*$)"),

@@ -1,5 +1,5 @@
-/* Draws with every function of the overlay library on a recorded FPGA, and writes what is in the FPGA's memory
- * then to a file. ./check compares the file of this machine's processor with that of the target's. */
+/* Draws with every function of the overlay library on a recorded FPGA, and writes the contents of the FPGA's
+ * memory to a file. ./check compares the files of this machine's processor and the target's. */
 #include "fpga/box.h"
 #include "fpga/cursor.h"
 #include "fpga/font.h"

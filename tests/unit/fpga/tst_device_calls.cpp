@@ -1,5 +1,5 @@
-/* The overlay library down to the device calls, on the virtual board: their number, their order, and that nothing
- * is upset when they fail. */
+/* The overlay library down to the device calls, on the virtual board: their number, their order, and their
+ * failures. */
 #include "fpga/cursor.h"
 #include "fpga/font.h"
 #include "fpga/overlay_switches.h"
@@ -122,7 +122,8 @@ TEST_F(device_calls, that_fail_are_all_made_nevertheless)
     EXPECT_EQ(all, calls().size());
 }
 
-/* The result of a drawing whose first writes of a register succeed; the others fail, with lines on standard output. */
+/* The result of a drawing whose first register writes succeed; the later ones fail, with lines on standard
+ * output. */
 template <typename drawing>
 int result_after(hw_board* board, uint32_t succeeding, drawing draw)
 {
@@ -145,7 +146,7 @@ TEST_F(device_calls, of_the_text_cursor_give_it_the_last_ones_result)
     EXPECT_EQ(-1, result_after(&board, 1, [&] { return move_text_cursor(&cursor, CURSOR_KEY_DOWN); }));
     EXPECT_EQ(0, result_after(&board, 2, [&] { return move_text_cursor(&cursor, CURSOR_KEY_DOWN); }));
 
-    /* Without a shape the origin is what is written last. */
+    /* Without a shape the origin is written last. */
     parameters.shape = CURSOR_SHAPES;
     EXPECT_EQ(-1, result_after(&board, 1, init));
     EXPECT_EQ(0, result_after(&board, 2, init));

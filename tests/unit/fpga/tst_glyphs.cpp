@@ -1,4 +1,4 @@
-/* The glyph sets: what has to be true of every glyph, so that text reads well and nothing flickers. */
+/* The glyph sets: rules for every glyph, so that text reads well and nothing flickers. */
 #include "fpga/font_tables.h"
 
 #include <algorithm>
@@ -24,7 +24,7 @@ struct glyph_set {
     const char* name;
     const unsigned char* rows;
     const uint16_t* characters;
-    std::u16string repertoire; // what codes 160-255 show
+    std::u16string repertoire; // the characters of codes 160-255
 };
 
 const glyph_set SETS[] = {
@@ -267,7 +267,8 @@ std::vector<std::u16string> words_of(const std::u16string& text)
     return words;
 }
 
-/* What readers mistake for one another when it is drawn carelessly. A stroke of two pixels and a row makes four. */
+/* Characters that readers confuse when they are drawn carelessly. A stroke of two pixels and a row makes four
+ * pixels. */
 TEST(glyphs, likely_mistakes_differ_by_more_than_a_stroke)
 {
     const std::u16string groups =
@@ -297,7 +298,8 @@ TEST(glyphs, halves_differ_in_nine_rows_at_most_and_mostly_in_none)
     }
 }
 
-/* Frame lines: the top of capitals and ascenders, of small letters, the base line and the end of descenders. */
+/* Frame lines: the top of capitals and ascenders, of small letters, the base line and the end of
+ * descenders. */
 const int CAP_LINE = 2;
 const int X_LINE = 6;
 const int BASE_LINE = 15;
@@ -404,8 +406,8 @@ TEST(glyphs, no_stroke_of_a_letter_is_one_pixel_wide)
     });
 }
 
-/* Light that only one field shows flickers at half the frame rate: each drawn line needs its like in the other
- * field right above or below. */
+/* Pixels that only one field shows flicker at half the frame rate: each drawn line needs a like one in the
+ * other field right above or below. */
 TEST(glyphs, no_line_of_a_letter_is_in_one_field_only)
 {
     for_each_glyph([](const glyph_set& set, int code, const cell& shown) {

@@ -1,4 +1,4 @@
-/* The text layer: which device calls, in which order, and what lands in the cells. */
+/* The text layer: which device calls, in which order, and the contents of the cells. */
 #include "fpga/font.h"
 #include "fpga/palettes.h"
 #include "fpga/screen.h"

@@ -17,7 +17,7 @@ using video_image = without_screen;
 const uint32_t IMAGE = 0x1000000;
 const size_t LINE = 2880;
 
-/* Fills the FPGA's memory so that every line of it says which one it is. */
+/* Fills every line of the FPGA's memory with its own number. */
 void number_fpga_lines()
 {
     for (size_t line = 0; line < 576; ++line)
@@ -27,7 +27,7 @@ void number_fpga_lines()
         }
 }
 
-/* Which line a line says it is; -1 if it isn't the same all along. */
+/* The number in a line; -1 if it isn't the same all along. */
 int number_of(const unsigned char* line)
 {
     for (size_t i = 2; i < LINE; i += 2)
@@ -72,7 +72,8 @@ TEST_F(video_image, a_read_and_a_write_give_back_all_but_the_frames_first_and_la
                   {write_memory, IMAGE, VIDEO_IMAGE_SIZE}
     }),
               fpga_recorded());
-    /* Frame line 0 has no place in the reversal: the raw last line comes back there. */
+    /* Kept: frame line 0 has no place in the reversal, so the raw last line comes back there, as in all
+     * pictures of clients. */
     for (int line = 1; line <= 574; ++line)
         ASSERT_EQ(line, number_of(fpga_memory().data() + IMAGE + static_cast<size_t>(line) * LINE)) << line;
     EXPECT_EQ(575, number_of(fpga_memory().data() + IMAGE));

@@ -58,7 +58,7 @@ TEST_F(fpga_device, that_is_closed_reaches_no_other_file)
     destroy_fpga_framebuffer();
     EXPECT_EQ((lines{"fpga close"}), board.trace());
 
-    /* Another file gets the number, and must not get the data. */
+    /* Another file gets the number, but must not get the data. */
     const std::string stranger = board.path("stranger");
     const int opened = open(stranger.c_str(), O_RDWR | O_CREAT, 0600);
     ASSERT_EQ(fd, opened == fd ? fd : dup2(opened, fd));

@@ -1,4 +1,5 @@
-/* The display controller's C level: windows, layer switches, table access, and the ways to fail. */
+/* The display controller's functions of C linkage: windows, layer switches, table access, and the ways to
+ * fail. */
 #include "hw/fpga_device.h"
 #include "hw/lime_device.h"
 #include "hw/lime_map.h"

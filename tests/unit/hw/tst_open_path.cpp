@@ -1,4 +1,4 @@
-/* Opening of files: what is opened, what is refused, and what becomes of the file. */
+/* Opening of files: which are opened, which are refused, and the contents afterwards. */
 #include "hw/open_path.h"
 
 #include <cerrno>
@@ -37,7 +37,7 @@ protected:
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
 
-    /* Opens with open_path() and closes. The file's type; 0 if it can't be opened. */
+    /* Opens with open_path() and closes. Returns the file's type; 0 if it can't be opened. */
     static mode_t type_of(const std::string& file, int access = O_RDONLY)
     {
         struct stat status = {};

@@ -109,7 +109,7 @@ TEST_F(saa71xx_device, that_is_closed_reaches_no_other_file)
     ASSERT_EQ(0, open_device(SAA7113_SLAVE));
     const int fd = saafd;
     close_saa71xx_device();
-    /* The same device under the same number, opened by somebody else. */
+    /* The same device under the same number, opened by another part of the program. */
     const int opened = open(board.path("i2c-1").c_str(), O_RDWR);
     ASSERT_EQ(fd, opened == fd ? fd : dup2(opened, fd));
     board.trace();

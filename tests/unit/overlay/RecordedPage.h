@@ -1,4 +1,4 @@
-/* The text page of a recorded FPGA, for tests of what draws on it. */
+/* The text page of a recorded FPGA, for tests of drawing code. */
 #ifndef HALDEND_TESTS_RECORDEDPAGE_H
 #define HALDEND_TESTS_RECORDEDPAGE_H
 
@@ -23,19 +23,19 @@ public:
     CRecordedPage(const CRecordedPage&) = delete;
     CRecordedPage& operator=(const CRecordedPage&) = delete;
 
-    /// Where a cell is.
+    /// The byte address of a cell.
     static uint32_t address(int iColumn, int iRow)
     {
         return FPGA_TEXT_PAGES + static_cast<uint32_t>(iColumn + iRow * 64) * 2;
     }
 
-    /// The character codes of the seen columns of a row. An untouched cell is a zero.
+    /// The character codes of the visible columns of a row. An untouched cell is a zero.
     static QByteArray codes(int iRow) { return everySecondByte(iRow, 0); }
 
     /// The colour bytes of the same cells.
     static QByteArray colors(int iRow) { return everySecondByte(iRow, 1); }
 
-    /// The recorded accesses, and forgets them.
+    /// Returns the recorded accesses, and forgets them.
     static fpga_accesses take()
     {
         fpga_accesses cAccesses;
@@ -64,7 +64,7 @@ struct SWritten {
     int iTo;
 };
 
-/// The accesses that write these, in this order.
+/// The accesses that write these cells, in this order.
 inline fpga_accesses accessesOf(std::initializer_list<SWritten> cStretches)
 {
     fpga_accesses cAccesses;

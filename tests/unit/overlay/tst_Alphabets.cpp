@@ -1,4 +1,4 @@
-/* Which countries write in which letters. */
+/* The letters of each country. */
 #include "overlay/Alphabets.h"
 
 #include <QtTest>
@@ -14,7 +14,7 @@ private slots:
     void a_number_that_is_no_country_has_the_first_letters();
 };
 
-// As numbers, because the numbers of Qt 4 are what the board's other programs were built with.
+// As numbers: the board's other programs were built with the numbers of Qt 4.
 static const std::set<int> CYRILLIC = {20, 33, 110, 116, 143, 178, 209, 222};
 static const std::set<int> LATIN_10 = {2, 54, 98, 172, 177, 192, 243};
 

@@ -24,7 +24,7 @@ void TestCOverlayGraphic::holds_the_image_that_it_was_given_last()
     cGraphic.setImageData(pixmap(5));
     QCOMPARE(cGraphic.getImageData().size(), QSize(5, 2));
 
-    // A copy: what becomes of it is not the graphic's business.
+    // A copy: the graphic doesn't share it.
     cGraphic.getImageData() = QPixmap();
     QCOMPARE(cGraphic.getImageData().size(), QSize(5, 2));
 }

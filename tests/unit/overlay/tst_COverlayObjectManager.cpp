@@ -196,7 +196,7 @@ void TestCOverlayObjectManager::a_foreign_text_is_deleted_and_the_tables_stay()
 {
     const COverlayText& rcOwn = create();
     setId(1, 7);
-    // That it is deleted is the leak checker's to see.
+    // The leak checker sees that it is deleted.
     m_pcManager->destroyTextObject(*new COverlayText);
     QCOMPARE(m_pcManager->getTextHandles(), handles{1});
     QCOMPARE(m_pcManager->getHandleOfTextObject(rcOwn), 1U);
@@ -281,7 +281,7 @@ void TestCOverlayObjectManager::a_destroyed_text_is_found_no_more()
     QVERIFY(m_pcManager->getTextObjectById(9) == nullptr);
 }
 
-// Random work, and beside it the plainest tables: handle to id, searched by walking.
+// Random work, compared with the plainest tables: handle to id, searched by walking.
 void TestCOverlayObjectManager::agrees_with_plain_tables()
 {
     QRandomGenerator cRandom(1);

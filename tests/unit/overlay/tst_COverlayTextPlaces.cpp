@@ -1,4 +1,4 @@
-/* Where the drawn texts stand: which of them are looked at, and in which order. */
+/* The places of the drawn texts: which of them are searched, and in which order. */
 #include "overlay/COverlayText.h"
 #include "overlay/COverlayTextPlaces.h"
 
@@ -68,7 +68,7 @@ void TestCOverlayTextPlaces::neighbours_come_in_the_order_of_their_turns()
     QVERIFY(cPlaces.collidingWith({0, 4, 53}).isEmpty());
 }
 
-/// The rule as it is told, which also answers for places without cells.
+/// The rule in its plain form, which also answers for places without cells.
 static bool isRedrawn(const SPlace& o, const SPlace& region)
 {
     if (o.startX >= region.startX && region.startX > o.endX)
@@ -84,7 +84,8 @@ static bool isRedrawn(const SPlace& o, const SPlace& region)
 
 void TestCOverlayTextPlaces::every_place_beside_every_region()
 {
-    // Beginnings and ends of what texts leave: ends are cut at 53, and before the beginning if they have wrapped.
+    // Beginnings and ends of erased regions: ends are cut at 53, and lie before the beginning if they have
+    // wrapped.
     std::vector<unsigned short> cStarts, cEnds;
     for (unsigned short x = 0; x < 256; x = static_cast<unsigned short>(x + (x < 55 ? 3 : 100)))
         cStarts.push_back(x);

@@ -1,4 +1,4 @@
-/* Texts as cells: which are written, in which order, and what stays of them. The FPGA is recorded. */
+/* Texts as cells: which are written, in which order, and which are left. The FPGA is recorded. */
 #include "fpga/font.h"
 #include "fpga/font_tables.h"
 #include "overlay/COverlayText.h"
@@ -358,7 +358,7 @@ void TestCVideoOverlayBackEnd::a_text_without_cells_stands_on_its_row_all_the_sa
     m_pcBackEnd->drawText(cNeighbour);
     m_pcBackEnd->drawText(cEmpty);
     m_pcPage->take();
-    // It leaves nothing, but what begins where it ended is drawn again.
+    // It leaves nothing to erase, but texts that begin at its end are drawn again.
     m_pcBackEnd->clearText(cEmpty);
     QCOMPARE(m_pcPage->take(), accessesOf({
                                    {3, 7, 10}
@@ -442,7 +442,7 @@ void TestCVideoOverlayBackEnd::who_is_redrawn()
     QCOMPARE(m_pcPage->take(), cExpected);
 }
 
-// A text that leaves ends before it begins: nothing is erased, but some that stand before its end are drawn again.
+// A leaving text ends before it begins: nothing is erased, but texts before its end are drawn again.
 void TestCVideoOverlayBackEnd::who_is_redrawn_when_the_end_has_wrapped_data()
 {
     QTest::addColumn<int>("regionColumn");
@@ -526,7 +526,8 @@ void TestCVideoOverlayBackEnd::a_text_cleared_and_drawn_again_counts_as_new()
     }));
 }
 
-// The row is erased from the old beginning to the new one, but only what touched the old place is drawn again.
+// Kept: the row is erased from the old beginning to the new one, but only texts that touched the old place
+// are drawn again. The pictures that clients get depend on it.
 void TestCVideoOverlayBackEnd::what_lies_between_the_old_and_the_new_place_is_wiped()
 {
     COverlayText cText = text("abc", 0, 3);
@@ -706,7 +707,7 @@ void TestCVideoOverlayBackEnd::the_codec_stays_when_somebody_else_loads_letters(
     QCOMPARE(m_pcPage->codes(0).left(4), QByteArray("??\xb6\x41"));
 }
 
-// Only letters change under it; drawn again it has the codes of its locale.
+// The letters change under it; drawn again, it has the codes of its locale.
 void TestCVideoOverlayBackEnd::every_locale_of_qt_under_a_visible_text()
 {
     const QList<QLocale> cLocales =
@@ -751,7 +752,8 @@ void TestCVideoOverlayBackEnd::without_a_screen_nothing_is_written()
 
 void TestCVideoOverlayBackEnd::graphics_are_ignored()
 {
-    // The class of graphics is not known to programs without Qt's graphics library, and nobody looks at it.
+    // Only programs with Qt's graphics library know the class of graphics, and the back end doesn't use the
+    // argument.
     const COverlayText cSomething;
     const auto& rcGraphic = reinterpret_cast<const COverlayGraphic&>(cSomething);
     CCapturedOutput cOutput(1);
@@ -764,7 +766,7 @@ void TestCVideoOverlayBackEnd::graphics_are_ignored()
 using operation = std::function<void(IVideoOverlay&)>;
 Q_DECLARE_METATYPE(operation)
 
-// Written out, not made from the table: names are what the operators' logs are searched for.
+// Written out, not made from the table: operators search their logs for these names.
 void TestCVideoOverlayBackEnd::unsupported_operations_say_so_data()
 {
     QTest::addColumn<operation>("call");

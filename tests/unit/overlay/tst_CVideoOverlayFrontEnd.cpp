@@ -1,4 +1,4 @@
-/* The front end on a back end that only notes what it is asked for, and the real manager. */
+/* The front end on a back end that only notes its calls, and the real manager. */
 #include "daemon/CEventLogger.h"
 #include "overlay/COverlayObjectManager.h"
 #include "overlay/COverlayText.h"
@@ -34,7 +34,7 @@ QString noted(bool bValue)
     return bValue ? QStringLiteral("true") : QStringLiteral("false");
 }
 
-/// Notes the calls, one a line, and says what can only go wrong in the caller.
+/// Notes the calls, one a line, and the mistakes that only a caller can make.
 class CNotingBackEnd final : public IVideoOverlay
 {
 private:
@@ -203,7 +203,7 @@ unsigned int TestCVideoOverlayFrontEnd::newText(const char* pszText)
     return uHandle;
 }
 
-/// The handle, which clients aren't told.
+/// The handle, which clients don't get.
 unsigned int TestCVideoOverlayFrontEnd::newTemporaryText(const char* pszText, unsigned int uDuration)
 {
     m_pcFrontEnd->drawTemporaryText(QString::fromUtf8(pszText), RED, BLACK, 7, 8, uDuration);
@@ -593,7 +593,7 @@ void TestCVideoOverlayFrontEnd::clearing_removes_the_pending_ones_and_their_time
     QCOMPARE(m_pcManager->getTextHandles(), QList<unsigned int>{1});
     QVERIFY(timers().isEmpty());
 
-    // Nor does anything happen should an event still be on its way.
+    // Nor does anything happen if an event is still queued.
     expire(cTimers[0]);
     m_pcFrontEnd->clearTemporaryTexts();
     QCOMPARE(calls(), QStringList());
@@ -716,7 +716,7 @@ void TestCVideoOverlayFrontEnd::a_later_text_is_not_taken_for_one_destroyed_at_t
     QCOMPARE(calls(), QStringList{"clearText newer"});
 }
 
-// By every way in which a text can go.
+// In every way that a text can be removed.
 void TestCVideoOverlayFrontEnd::nothing_destroyed_stays_drawn()
 {
     m_pcFrontEnd->showText(newText("visible"));

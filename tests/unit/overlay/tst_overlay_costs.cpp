@@ -1,4 +1,4 @@
-/* What drawing costs: the code units that are encoded for it are counted. The FPGA is recorded. */
+/* The cost of drawing: counts the code units that are encoded for it. The FPGA is recorded. */
 #include "overlay/COverlayText.h"
 #include "overlay/CVideoOverlayBackEnd.h"
 #include "tests/unit/overlay/RecordedPage.h"

@@ -1,5 +1,5 @@
-/* Random work on the overlay against a model of its rules: front end, manager and back end on one side, the plainest
- * tables and walks on the other. After each step the FPGA's text page is compared, byte for byte. */
+/* Random work on the overlay against a model of its rules: front end, manager and back end on one side, the
+ * plainest tables and walks on the other. After each step the FPGA's text page is compared, byte for byte. */
 #include "fpga/font.h"
 #include "overlay/COverlayObjectManager.h"
 #include "overlay/CVideoOverlayBackEnd.h"
@@ -277,7 +277,7 @@ QByteArray TestOverlayModel::create()
     return uHandle == uExpected ? "create" : "create: handle " + QByteArray::number(uHandle);
 }
 
-/// What the model knows of a temporary text goes with it.
+/// Removes the model's state of a temporary text.
 void TestOverlayModel::forget(unsigned int uHandle)
 {
     for (auto it = m_cTemporary.begin(); it != m_cTemporary.end();)
@@ -374,7 +374,7 @@ QByteArray TestOverlayModel::drawTemporary()
     return "draw a temporary text";
 }
 
-// Timers go on when the time of their text is up, so those of earlier texts are among them.
+// Timers go on after their text's time, so those of earlier texts are among them.
 QByteArray TestOverlayModel::expire()
 {
     const QList<int> cTimers = timers();
@@ -388,7 +388,7 @@ QByteArray TestOverlayModel::expire()
     }
     QTimerEvent cEvent(iTimer);
     QCoreApplication::sendEvent(m_pcFrontEnd.data(), &cEvent);
-    // As many stale ones would gather as texts have expired.
+    // Otherwise as many stale timers would gather as texts have expired.
     if (cTimers.size() > 100)
         for (const int iOther : cTimers)
             if (m_cTemporary.count(iOther) == 0)
@@ -414,7 +414,7 @@ QByteArray TestOverlayModel::allAtOnce()
     std::vector<unsigned int> cHandles;
     for (const auto& rcEntry : m_cModel.texts)
         cHandles.push_back(rcEntry.first);
-    // Mostly showing, because it is among texts that are shown that things happen.
+    // Mostly shows texts, because most of the rules concern shown texts.
     const int iWhat = oneOf({0, 0, 0, 0, 0, 0, 1, 2, 3});
     for (const unsigned int uHandle : cHandles) {
         if (iWhat == 0)
@@ -475,7 +475,7 @@ void TestOverlayModel::the_page_agrees_after_each_of_100000_steps()
         QVERIFY2(isPageEqual(), "step " + QByteArray::number(iStep) + ": " + cDone);
         QVERIFY2(m_pcManager->getTextHandles().size() == static_cast<int>(m_cModel.texts.size()), cDone);
     }
-    // It is the redrawing that the rules are about.
+    // The rules are about the redrawing.
     QVERIFY2(m_cModel.redrawn() > 30000, QByteArray::number(m_cModel.redrawn()));
 
     m_pcFrontEnd->destroyAllTexts();

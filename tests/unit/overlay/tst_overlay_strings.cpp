@@ -71,7 +71,7 @@ void TestOverlayStrings::every_code_unit_is_a_cell_data()
     QTest::newRow("a row of emoji") << QStringLiteral("\U0001f600").repeated(30);
 }
 
-/// What each code unit alone gives in an encoding.
+/// The code of each code unit alone in an encoding.
 static QByteArray codesOf(int iMib, const QString& rcString)
 {
     const QTextCodec* pcCodec = QTextCodec::codecForMib(iMib);
@@ -118,7 +118,7 @@ void TestOverlayStrings::units_without_a_code_are_question_marks_data()
     QTest::newRow("byte order mark") << QStringLiteral("\ufeffaz") << QByteArray("?az");
 }
 
-// In the same cells in all alphabets: what follows stays where it is.
+// In the same cells in all alphabets: the characters behind it don't move.
 void TestOverlayStrings::units_without_a_code_are_question_marks()
 {
     QFETCH(QString, string);

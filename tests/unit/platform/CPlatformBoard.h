@@ -5,7 +5,7 @@
 
 #include <QByteArray>
 
-/// A virtual board that the platform is brought up on, for the life of the object.
+/// A virtual board that the platform is set up on, for the life of the object.
 class CPlatformBoard : public CAttachedBoard
 {
 public:

@@ -1,4 +1,4 @@
-/* The bring-up on a virtual board: what comes of it, and what is left when a step fails. */
+/* The bring-up on a virtual board: its result, and the state after a failed step. */
 #include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"
 #include "daemon/CEventLogger.h"
@@ -42,7 +42,7 @@ private slots:
     void modes_are_the_two_bits_of_the_control_register();
 
 private:
-    /// Starts on the board; what is logged goes into m_cLog, ident and process number taken off.
+    /// Starts on the board; m_cLog gets the log lines, without ident and process number.
     int initialize();
     int reload();
     void write(const char* pszName, const QByteArray& rcText);
@@ -168,7 +168,7 @@ void TestCMultimediaPlatform::a_failing_step_is_logged_and_the_others_are_done_d
         << NONE << 1 << QStringLiteral("fpga.cnf") << QStringList{QStringLiteral("Error initializing FPGA")};
     QTest::newRow("no file of the display controller")
         << NONE << 1 << QStringLiteral("lime.cnf") << QStringList{QStringLiteral("Error initializing Lime")};
-    // What is written to a chip, and how that went, nobody asks.
+    // The result of a write to a chip is not checked.
     for (const board_operation eOperation :
          {BOARD_OPERATION_FPGA_WRITE, BOARD_OPERATION_FPGA_SEEK, BOARD_OPERATION_FPGA_IOCTL_READ,
           BOARD_OPERATION_FPGA_IOCTL_WRITE, BOARD_OPERATION_I2C_WRITE})
@@ -189,7 +189,7 @@ void TestCMultimediaPlatform::a_failing_step_is_logged_and_the_others_are_done()
     sFault.u32Count = log.isEmpty() && nth == 1 ? BOARD_FAULT_FOREVER : 1;
     if (sFault.eOperation != BOARD_OPERATION_NONE)
         rcBoard->setFault(sFault);
-    // What is written after a seek that failed lands behind what was written last.
+    // Data written after a failed seek land behind the last write.
     if (sFault.eOperation == BOARD_OPERATION_FPGA_SEEK)
         rcBoard.dontJudge();
     if (!missing.isEmpty())
@@ -198,7 +198,7 @@ void TestCMultimediaPlatform::a_failing_step_is_logged_and_the_others_are_done()
     QCOMPARE(m_cLog, log);
     QVERIFY(sFault.eOperation == BOARD_OPERATION_NONE || rcBoard->faults().value(0).u32Hits > 0);
 
-    // What doesn't hang on the step is done.
+    // Steps that don't depend on it are done.
     const auto cIsAbout = [&log](const char* pszWord) {
         return log.join(QLatin1Char(' ')).contains(QLatin1String(pszWord));
     };
@@ -265,7 +265,7 @@ void TestCMultimediaPlatform::a_table_whose_fields_do_not_add_up_is_reported()
     QFETCH(QString, label);
     reg_bf& rsField = (lime ? regs_lime : regs_fpga)[0].bf[0];
     rsField.len++;
-    m_pcBoard->dontJudge(); // the value slips to bits that aren't there
+    m_pcBoard->dontJudge(); // the value slips to undeclared bits
     QCOMPARE(initialize(), 0);
     rsField.len--;
     QCOMPARE(m_cLog, QStringList{label});

@@ -202,7 +202,7 @@ void TestLime::instance_is_one_object_until_it_is_deleted()
     QCOMPARE(lime_recorded().size(), std::size_t{1});
 }
 
-// Without a mapping accesses carry no base, which the door to the controller turns away.
+// Without a mapping accesses have no base, and lime_load() and lime_store() refuse them.
 static bool hasMapping()
 {
     Lime::lime_set_background_color(0, 0, 0);

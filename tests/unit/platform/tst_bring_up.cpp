@@ -1,5 +1,5 @@
-/* What a bring-up from the default register files does to the devices: every call and every store, in number and
- * order. The display controller's stores are recorded, all else is traced on a virtual board. */
+/* A bring-up from the default register files: every call and every store on the devices, in number and order.
+ * The display controller's stores are recorded, all others are traced on a virtual board. */
 #include "daemon/CEventLogger.h"
 #include "fpga/font.h"
 #include "fpga/screen.h"
@@ -32,7 +32,7 @@ private:
     QScopedPointer<CPlatformBoard> m_pcBoard;
 };
 
-/// A register of a chip on the I2C bus and what is written to it.
+/// A register of a chip on the I2C bus and the value written to it.
 struct SI2CWrite {
     unsigned int uSub;
     unsigned int uValue;
@@ -148,7 +148,7 @@ static const SI2CWrite ENCODER[] = {
     {0x7f, 0x00},
 };
 
-/// A register of the display controller and what is stored there; window 'C' capture, 'D' display.
+/// A register of the display controller and the value stored there; window 'C' capture, 'D' display.
 struct SLimeStore {
     char cWindow;
     quint32 u32Offset;
@@ -274,7 +274,7 @@ void TestBringUp::device_calls_are_those_of_each_step_in_order()
     QCOMPARE(m_pcBoard->initialize(), 1);
     const QStringList cTrace = m_pcBoard->takeTrace();
 
-    // What the overlay library does in its step, it says itself.
+    // The overlay library's step has tests of its own.
     load_font(-1);
     init_fpga();
     const QStringList cOverlay = m_pcBoard->takeTrace();
@@ -295,7 +295,7 @@ void TestBringUp::a_reload_opens_the_devices_anew_beside_the_old_ones()
     init_fpga();
     const QStringList cOverlay = m_pcBoard->takeTrace();
 
-    // Only the video window's own mapping is given up before it is made again.
+    // Only the video window's own mapping is undone before it is made again.
     QCOMPARE(cTrace,
              opened() + cOverlay + programmed() + QStringList(QStringLiteral("lime close")) + limeOpened());
     QVERIFY(lime_recorded() == stores(LIME));
@@ -314,7 +314,7 @@ void TestBringUp::files_that_name_nothing_leave_fpga_and_display_controller_alon
     QVERIFY(cTrace.filter(QStringLiteral("fpga write32 0x00ff1a")).isEmpty());
     QVERIFY((lime_recorded() == accesses{lime_stored(LIME_DISP_WINDOW, 0x184, 0)}));
 
-    // Decoder and encoder get all registers but the version, as what their fields hold.
+    // Decoder and encoder get all registers but the version, with the values of their fields.
     const QStringList cWrites = cTrace.filter(QStringLiteral("i2c write"));
     QCOMPARE(cWrites.size(), 30 + 73);
     for (const QString& rcWrite : cWrites)

@@ -1,4 +1,4 @@
-/* Still images: from the FPGA into a file and back, and everything that files can do wrong. */
+/* Still images: from the FPGA into a file and back, and every fault that files can have. */
 #include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"
 #include "daemon/CEventLogger.h"
@@ -126,7 +126,7 @@ void TestStillImages::a_saved_image_opens_in_any_viewer()
     QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
     const QImage cImage = QImage(file("a.bmp")).convertToFormat(QImage::Format_RGB32);
     QCOMPARE(cImage.size(), QSize(720, 576));
-    // The topmost line is outside of the reversal, and has always been.
+    // Kept: the topmost line is outside of the reversal. All pictures that clients have saved are like that.
     QCOMPARE(cImage.copy(0, 1, 720, 575),
              CTestPicture::frame(0).convertToFormat(QImage::Format_RGB32).copy(0, 1, 720, 575));
 }
@@ -216,7 +216,7 @@ void TestStillImages::places_that_can_not_be_opened()
     QCOMPARE(contents(file("plain")), QByteArray("x"));
 }
 
-// It would take some kilobytes of a picture, and give nothing but what somebody types.
+// It would take some kilobytes of a picture, and return only a user's typing.
 void TestStillImages::a_terminal_that_nobody_reads_can_not_be_opened()
 {
     int iMaster = -1;
@@ -234,7 +234,7 @@ void TestStillImages::a_terminal_that_nobody_reads_can_not_be_opened()
     ::close(iMaster);
 }
 
-// The name leads to a file and to a FIFO by turns: it changes between two looks at it sooner or later.
+// The name leads to a file and to a FIFO by turns: sooner or later it changes between two checks.
 void TestStillImages::a_fifo_that_comes_between_is_not_waited_for()
 {
     const QByteArray cName = QFile::encodeName(file("a.bmp"));
@@ -260,7 +260,7 @@ void TestStillImages::a_fifo_that_comes_between_is_not_waited_for()
 // A lease: without O_NONBLOCK the kernel waits for its holder, for 45 s if that does nothing.
 void TestStillImages::a_file_whose_opening_would_wait_can_not_be_opened()
 {
-    std::signal(SIGIO, SIG_IGN); // which tells the holder
+    std::signal(SIGIO, SIG_IGN); // the notification of the holder
     QVERIFY(fill(file("a.bmp"), QByteArray(54 + IMAGE_BYTES, 'p')));
     const int iHolder = ::open(qPrintable(file("a.bmp")), O_RDWR | O_CLOEXEC);
     QCOMPARE(fcntl(iHolder, F_SETLEASE, F_WRLCK), 0);
@@ -272,7 +272,7 @@ void TestStillImages::a_file_whose_opening_would_wait_can_not_be_opened()
     QCOMPARE(CMultimediaPlatform::loadVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
 }
 
-// The kernel's log says that it is a regular file, and waits for a message when there is none. Not everybody may open
+// The kernel's log says that it is a regular file, and waits if it has no message. Not every user may open
 // it.
 void TestStillImages::a_file_whose_reading_would_wait_can_not_be_read()
 {

@@ -1,6 +1,6 @@
-/* Sets the registers of all four chips by name and from a register file, writes their register files and mirrors,
- * and prints them, all into a folder. ./check compares what this machine's processor makes with what the target's
- * does. */
+/* Sets the registers of all four chips by name and from a register file, writes their register files and
+ * mirrors, and prints them, all into a folder. ./check compares the results of this machine's processor and
+ * the target's. */
 #include "regdb/chip_regs.h"
 #include "regdb/config_file.h"
 #include "regdb/debug_print.h"
@@ -24,8 +24,8 @@ static const chip CHIPS[] = {
     {"saa7129", &crp_saa7129},
 };
 
-/* Every way to write a number. Decimals beyond 31 bits are left out: the configuration library reads them by the
- * size of a long. No field is that wide. */
+/* Every way to write a number. Decimals beyond 31 bits are left out: the configuration library reads them by
+ * the size of a long. No field is that wide. */
 static const char REGISTER_FILE[] = "L1WXY: { l1wx = 123; };\n"
                                     "DCM1: { den = 1; sc = 0x1f; sync = 3; };\n"
                                     "CBOA: { cboa = 0x7fffff; };\n"
@@ -79,7 +79,7 @@ static void write_and_print(const chip& one)
     must(config_write_file(one.regs->config, mirror.c_str()) == CONFIG_TRUE, one.name);
     DEBUG_print_all_regs(one.regs, 0);
     DEBUG_print_all_regs(one.regs, 1);
-    // What was written is read again, or refused, in the same way too.
+    // The written files are read again, or refused, in the same way too.
     read_config_from_file(one.regs, file.c_str(), 1);
     DEBUG_print_all_regs(one.regs, 1);
 }

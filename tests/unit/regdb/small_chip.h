@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-/* What the chip's registers hold, by address, and what was done to them: "read SRIC", "write SRIC". */
+/* The values of the chip's registers, by address, and the accesses: "read SRIC", "write SRIC". */
 inline std::vector<std::string> chip_log;
 inline uint32_t chip_memory[16];
 

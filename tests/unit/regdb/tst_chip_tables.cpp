@@ -1,5 +1,5 @@
-/* The four chip tables against a second writing of them, made for reading: order, addresses, widths, initial
- * values, names and lengths of the fields, and the help texts that register files are known by.
+/* The four chip tables against a second copy of them, made for reading: order, addresses, widths, initial
+ * values, names and lengths of the fields, and the help texts that users know from register files.
  */
 #include "hw/fpga_device.h"
 #include "hw/lime_device.h"

@@ -1,4 +1,4 @@
-/* Register files: reading, writing, printing, and everything that can be wrong with a file. */
+/* Register files: reading, writing, printing, and every fault that a file can have. */
 #include "regdb/config_file.h"
 #include "regdb/config_guard.h"
 #include "regdb/debug_print.h"
@@ -44,7 +44,7 @@ protected:
         return path(name);
     }
 
-    /* Reads and applies; what was printed is kept. */
+    /* Reads and applies; stores the printed lines. */
     int read(const std::string& file, int apply = 1)
     {
         testing::internal::CaptureStderr();
@@ -149,7 +149,7 @@ TEST_F(config_file, that_is_a_fifo_is_reported_without_waiting)
     expect_refused(path());
 }
 
-/* The look ahead alone: the library reads after it, and can't be kept from what has changed until then. */
+/* Only the check before the library reads: the library can't be kept from later changes. */
 TEST_F(config_file, that_turns_into_a_fifo_is_looked_at_without_waiting)
 {
     const std::string file = make("");
@@ -174,7 +174,7 @@ TEST_F(config_file, that_turns_into_a_fifo_is_looked_at_without_waiting)
 /* A lease: without O_NONBLOCK the kernel waits for its holder, for 45 s if that does nothing. */
 TEST_F(config_file, whose_opening_would_wait_is_reported_without_waiting)
 {
-    std::signal(SIGIO, SIG_IGN); /* which tells the holder */
+    std::signal(SIGIO, SIG_IGN); /* the notification of the holder */
     const int holder = open(make("").c_str(), O_RDWR | O_CLOEXEC);
     ASSERT_EQ(0, fcntl(holder, F_SETLEASE, F_WRLCK));
     expect_refused(path());
@@ -182,7 +182,7 @@ TEST_F(config_file, whose_opening_would_wait_is_reported_without_waiting)
     EXPECT_EQ(0, read(path()));
 }
 
-/* The kernel's log says that it is a regular file, and waits for a message when there is none. */
+/* The kernel's log says that it is a regular file, and waits if it has no message. */
 TEST_F(config_file, whose_reading_would_wait_is_reported_without_waiting)
 {
     expect_refused("/proc/kmsg");

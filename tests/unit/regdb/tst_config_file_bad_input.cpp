@@ -1,5 +1,5 @@
-/* Register files that are wrong, or strange, on the chips' own tables. What comes out is what the configuration
- * library makes of them; none of it may end the process, or leave a field with more than fits into it.
+/* Register files that are wrong, or strange, on the chips' own tables. The results are the configuration
+ * library's; none may end the process, or leave a value in a field that is too large for it.
  */
 #include "regdb/chip_regs.h"
 #include "regdb/config_file.h"
@@ -17,7 +17,7 @@
 namespace
 {
 
-/* What of a table changes at run time. */
+/* The parts of a table that change at run time. */
 std::vector<uint32_t> table_of(const chip_regs& chip)
 {
     std::vector<uint32_t> numbers;
@@ -68,7 +68,7 @@ protected:
         return path(name);
     }
 
-    /* Reads and applies; what was printed is kept. */
+    /* Reads and applies; stores the printed lines. */
     int read(const std::string& file)
     {
         testing::internal::CaptureStderr();
@@ -78,7 +78,7 @@ protected:
         return result;
     }
 
-    /* The line is 0 for what isn't the text's fault. */
+    /* The line is 0 for faults outside of the text. */
     void expect_failure(const std::string& file, int line, const std::string& text)
     {
         const std::vector<uint32_t> before = table_of(chip);
@@ -96,7 +96,7 @@ protected:
         expect_failure(make(contents), line, text);
     }
 
-    /* What sinr is after it was given the value. */
+    /* The value of sinr after it was set to the given one. */
     uint32_t taken(const std::string& value)
     {
         EXPECT_EQ(0, read(make("SRIC: { sinr = " + value + "; };\n"))) << value << '\n' << printed;
@@ -254,7 +254,7 @@ TEST_F(bad_register_file, with_a_register_that_is_no_group_skips_it)
     EXPECT_EQ(0u, field("FGCC", "col"));
 }
 
-/* Fields are mirrored again and again for as long as the daemon runs. */
+/* Fields are mirrored repeatedly as long as the daemon runs. */
 TEST_F(bad_register_file, with_a_list_for_a_register_is_not_added_to)
 {
     EXPECT_EQ(0, read(make("SRIC = ();\nCTRL = [];\n")));
@@ -351,7 +351,7 @@ TEST_F(bad_register_file, that_includes_one_with_an_error_is_reported_with_the_l
     expect_error("@include \"" + path("inner.cnf") + "\"\n", 3);
 }
 
-/* A name that the library reads in another way than it looks. */
+/* A name that the library reads in another way than the check. */
 TEST_F(bad_register_file, that_includes_a_name_with_a_byte_0_can_not_be_read)
 {
     using namespace std::string_literals;
@@ -403,7 +403,8 @@ TEST_F(bad_register_file, can_be_followed_by_a_good_one)
     EXPECT_EQ(3u, field("SRIC", "sinr"));
 }
 
-/* On each reload the configurations are made anew, and the ones before are not destroyed: this does it in the end. */
+/* Each reload initialises the configurations again and doesn't destroy the former ones: this does it at the
+ * end. */
 TEST(register_files, of_all_chips_are_reloaded_two_hundred_times)
 {
     char name[] = "/tmp/tst_reload_XXXXXX";

@@ -1,5 +1,5 @@
-/* The register files that the daemon ships with: what they name, what they set, and that they look as the daemon
- * would write them. */
+/* The register files that the daemon ships with: their names, their values, and the layout, which is the
+ * daemon's. */
 #include "regdb/chip_regs.h"
 #include "regdb/config_file.h"
 #include "regdb/registers.h"
@@ -127,7 +127,8 @@ std::string with_its_value(const std::string& line, uint32_t value, int digits)
            line.substr(bits + static_cast<size_t>(digits));
 }
 
-/* What the daemon would write of the chip now, without the registers and fields that a default file leaves out. */
+/* The file that the daemon would write of the chip now, without the registers and fields that a default file
+ * leaves out. */
 lines as_written(const chip_file& chip)
 {
     std::string path = testing::TempDir() + "default_files_" + std::to_string(getpid());
@@ -183,7 +184,7 @@ TEST(default_fpga_file, puts_the_text_layer_into_the_middle)
     const uint32_t rows = 26;
     EXPECT_EQ(12U, field_of(crp_fpga, "TESZ", "tesh"));
     EXPECT_EQ(10U, field_of(crp_fpga, "TESZ", "tesv"));
-    /* 40 and 7 are the graphic offsets; what they leave is 640 pixels by 274 lines of a field. */
+    /* 40 and 7 are the graphic offsets; 640 pixels by 274 lines of a field remain. */
     EXPECT_EQ(40 + (640 - columns * 12) / 2, value_of(crp_fpga, "TSXP"));
     EXPECT_EQ(7 + (274 - rows * 10) / 2, value_of(crp_fpga, "TSYP"));
     EXPECT_EQ(0x300000U, value_of(crp_fpga, "TEMO"));

@@ -64,7 +64,7 @@ TEST_F(registers, a_value_too_large_spills_into_the_fields_before)
     EXPECT_EQ(1u, field("SRIC", "res1"));
     EXPECT_EQ(0xffu, field("SRIC", "sinr"));
     EXPECT_EQ(0x0001ff00u, value("SRIC"));
-    // The mirror has it as given.
+    // The mirror has the given value.
     EXPECT_EQ(0x1ff, mirrored("SRIC.sinr"));
 }
 

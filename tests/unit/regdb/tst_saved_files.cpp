@@ -1,5 +1,5 @@
-/* Register files as they are saved: what is wrong with them, and that the commands of docs/register-files.md, run as
- * they stand there, repair them.
+/* Saved register files: their faults, and the commands of docs/register-files.md that repair them, run as
+ * written there.
  */
 #include "regdb/chip_regs.h"
 #include "regdb/config_file.h"
@@ -111,7 +111,7 @@ protected:
         std::filesystem::remove_all(backup());
     }
 
-    /* Where the document says that the files were copied to before. */
+    /* The folder of the copies in the document. */
     std::string backup() const { return folder + ".backup"; }
 
     /* A value of its own for every register, 0 in the fields that no file can name. */

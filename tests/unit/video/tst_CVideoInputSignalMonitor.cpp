@@ -1,4 +1,4 @@
-/* The watch over the camera signal on a virtual board; its seconds are sent, not waited for. */
+/* The check of the camera signal on a virtual board; its ticks are sent, not waited for. */
 #include "daemon/CEventLogger.h"
 #include "hw/fpga_map.h"
 #include "platform/CMultimediaPlatform.h"
@@ -188,7 +188,7 @@ void TestCVideoInputSignalMonitor::closes_its_device()
     QCOMPARE(m_pcBoard->takeTrace(), QStringList{QStringLiteral("i2c close")});
 }
 
-// The status as the chip's table and its configuration know it.
+// The status in the chip's table and its configuration.
 static quint32 statusOfTable()
 {
     return reg_value(search_reg_bf_group_by_name(&crp_saa7113, "SBVD"));
@@ -287,7 +287,7 @@ void TestCVideoInputSignalMonitor::a_check_is_one_read()
     QCOMPARE(m_pcBoard->takeTrace(), QStringList{QStringLiteral("i2c read 0x1f = 0x00")});
 }
 
-// What is found by asking between two ticks is new to the next tick all the same.
+// A state found by a call between two ticks is still new to the next tick.
 void TestCVideoInputSignalMonitor::asking_stores_nothing()
 {
     QVERIFY(initialize());
@@ -366,7 +366,7 @@ void TestCVideoInputSignalMonitor::enabling_auto_sync_sets_the_sync_and_emits_no
     starts_with_the_sync_that_the_signal_asks_for_data();
 }
 
-// What it finds it stores: the next tick finds nothing new.
+// It stores the state: the next tick finds nothing new.
 void TestCVideoInputSignalMonitor::enabling_auto_sync_sets_the_sync_and_emits_nothing()
 {
     QFETCH(bool, plugged);

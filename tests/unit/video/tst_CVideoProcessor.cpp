@@ -1,5 +1,5 @@
-/* The video processor on a virtual board, with a codec service of the test's own. Its ticks are sent, its sleeps
- * take no time, and its wall clock stands still. */
+/* The video processor on a virtual board, with a codec service of the test's own. Its ticks are sent, its
+ * sleeps take no time, and its wall clock stands still. */
 #include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"
 #include "daemon/CEventLogger.h"
@@ -23,7 +23,7 @@
 #include <climits>
 #include <functional>
 
-// What derived classes may do, so that tests may.
+// Makes the protected members public for tests.
 class COpenVideoProcessor : public CVideoProcessor
 {
 public:
@@ -240,7 +240,7 @@ void TestCVideoProcessor::addStates(int iWithout)
             QTest::newRow(apszNames[iState]) << iState;
 }
 
-// By the commands that lead there, from idle; to saving only as far as pending.
+// Reaches the state by commands, from idle; for saving only as far as pending.
 void TestCVideoProcessor::enter(int iState)
 {
     static const char* const apszPaths[] = {"", "4", "45", "8", "89", "2", "452", "1", "1", ""};
@@ -751,7 +751,7 @@ void TestCVideoProcessor::a_file_that_does_not_change_stops_the_recording()
     QVERIFY(!m_pcProcessor->isVideoRecordingRunning());
     QVERIFY(timersOf(m_pcProcessor.data()).isEmpty());
     QCOMPARE(m_cCodec.takeCalls(), QStringList{STOPPED});
-    // Said later, once.
+    // Signalled later, once.
     QCOMPARE(m_cEmitted, NOTHING);
     postedEvents();
     QCOMPARE(m_cEmitted, STALLED);
@@ -979,7 +979,7 @@ void TestCVideoProcessor::saves_an_image_later()
     QCOMPARE(allowed(), allowedIn(PENDING));
     QVERIFY(!QFile::exists(file("saved.bmp")));
 
-    // When it is said, all is as it was.
+    // At the signal, everything is as before.
     int iSaid = 0;
     connect(m_pcProcessor.data(), &CVideoProcessor::videoImageSaved, this, [&] {
         QCOMPARE(m_cCodec.takeCalls(), after);
@@ -1054,7 +1054,7 @@ void TestCVideoProcessor::a_save_whose_resume_fails_ends_in_the_error()
     QCOMPARE(allowed(), allowedIn(ERROR));
 }
 
-// The picture of the moment is stored and shown while it is saved; then the live one is back.
+// The current picture is stored and shown while it is saved; then the live one is back.
 void TestCVideoProcessor::a_save_restores_the_picture()
 {
     CPlatformBoard& rcBoard = *m_pcBoard;

@@ -1,4 +1,4 @@
-/* The numbers that travel on the bus, and the results that become them. */
+/* The numbers on the bus, and the results that become them. */
 #include "video/EVideoInputType.h"
 #include "video/EVideoProcessorResult.h"
 
