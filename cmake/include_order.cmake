@@ -26,7 +26,7 @@ set(order
     board/demo
     bench)
 
-# What stands below everything, wherever it lies: the register records and the event logger.
+# The two headers that stand below everything, wherever they lie: the register records and the event logger.
 set(everybodys regdb/reg_types.h daemon/CEventLogger.h)
 
 set(failed FALSE)
