@@ -19,8 +19,8 @@ static QString comparePixels(const QImage& rcActual, const QImage& rcGolden)
 {
     int iCount = 0;
     QString cFirst;
-    for (int y = 0; y < rcActual.height(); y++)
-        for (int x = 0; x < rcActual.width(); x++) {
+    for (int y = 0; y < rcActual.height(); ++y)
+        for (int x = 0; x < rcActual.width(); ++x) {
             const QRgb uActual = rcActual.pixel(x, y);
             const QRgb uGolden = rcGolden.pixel(x, y);
             if (uActual != uGolden && iCount++ == 0)

@@ -107,7 +107,7 @@ void CCodec::timerEvent(QTimerEvent* /*pcEvent*/)
 void CCodec::grow()
 {
     QByteArray cBlock;
-    for (int i = 0; i < LINES_PER_TICK; i++)
+    for (int i = 0; i < LINES_PER_TICK; ++i)
         cBlock += QStringLiteral("halden-codec: frame %1, line %2")
                       .arg(m_sState.iFrame, 10, 10, QLatin1Char('0'))
                       .arg(i, 4, 10, QLatin1Char('0'))

@@ -106,7 +106,7 @@ static int attach(struct board* board, const char* directory, const char** culpr
         *culprit = camera.name;
         error = map_file(&camera, board->directory);
     }
-    for (int device = DEVICE_FPGA; error == 0 && device < DEVICE_COUNT; device++) {
+    for (int device = DEVICE_FPGA; error == 0 && device < DEVICE_COUNT; ++device) {
         *culprit = files[device].name;
         error = map_file(&files[device], board->directory);
         board->files[device] = files[device].identity;

@@ -30,7 +30,7 @@ static void store(uint16_t* entry, unsigned value)
 
 static enum device device_of_file(const struct board* board, const struct stat* status)
 {
-    for (int device = DEVICE_FPGA; device < DEVICE_COUNT; device++)
+    for (int device = DEVICE_FPGA; device < DEVICE_COUNT; ++device)
         if (board->files[device].inode == status->st_ino && board->files[device].device == status->st_dev)
             return (enum device)device;
     return DEVICE_NONE;
@@ -90,7 +90,7 @@ enum device descriptor_closed_device(int descriptor)
 
 void descriptor_forget_all(void)
 {
-    for (int descriptor = 0; descriptor < TABLE_SIZE; descriptor++)
+    for (int descriptor = 0; descriptor < TABLE_SIZE; ++descriptor)
         if (load(&s_entries[descriptor]) != DEVICE_UNKNOWN)
             store(&s_entries[descriptor], DEVICE_UNKNOWN);
 }

@@ -76,7 +76,7 @@ static bool is_fpga_memory(int64_t position, size_t count)
         int64_t end;
     } regions[] = {MAP_FPGA_MEMORY(REGION)};
 #undef REGION
-    for (size_t i = 0; i < sizeof regions / sizeof *regions; i++)
+    for (size_t i = 0; i < sizeof regions / sizeof *regions; ++i)
         if (position >= regions[i].begin && position < regions[i].end)
             return count <= (uint64_t)(regions[i].end - position);
     return false;
@@ -102,7 +102,7 @@ static bool is_i2c_register(unsigned chip, unsigned sub_address)
         unsigned last;
     } ranges[] = {MAP_I2C_REGISTERS(RANGE)};
 #undef RANGE
-    for (size_t i = 0; i < sizeof ranges / sizeof *ranges; i++)
+    for (size_t i = 0; i < sizeof ranges / sizeof *ranges; ++i)
         if (chip == ranges[i].chip && sub_address >= ranges[i].first && sub_address <= ranges[i].last)
             return true;
     return false;

@@ -20,7 +20,7 @@ static uint32_t fpga_word(const struct board* board, uint32_t address)
 static void fill_line(uint8_t* line, uint32_t pixel)
 {
     uint32_t word = htole32(pixel);
-    for (unsigned x = 0; x < VIDEO_WIDTH; x++)
+    for (unsigned x = 0; x < VIDEO_WIDTH; ++x)
         memcpy(line + 4 * x, &word, sizeof word);
 }
 
@@ -30,7 +30,7 @@ void store_live_picture(const struct board* board)
     uint8_t status = board->i2c[SAA7113_SLAVE * 256 + SAA7113_STATUS];
     bool camera = !generated && (status & SAA7113_STATUS_NO_LOCK) == 0;
     uint32_t color = OPAQUE | (generated ? fpga_word(board, FPGA_FGCC) : 0);
-    for (size_t y = 0; y < VIDEO_HEIGHT; y++) {
+    for (size_t y = 0; y < VIDEO_HEIGHT; ++y) {
         uint8_t* stored =
             board->fpga + FPGA_VIDEO_IMAGE + (y / 2 + y % 2 * VIDEO_FIELD_LINES) * VIDEO_LINE_BYTES;
         if (camera)

@@ -36,7 +36,7 @@ static void put_digits(struct line* line, uint64_t value, unsigned base, unsigne
 
 void line_text(struct line* line, const char* text)
 {
-    for (; *text != '\0'; text++)
+    for (; *text != '\0'; ++text)
         put(line, *text);
 }
 
@@ -70,7 +70,7 @@ void line_bytes(struct line* line, const void* bytes, size_t count)
 {
     const uint8_t* byte = bytes;
     line_text(line, " :");
-    for (size_t i = 0; i < count && i < BYTES_SHOWN; i++) {
+    for (size_t i = 0; i < count && i < BYTES_SHOWN; ++i) {
         put(line, ' ');
         put_digits(line, byte[i], 16, 2);
     }

@@ -54,7 +54,7 @@ QImage CPictureRenderer::render()
     }
     m_cPicture.fill(OPAQUE | m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, LIME_DBGC));
     const quint32 u32Order = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, LIME_DLS);
-    for (int iPlace = LIME_LAYERS - 1; iPlace >= 0; iPlace--) {
+    for (int iPlace = LIME_LAYERS - 1; iPlace >= 0; --iPlace) {
         const quint32 u32Layer = u32Order >> 4 * iPlace & 0xf;
         if ((u32Mode & LIME_DCM1_LAYER(u32Layer)) != 0)
             renderLayer(u32Layer);
@@ -85,10 +85,10 @@ void CPictureRenderer::renderGraphic()
     const int iTop = high12(u32Place);
     const int iRight = qMin<int>(VIDEO_WIDTH, iLeft + low12(u32Size));
     const int iBottom = qMin<int>(VIDEO_HEIGHT, iTop + high12(u32Size));
-    for (int y = iTop; y < iBottom; y++) {
+    for (int y = iTop; y < iBottom; ++y) {
         auto* pu32Line = reinterpret_cast<QRgb*>(m_cPicture.scanLine(y));
         const quint32 u32Line = u32Origin + static_cast<quint32>(y - iTop) * u32Stride;
-        for (int x = iLeft; x < iRight; x++) {
+        for (int x = iLeft; x < iRight; ++x) {
             const quint16 u16Pixel = m_rcBoard.limeMemory16(u32Line + static_cast<quint32>(x - iLeft) * 2);
             if (u16Pixel != 0 || !bZeroTransparent)
                 pu32Line[x] = rgbOf1555(u16Pixel);
@@ -110,11 +110,11 @@ void CPictureRenderer::renderVideo()
     if (iWidth <= 0)
         return;
 
-    for (int y = 0; y < iHeight; y++) {
+    for (int y = 0; y < iHeight; ++y) {
         const auto* pu32Source =
             reinterpret_cast<const QRgb*>(m_cCaptured.constScanLine(cVertical.source(y)));
         auto* pu32Line = reinterpret_cast<QRgb*>(m_cPicture.scanLine(iTop + y)) + iLeft;
-        for (int x = 0; x < iWidth; x++)
+        for (int x = 0; x < iWidth; ++x)
             pu32Line[x] = OPAQUE | pu32Source[cHorizontal.source(x)];
     }
 }

@@ -28,8 +28,8 @@ QRgb* line(QImage& rcImage, int iLine)
 void drawBars(QImage& rcImage, int iFrame)
 {
     const int iShift = static_cast<int>(qint64(iFrame) * SPEED % VIDEO_WIDTH);
-    for (int y = 0; y < VIDEO_HEIGHT; y++)
-        for (int x = 0; x < VIDEO_WIDTH; x++)
+    for (int y = 0; y < VIDEO_HEIGHT; ++y)
+        for (int x = 0; x < VIDEO_WIDTH; ++x)
             line(rcImage, y)[x] =
                 y < BAND_TOP || y >= BAND_BOTTOM ? BARS[(x + iShift) % VIDEO_WIDTH / BAR_WIDTH] : BAND;
 }
@@ -38,8 +38,8 @@ void drawCentered(QImage& rcImage, int iTop, const QString& rcText)
 {
     const QImage cText = CGlyphSheet::textLine(rcText, INK, BAND);
     const int iLeft = (VIDEO_WIDTH - SCALE * cText.width()) / 2;
-    for (int y = 0; y < SCALE * cText.height(); y++)
-        for (int x = 0; x < SCALE * cText.width(); x++)
+    for (int y = 0; y < SCALE * cText.height(); ++y)
+        for (int x = 0; x < SCALE * cText.width(); ++x)
             line(rcImage, iTop + y)[iLeft + x] = cText.pixel(x / SCALE, y / SCALE);
 }
 

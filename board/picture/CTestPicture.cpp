@@ -157,8 +157,8 @@ void CTestPicture::drawBackground()
 
 void CTestPicture::drawBorder()
 {
-    for (int x = 0; x < VIDEO_WIDTH; x++)
-        for (int y = 0; y < VIDEO_HEIGHT; y++) {
+    for (int x = 0; x < VIDEO_WIDTH; ++x)
+        for (int y = 0; y < VIDEO_HEIGHT; ++y) {
             const bool bInside =
                 x >= BORDER && x < VIDEO_WIDTH - BORDER && y >= BORDER && y < VIDEO_HEIGHT - BORDER;
             if (!bInside)
@@ -238,9 +238,9 @@ void CTestPicture::drawGreys()
 {
     const int STEPS = 16;
     const int WIDTH = DIAMETER / STEPS;
-    for (int iStep = 0; iStep < STEPS; iStep++)
+    for (int iStep = 0; iStep < STEPS; ++iStep)
         fill(LEFT + iStep * WIDTH, STEPS_TOP, WIDTH, RAMP_TOP - STEPS_TOP, grey(iStep * 255 / (STEPS - 1)));
-    for (int x = 0; x < DIAMETER; x++)
+    for (int x = 0; x < DIAMETER; ++x)
         fill(LEFT + x, RAMP_TOP, 1, CROSS_TOP - RAMP_TOP, grey(255 - x * 255 / (DIAMETER - 1)));
 }
 
@@ -265,12 +265,12 @@ void CTestPicture::drawGratings()
     const int WIDTH = (DIAMETER - (FIELDS - 1) * GAP) / FIELDS;
     const int BOTTOM = NUMBERS_TOP - GAP;
     fill(LEFT, GRATINGS_TOP, DIAMETER, POINTER_TOP - GRATINGS_TOP, DARK);
-    for (int iField = 0; iField < FIELDS; iField++) {
+    for (int iField = 0; iField < FIELDS; ++iField) {
         const int iLeft = LEFT + iField * (WIDTH + GAP);
         const int iPixels = iField % 3 + 1;
         const bool bVertical = iField < 3;
-        for (int y = GRATINGS_TOP + GAP; y < BOTTOM; y++)
-            for (int x = iLeft; x < iLeft + WIDTH; x++)
+        for (int y = GRATINGS_TOP + GAP; y < BOTTOM; ++y)
+            for (int x = iLeft; x < iLeft + WIDTH; ++x)
                 plot(x, y, (bVertical ? x : y) / iPixels % 2 == 0 ? WHITE : BLACK);
         drawCenteredText(iLeft + WIDTH / 2, NUMBERS_TOP + 3, 2, QString::number(iPixels), LABEL);
     }
@@ -290,8 +290,8 @@ void CTestPicture::drawPointer()
 
 void CTestPicture::drawRing()
 {
-    for (int y = 0; y < VIDEO_HEIGHT; y++)
-        for (int x = LEFT - 2; x < LEFT + DIAMETER + 2; x++)
+    for (int y = 0; y < VIDEO_HEIGHT; ++y)
+        for (int x = LEFT - 2; x < LEFT + DIAMETER + 2; ++x)
             if (isInCircle(x, y, RADIUS + 2) && !isInCircle(x, y, RADIUS - 1))
                 plot(x, y, WHITE);
 }
@@ -312,8 +312,8 @@ void CTestPicture::plot(int x, int y, QRgb uColor)
 
 void CTestPicture::fill(int x, int y, int iWidth, int iHeight, QRgb uColor)
 {
-    for (int iRow = y; iRow < y + iHeight; iRow++)
-        for (int iColumn = x; iColumn < x + iWidth; iColumn++)
+    for (int iRow = y; iRow < y + iHeight; ++iRow)
+        for (int iColumn = x; iColumn < x + iWidth; ++iColumn)
             plot(iColumn, iRow, uColor);
 }
 
@@ -344,8 +344,8 @@ void CTestPicture::drawGlyph(int x, int y, int iScale, QChar cCharacter, QRgb uC
     for (const SGlyph& rcGlyph : GLYPHS) {
         if (cCharacter != QLatin1Char(rcGlyph.cCharacter))
             continue;
-        for (int iRow = 0; iRow < GLYPH_HEIGHT; iRow++)
-            for (int iColumn = 0; iColumn < GLYPH_WIDTH; iColumn++)
+        for (int iRow = 0; iRow < GLYPH_HEIGHT; ++iRow)
+            for (int iColumn = 0; iColumn < GLYPH_WIDTH; ++iColumn)
                 if (rcGlyph.apszRows[iRow][iColumn] == '#')
                     fill(x + iColumn * iScale, y + iRow * iScale, iScale, iScale, uColor);
     }

@@ -167,7 +167,7 @@ void CBoard::setCamera(const QImage& rcImage)
     if (cImage.size() != QSize(VIDEO_WIDTH, VIDEO_HEIGHT))
         cImage = cImage.scaled(VIDEO_WIDTH, VIDEO_HEIGHT, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     cImage = cImage.convertToFormat(QImage::Format_RGB32);
-    for (int y = 0; y < VIDEO_HEIGHT; y++)
+    for (int y = 0; y < VIDEO_HEIGHT; ++y)
         qToLittleEndian<quint32>(cImage.constScanLine(y), VIDEO_WIDTH,
                                  m_cCamera.data() + 4 * VIDEO_WIDTH * y);
 }
@@ -177,7 +177,7 @@ QImage CBoard::cameraImage() const
     if (!isOpen())
         return QImage();
     QImage cImage(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
-    for (int y = 0; y < VIDEO_HEIGHT; y++)
+    for (int y = 0; y < VIDEO_HEIGHT; ++y)
         qFromLittleEndian<quint32>(m_cCamera.data() + 4 * VIDEO_WIDTH * y, VIDEO_WIDTH, cImage.scanLine(y));
     return cImage;
 }
@@ -265,14 +265,14 @@ void CBoard::clearFault(board_operation eOperation)
 
 void CBoard::clearFaults()
 {
-    for (int iOperation = 0; iOperation < BOARD_OPERATION_COUNT; iOperation++)
+    for (int iOperation = 0; iOperation < BOARD_OPERATION_COUNT; ++iOperation)
         clearFault(static_cast<board_operation>(iOperation));
 }
 
 QVector<CBoard::SFault> CBoard::faults() const
 {
     QVector<SFault> cFaults;
-    for (int iOperation = 1; isOpen() && iOperation < BOARD_OPERATION_COUNT; iOperation++) {
+    for (int iOperation = 1; isOpen() && iOperation < BOARD_OPERATION_COUNT; ++iOperation) {
         const board_fault& rcSlot = control()->faults[iOperation];
         SFault cFault;
         cFault.eOperation = static_cast<board_operation>(iOperation);
@@ -352,7 +352,7 @@ board_codec_mode CBoard::codecModeByName(const QString& rcName)
 {
     int iMode = 0;
     while (iMode < BOARD_CODEC_MODE_COUNT && rcName != QLatin1String(CODEC_MODES[iMode]))
-        iMode++;
+        ++iMode;
     return static_cast<board_codec_mode>(iMode);
 }
 
@@ -363,7 +363,7 @@ QString CBoard::operationName(board_operation eOperation)
 
 board_operation CBoard::operationByName(const QString& rcName)
 {
-    for (int iOperation = 1; iOperation < BOARD_OPERATION_COUNT; iOperation++)
+    for (int iOperation = 1; iOperation < BOARD_OPERATION_COUNT; ++iOperation)
         if (rcName == QLatin1String(OPERATIONS[iOperation].pszName))
             return static_cast<board_operation>(iOperation);
     return BOARD_OPERATION_NONE;

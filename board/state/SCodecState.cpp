@@ -17,7 +17,7 @@ SCodecState SCodecState::fromText(const QByteArray& rcText)
 {
     const int iEnd = rcText.indexOf('\n');
     const int iBlank = rcText.indexOf(' ');
-    for (int i = 0; iEnd >= 0 && iBlank >= 0 && i < ACTIVITIES; i++)
+    for (int i = 0; iEnd >= 0 && iBlank >= 0 && i < ACTIVITIES; ++i)
         if (rcText.left(iBlank) == ACTIVITY_NAMES[i]) {
             SCodecState sState;
             sState.eActivity = static_cast<EActivity>(i);

@@ -130,10 +130,10 @@ CChipRegisters::SRegister CChipRegisters::lookAt(reg_bf_group& rcRow) const
     cRegister.bInFile = isWrittenByDaemon(rcRow);
     make_reg_value(&rcRow);
     cRegister.u32FileValue = reg_value(&rcRow);
-    for (const reg_bf* psField = rcRow.bf; psField->name != nullptr; psField++)
+    for (const reg_bf* psField = rcRow.bf; psField->name != nullptr; ++psField)
         cRegister.cFields << SField{QLatin1String(psField->name), isReserved(*psField), 0, psField->value};
     set_reg_value_by_name(m_rcChip.psRegisters, rcRow.name, cRegister.u32Value << (32 - rcRow.size));
-    for (int i = 0; i < cRegister.cFields.size(); i++) {
+    for (int i = 0; i < cRegister.cFields.size(); ++i) {
         cRegister.cFields[i].u32Value = rcRow.bf[i].value;
         rcRow.bf[i].value = cRegister.cFields[i].u32FileValue;
     }
@@ -144,7 +144,7 @@ CChipRegisters::SRegister CChipRegisters::lookAt(reg_bf_group& rcRow) const
 QVector<CChipRegisters::SRegister> CChipRegisters::registers() const
 {
     QVector<SRegister> cRegisters;
-    for (reg_bf_group* psRow = m_rcChip.psRegisters->regs; psRow->name != nullptr; psRow++)
+    for (reg_bf_group* psRow = m_rcChip.psRegisters->regs; psRow->name != nullptr; ++psRow)
         cRegisters << lookAt(*psRow);
     return cRegisters;
 }

@@ -8,7 +8,7 @@
 static QString modeNames()
 {
     QStringList cNames;
-    for (int iMode = 0; iMode < BOARD_CODEC_MODE_COUNT; iMode++)
+    for (int iMode = 0; iMode < BOARD_CODEC_MODE_COUNT; ++iMode)
         cNames << CBoard::codecModeName(static_cast<board_codec_mode>(iMode));
     return cNames.join(QStringLiteral(", "));
 }

@@ -20,7 +20,7 @@ QString errorName(int iError)
 /// The number of an error's name, 0 if there is none.
 int errorByName(const QString& rcName)
 {
-    for (int iError = 1; iError <= HIGHEST_ERROR; iError++)
+    for (int iError = 1; iError <= HIGHEST_ERROR; ++iError)
         if (errorName(iError) == rcName)
             return iError;
     return 0;
@@ -29,7 +29,7 @@ int errorByName(const QString& rcName)
 QString operationNames()
 {
     QStringList cNames;
-    for (int iOperation = 1; iOperation < BOARD_OPERATION_COUNT; iOperation++)
+    for (int iOperation = 1; iOperation < BOARD_OPERATION_COUNT; ++iOperation)
         cNames << CBoard::operationName(static_cast<board_operation>(iOperation));
     return cNames.join(QLatin1Char(' '));
 }

@@ -7,7 +7,7 @@
 int commandGlyphs(const QStringList& rcArguments)
 {
     QStringList cSets;
-    for (int iSet = 1; iSet <= FONT_SETS; iSet++)
+    for (int iSet = 1; iSet <= FONT_SETS; ++iSet)
         cSets << QStringLiteral("%1 %2").arg(iSet).arg(QLatin1String(font_sets[iSet - 1].name));
     CCommandLine cLine(QStringLiteral("glyphs"),
                        QStringLiteral("Draws the contact sheet of a glyph set, as a PNG file."));

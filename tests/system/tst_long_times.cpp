@@ -163,7 +163,7 @@ bool TestLongTimes::growFile(int iSeconds)
         QStringLiteral("velmar.mobilygen"), QStringLiteral("/Record"),
         QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
     bool bDone = m_pcCodecClock->leap(iSeconds);
-    for (int i = 0; bDone && i < CALLS_AFTER_LEAP; i++)
+    for (int i = 0; bDone && i < CALLS_AFTER_LEAP; ++i)
         bDone = m_pcScene->daemon().client().call(cCall, QDBus::Block, TIMEOUT_CALL_MS).type() ==
                 QDBusMessage::ReplyMessage;
     return bDone;
@@ -173,7 +173,7 @@ bool TestLongTimes::growFile(int iSeconds)
 bool TestLongTimes::pass(int iSeconds)
 {
     bool bDone = m_pcClock->leap(iSeconds);
-    for (int i = 0; bDone && i < CALLS_AFTER_LEAP; i++)
+    for (int i = 0; bDone && i < CALLS_AFTER_LEAP; ++i)
         bDone = m_pcScene->daemon().settle();
     // The signals came before the answers, but are still queued in the event loop.
     QCoreApplication::processEvents();
@@ -260,7 +260,7 @@ void TestLongTimes::a_recording_lasts_58_minutes()
 {
     QVERIFY2(startOnLeapingClocks(), m_pcScene->describe());
     QCOMPARE(call("start_video_recording"), OK);
-    for (int iMinute = 1; iMinute <= 57; iMinute++) {
+    for (int iMinute = 1; iMinute <= 57; ++iMinute) {
         QVERIFY(record(MINUTE_S));
         QCOMPARE(recordedSeconds(), iMinute * MINUTE_S);
         QVERIFY(is("is_video_recording_running"));
@@ -391,7 +391,7 @@ void TestLongTimes::the_input_is_looked_at_each_second()
     QVERIFY2(startOnLeapingClocks(), m_pcScene->describe());
     CBoard& rcBoard = m_pcScene->board();
     rcBoard.setTracing(true);
-    for (int i = 0; i < SECONDS; i++)
+    for (int i = 0; i < SECONDS; ++i)
         QVERIFY(pass(1));
     QCOMPARE(rcBoard.traceLines().filter(INPUT_LOOK).size(), SECONDS);
 
@@ -436,7 +436,7 @@ void TestLongTimes::the_counter_counts_more_than_an_hour()
     overlay("videocounter_start", {0});
     QVERIFY(pass(0));
     const int SECONDS = HOUR_S + 5 * MINUTE_S;
-    for (int iSeconds = 1; iSeconds <= SECONDS; iSeconds++) {
+    for (int iSeconds = 1; iSeconds <= SECONDS; ++iSeconds) {
         QVERIFY(tick(cTicks));
         QCOMPARE(cTicks.takeFirst(),
                  (QVariantList{iSeconds / HOUR_S, iSeconds / MINUTE_S % 60, iSeconds % 60, 0}));
@@ -452,12 +452,12 @@ void TestLongTimes::the_counter_passes_the_hours_of_a_day()
     QSignalSpy cTicks(this, &TestLongTimes::counterChanged);
     overlay("videocounter_start", {1});
     QList<int> cHours{99};
-    for (int iHour = 0; iHour <= 24; iHour++)
+    for (int iHour = 0; iHour <= 24; ++iHour)
         cHours << iHour;
     for (const int iHour : qAsConst(cHours)) {
         overlay("set_videocounter", {1, iHour, 59, 58, 7});
         QVERIFY(pass(0));
-        for (int i = 0; i < 3; i++)
+        for (int i = 0; i < 3; ++i)
             QVERIFY(tick(cTicks));
         QCOMPARE(cTicks.takeFirst(), (QVariantList{iHour, 59, 59, 7}));
         QCOMPARE(cTicks.takeFirst(), (QVariantList{iHour + 1, 0, 0, 7}));

@@ -247,8 +247,8 @@ void TestVideoDisplay::layer_0_is_seen_around_the_window()
     const quint32 LINE_BYTES = 23 * 64;
     CBoard& rcBoard = m_cScene.board();
     const auto paint = [&rcBoard](bool bPainted) {
-        for (quint32 y = 0; y < 576; y++)
-            for (quint32 x = 0; x < 720; x++)
+        for (quint32 y = 0; y < 576; ++y)
+            for (quint32 x = 0; x < 720; ++x)
                 rcBoard.setLimeMemory16(y * LINE_BYTES + x * 2,
                                         bPainted ? static_cast<quint16>(0x4000 | y / 32 << 5 | x / 32) : 0);
     };

@@ -225,8 +225,8 @@ void TestCBoard::i2c_registers_are_those_of_a_chip()
 void TestCBoard::camera_keeps_pixels()
 {
     QImage cImage(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
-    for (int y = 0; y < VIDEO_HEIGHT; y++)
-        for (int x = 0; x < VIDEO_WIDTH; x++)
+    for (int y = 0; y < VIDEO_HEIGHT; ++y)
+        for (int x = 0; x < VIDEO_WIDTH; ++x)
             cImage.setPixel(x, y, qRgb(x % 256, y % 256, (x + y) % 256));
     m_cBoard.setCamera(cImage);
     QCOMPARE(m_cBoard.cameraImage(), cImage);
@@ -313,7 +313,7 @@ void TestCBoard::faults_are_kept_and_replaced()
 
 void TestCBoard::operations_have_names()
 {
-    for (int iOperation = 1; iOperation < BOARD_OPERATION_COUNT; iOperation++) {
+    for (int iOperation = 1; iOperation < BOARD_OPERATION_COUNT; ++iOperation) {
         const auto eOperation = static_cast<board_operation>(iOperation);
         QVERIFY(!CBoard::operationName(eOperation).isEmpty());
         QCOMPARE(CBoard::operationByName(CBoard::operationName(eOperation)), eOperation);

@@ -212,8 +212,8 @@ void TestCPictureRenderer::every_pixel_of_a_doubled_picture()
     const QImage cPicture = CBoardPicture::monitor(m_cBoard);
     const QImage cCamera = CTestPicture::frame(0);
     int iWrong = 0;
-    for (int y = 0; y < VIDEO_HEIGHT; y++)
-        for (int x = 0; x < VIDEO_WIDTH; x++)
+    for (int y = 0; y < VIDEO_HEIGHT; ++y)
+        for (int x = 0; x < VIDEO_WIDTH; ++x)
             iWrong += cPicture.pixel(x, y) == cCamera.pixel(x / 2, y / 2) ? 0 : 1;
     QCOMPARE(iWrong, 0);
 }
@@ -259,8 +259,8 @@ static void drawGraphic(CBoard& rcBoard)
         {0x7c00, 0x03e0, 0x001f},
         {0x0000, 0x7fff, 0x4210}
     };
-    for (quint32 y = 0; y < 2; y++)
-        for (quint32 x = 0; x < 3; x++)
+    for (quint32 y = 0; y < 2; ++y)
+        for (quint32 x = 0; x < 3; ++x)
             rcBoard.setLimeMemory16(0x10000 + y * 128 + x * 2, PIXELS[y][x]);
 }
 
@@ -274,8 +274,8 @@ void TestCPictureRenderer::graphic_shows_controller_memory()
         {0xffff0000, 0xff00ff00, 0xff0000ff},
         {BLACK,      0xffffffff, 0xff848484}
     };
-    for (int y = 0; y < 2; y++)
-        for (int x = 0; x < 3; x++)
+    for (int y = 0; y < 2; ++y)
+        for (int x = 0; x < 3; ++x)
             QCOMPARE(cPicture.pixel(100 + x, 50 + y), EXPECTED[y][x]);
     for (const QPoint& rcAround : {QPoint(99, 50), QPoint(103, 50), QPoint(100, 49), QPoint(100, 52)})
         QCOMPARE(cPicture.pixel(rcAround), 0xff0000aau);

@@ -28,11 +28,11 @@ void TestCTestPicture::has_a_frame_at_the_very_edge()
 {
     const QImage cCard = CTestPicture::frame(0);
     QCOMPARE(cCard.size(), QSize(720, 576));
-    for (int x = 0; x < 720; x++) {
+    for (int x = 0; x < 720; ++x) {
         QCOMPARE(cCard.pixel(x, 0), 0xffffffffu);
         QCOMPARE(cCard.pixel(x, 575), 0xffffffffu);
     }
-    for (int y = 0; y < 576; y++) {
+    for (int y = 0; y < 576; ++y) {
         QCOMPARE(cCard.pixel(0, y), 0xffffffffu);
         QCOMPARE(cCard.pixel(719, y), 0xffffffffu);
     }
@@ -43,9 +43,9 @@ void TestCTestPicture::has_a_frame_at_the_very_edge()
 void TestCTestPicture::has_gratings_of_single_pixels()
 {
     const QImage cCard = CTestPicture::frame(0);
-    for (int x = 140; x < 180; x++)
+    for (int x = 140; x < 180; ++x)
         QVERIFY(cCard.pixel(x, 350) != cCard.pixel(x + 1, 350));
-    for (int y = 330; y < 380; y++)
+    for (int y = 330; y < 380; ++y)
         QVERIFY(cCard.pixel(400, y) != cCard.pixel(400, y + 1));
 }
 

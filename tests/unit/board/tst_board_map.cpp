@@ -32,7 +32,7 @@ static quint32 declaredBits(const reg_bf_group& rcRegister)
 {
     quint32 u32Bits = 0;
     int iLeft = rcRegister.size;
-    for (const reg_bf* psField = rcRegister.bf; psField->name != nullptr; psField++) {
+    for (const reg_bf* psField = rcRegister.bf; psField->name != nullptr; ++psField) {
         iLeft -= psField->len;
         if (qstrncmp(psField->name, "res", 3) != 0)
             u32Bits |= static_cast<quint32>((quint64(1) << psField->len) - 1) << iLeft;
@@ -47,7 +47,7 @@ void TestBoardMap::has_the_registers_of_the_fpga()
     MAP_FPGA_REGISTERS(ADD)
 #undef ADD
     CRegisters cExpected;
-    for (const reg_bf_group* psRow = regs_fpga; psRow->name != nullptr; psRow++)
+    for (const reg_bf_group* psRow = regs_fpga; psRow->name != nullptr; ++psRow)
         cExpected.insert(psRow->addr, declaredBits(*psRow));
     // The pages lie above the reach of the register file's field.
     cExpected[FPGA_TEMO] |= FPGA_TEXT_PAGES;
@@ -99,7 +99,7 @@ void TestBoardMap::has_the_registers_of_the_i2c_chips()
     QCOMPARE(slave, uint(table == regs_saa7113 ? SAA7113_SLAVE : SAA7129_SLAVE));
     QSet<quint32> cMap;
     const auto add = [&cMap, slave](uint uiChip, quint32 u32First, quint32 u32Last) {
-        for (quint32 u32Sub = u32First; u32Sub <= u32Last; u32Sub++)
+        for (quint32 u32Sub = u32First; u32Sub <= u32Last; ++u32Sub)
             if (uiChip == slave)
                 cMap << u32Sub;
     };
@@ -107,7 +107,7 @@ void TestBoardMap::has_the_registers_of_the_i2c_chips()
     MAP_I2C_REGISTERS(ADD)
 #undef ADD
     QSet<quint32> cExpected;
-    for (const reg_bf_group* psRow = table; psRow->name != nullptr; psRow++)
+    for (const reg_bf_group* psRow = table; psRow->name != nullptr; ++psRow)
         cExpected << psRow->addr;
     QCOMPARE(cMap, cExpected);
 }
@@ -129,7 +129,7 @@ void TestBoardMap::has_the_registers_of_the_display_controller()
     MAP_LIME_REGISTERS(ADD)
 #undef ADD
     CRegisters cExpected;
-    for (const reg_bf_group* psRow = regs_lime; psRow->name != nullptr; psRow++) {
+    for (const reg_bf_group* psRow = regs_lime; psRow->name != nullptr; ++psRow) {
         QVERIFY2(psRow->base == 'D' || psRow->base == 'C', psRow->name);
         const quint32 u32Window = psRow->base == 'D' ? MAP_LIME_DISPLAY : MAP_LIME_CAPTURE;
         cExpected[u32Window + psRow->addr] |= declaredBits(*psRow);

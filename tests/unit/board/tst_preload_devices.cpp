@@ -355,7 +355,7 @@ void TestPreloadDevices::i2c_refuses_large_addresses()
 
 void TestPreloadDevices::i2c_has_two_chips()
 {
-    for (unsigned uChip = 0; uChip < 128; uChip++) {
+    for (unsigned uChip = 0; uChip < 128; ++uChip) {
         const bool bExists = uChip == 0x25 || uChip == 0x44;
         quint8 u8Value = 0x77;
         QCOMPARE(::ioctl(m_iI2c, I2C_SLAVE, uChip), 0);
@@ -369,7 +369,7 @@ void TestPreloadDevices::i2c_has_two_chips()
 void TestPreloadDevices::i2c_transfers_bytes_only()
 {
     ::ioctl(m_iI2c, I2C_SLAVE, 0x25);
-    for (quint32 u32Size = 0; u32Size < 10; u32Size++) {
+    for (quint32 u32Size = 0; u32Size < 10; ++u32Size) {
         quint8 u8Value = 0;
         const bool bByte = u32Size == I2C_SMBUS_BYTE_DATA;
         QCOMPARE(smbus(m_iI2c, I2C_SMBUS_READ, 0, u32Size, u8Value), bByte ? 0 : -1);

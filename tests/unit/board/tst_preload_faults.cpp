@@ -79,7 +79,7 @@ void TestPreloadFaults::cleanup()
 void TestPreloadFaults::operations()
 {
     QTest::addColumn<board_operation>("operation");
-    for (int iOperation = 1; iOperation < BOARD_OPERATION_COUNT; iOperation++) {
+    for (int iOperation = 1; iOperation < BOARD_OPERATION_COUNT; ++iOperation) {
         const auto eOperation = static_cast<board_operation>(iOperation);
         QTest::newRow(qPrintable(CBoard::operationName(eOperation))) << eOperation;
     }
@@ -235,7 +235,7 @@ void TestPreloadFaults::fails_until_cleared()
     (*m_pcBoard)->setFault(cFault);
     const int iUsual = (*m_pcBoard)->faults().first().iError;
     QVERIFY(iUsual != 0);
-    for (int i = 0; i < 5; i++) {
+    for (int i = 0; i < 5; ++i) {
         errno = 0;
         QVERIFY(!succeeds(operation));
         QCOMPARE(errno, iUsual);
@@ -251,7 +251,7 @@ void TestPreloadFaults::meets_no_other_operation()
     CBoard::SFault cFault;
     cFault.eOperation = operation;
     (*m_pcBoard)->setFault(cFault);
-    for (int iOther = 1; iOther < BOARD_OPERATION_COUNT; iOther++)
+    for (int iOther = 1; iOther < BOARD_OPERATION_COUNT; ++iOther)
         QCOMPARE(succeeds(static_cast<board_operation>(iOther)), iOther != operation);
 }
 
@@ -348,9 +348,9 @@ void TestPreloadFaults::counts_across_threads_and_descriptors()
     QVector<QThread*> cThreads;
     for (const int iDescriptor : {m_iFpga, iOther, m_iFpga, iOther})
         cThreads << QThread::create([&cFailed, iDescriptor] {
-            for (int i = 0; i < 1000; i++)
+            for (int i = 0; i < 1000; ++i)
                 if (!transfersRegister(iDescriptor, 0xc0086b02))
-                    cFailed++;
+                    ++cFailed;
         });
     for (QThread* pcThread : cThreads)
         pcThread->start();

@@ -383,7 +383,7 @@ void TestPreloadJudgements::what_a_fault_makes_fail_is_not_judged()
 
 void TestPreloadJudgements::each_is_said_once()
 {
-    for (int i = 0; i < 3; i++) {
+    for (int i = 0; i < 3; ++i) {
         transfer(WRITE_32, 0xff0010, static_cast<quint32>(i));
         transfer(READ_32, 0xff0014);
     }
@@ -393,7 +393,7 @@ void TestPreloadJudgements::each_is_said_once()
 
 void TestPreloadJudgements::the_file_stops_growing()
 {
-    for (quint32 i = 0; i < 4000; i++)
+    for (quint32 i = 0; i < 4000; ++i)
         transfer(READ_32, 0xfe0000 + 4 * i);
     const qint64 iBytes = QFileInfo((*m_pcBoard)->path(BOARD_JUDGEMENTS)).size();
     QVERIFY2(iBytes >= 65536 && iBytes < 65536 + 100, qPrintable(QString::number(iBytes)));

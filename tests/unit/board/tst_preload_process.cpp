@@ -134,7 +134,7 @@ public:
 protected:
     void run() override
     {
-        for (int i = 0; i < m_iRounds; i++) {
+        for (int i = 0; i < m_iRounds; ++i) {
             const int iDescriptor = m_rcBoard.openDevice(BOARD_FPGA);
             quint32 au32Write[2] = {m_u32Address, static_cast<quint32>(i)};
             quint32 au32Read[2] = {m_u32Address, ~0u};

@@ -264,10 +264,10 @@ void TestCMultimediaPlatform::a_table_whose_fields_do_not_add_up_is_reported()
     QFETCH(bool, lime);
     QFETCH(QString, label);
     reg_bf& rsField = (lime ? regs_lime : regs_fpga)[0].bf[0];
-    rsField.len++;
+    ++rsField.len;
     m_pcBoard->dontJudge(); // the value slips to undeclared bits
     QCOMPARE(initialize(), 0);
-    rsField.len--;
+    --rsField.len;
     QCOMPARE(m_cLog, QStringList{label});
     // All else was done.
     QCOMPARE((*m_pcBoard)->i2cRegister(SAA7129_SLAVE, 0x61), quint8(0x02));
