@@ -1,5 +1,7 @@
 #include "daemon/CHeapTrimmer.h"
 
+#include <QAbstractEventDispatcher>
+
 #include <algorithm>
 
 #include <malloc.h>
@@ -7,19 +9,22 @@
 namespace
 {
 
-const int INTERVAL_MS = 2000;
+const qint64 INTERVAL_MS = 2000;
 const size_t WORTH_A_TRIM = 8 * 1024 * 1024; // bytes
 
 } // namespace
 
 CHeapTrimmer::CHeapTrimmer() : m_uiKnownFree(0)
 {
-    // Very coarse, so on full seconds: the check of the input signal wakes the process then anyway.
-    startTimer(INTERVAL_MS, Qt::VeryCoarseTimer);
+    m_cSinceCheck.start();
+    connect(QAbstractEventDispatcher::instance(), SIGNAL(aboutToBlock()), SLOT(trim()));
 }
 
-void CHeapTrimmer::timerEvent(QTimerEvent* /*pcEvent*/)
+void CHeapTrimmer::trim()
 {
+    if (m_cSinceCheck.elapsed() < INTERVAL_MS)
+        return;
+    m_cSinceCheck.start();
     const size_t uiFree = mallinfo2().fordblks;
     // A trim doesn't lower the heap's count of free bytes, so only later frees are worth another trim.
     m_uiKnownFree = std::min(m_uiKnownFree, uiFree);
