@@ -11,7 +11,7 @@ class CBusWatch : public QObject
 public:
     /// Connects to the bus unless that was done before, lets any number of calls wait in the daemon, and
     /// watches for the loss of the bus. Returns false without a bus.
-    bool start();
+    [[nodiscard]] bool start();
 
 public slots:
     /// Logs the loss and sends the process SIGTERM.

@@ -30,17 +30,17 @@ public:
     /// Sets everything up: signal hook, hardware, bus objects, and last the bus name, so that a client that
     /// sees the name finds all objects. Returns false if a step fails. The device names must live as long as
     /// the process.
-    static bool performStartup(const char* pszI2CPort, const char* pszFPGAFrameBuffer,
-                               const char* pszLimeFrameBuffer);
+    [[nodiscard]] static bool performStartup(const char* pszI2CPort, const char* pszFPGAFrameBuffer,
+                                             const char* pszLimeFrameBuffer);
 
     /// Lets the video processor finish what it has accepted, and destroys the daemon, if there is one. The
     /// bus name goes with the process.
     static void performShutdown();
 
     /// The two halves of performStartup(). False if a step failed.
-    bool initSubsystems(const char* pszI2CPort, const char* pszFPGAFrameBuffer,
-                        const char* pszLimeFrameBuffer);
-    bool setupDBusConnections();
+    [[nodiscard]] bool initSubsystems(const char* pszI2CPort, const char* pszFPGAFrameBuffer,
+                                      const char* pszLimeFrameBuffer);
+    [[nodiscard]] bool setupDBusConnections();
 
     CMultimediaDaemon(const CMultimediaDaemon&) = delete;
     CMultimediaDaemon& operator=(const CMultimediaDaemon&) = delete;

@@ -20,16 +20,16 @@ public:
 
     /// Opens the socket pairs and installs both handlers, once. Returns false if a socket pair can't be
     /// opened; so does a second call, which changes nothing.
-    bool install();
+    [[nodiscard]] bool install();
 
     /// Opens both socket pairs, and watches them from the event loop. False if one can't be opened.
-    bool setupSockets();
+    [[nodiscard]] bool setupSockets();
 
     /// Installs both handlers. Returns false only on a positive result of sigaction(), which never comes: a
     /// handler that can't be installed doesn't stop the start-up.
     ///
     /// Kept: that test. Boards whose kernel refuses a handler start nevertheless.
-    static bool setupUnixSignalHandlers();
+    [[nodiscard]] static bool setupUnixSignalHandlers();
 
     static void hupSignalHandler(int iSignal);
     static void termSignalHandler(int iSignal);

@@ -75,7 +75,8 @@ void CHaldenDebug::print_hardware_config(const QString& hardware_name)
 
 void CHaldenDebug::reload_hardware_config()
 {
-    CMultimediaPlatform::reinitialize();
+    // Each step that fails is in the log; the method has no result.
+    (void)CMultimediaPlatform::reinitialize();
 }
 
 void CHaldenDebug::save_hardware_config()

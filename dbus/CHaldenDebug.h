@@ -19,7 +19,7 @@ public:
 
     /// Registers the object on the system bus, once. Returns false if that fails or was done before. Prints
     /// lines on standard output (SRegistrationTrace).
-    bool setupDBusConnection();
+    [[nodiscard]] bool setupDBusConnection();
 
 public slots:
     void fpga_disable_frame_generator();

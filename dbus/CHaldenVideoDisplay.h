@@ -19,7 +19,7 @@ public:
     CHaldenVideoDisplay();
 
     /// Registers the object on the system bus, once. Returns false if that fails or was done before.
-    bool setupDBusConnection();
+    [[nodiscard]] bool setupDBusConnection();
 
 public slots:
     int get_displayed_video_height();

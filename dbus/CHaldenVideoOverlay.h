@@ -31,7 +31,7 @@ public:
     ~CHaldenVideoOverlay() override;
 
     /// Registers the object on the system bus, once. Returns false if that fails or was done before.
-    bool setupDBusConnection();
+    [[nodiscard]] bool setupDBusConnection();
 
     /// The counter's text: hours in 3 places, minutes and seconds in 2 each, "  1:02:03".
     QString GetVideoCounterTextString();

@@ -25,8 +25,8 @@ const SRegistrationTrace NO_REGISTRATION_TRACE = {nullptr, nullptr};
 /// Returns false if the object has its adaptor already (nothing changes), or if the registration fails
 /// because the path is taken or there is no bus; then the adaptor is deleted and rpcAdaptor null.
 template <class CAdaptor>
-bool registerDBusObject(QObject& rcService, CAdaptor*& rpcAdaptor, const QString& rcPath,
-                        const SRegistrationTrace& rsTrace = NO_REGISTRATION_TRACE)
+[[nodiscard]] bool registerDBusObject(QObject& rcService, CAdaptor*& rpcAdaptor, const QString& rcPath,
+                                      const SRegistrationTrace& rsTrace = NO_REGISTRATION_TRACE)
 {
     rsTrace.step(rsTrace.pszEntry);
     bool bRegistered = false;

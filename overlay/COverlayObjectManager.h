@@ -17,7 +17,7 @@ public:
     COverlayObjectManager(const COverlayObjectManager&) = delete;
     COverlayObjectManager& operator=(const COverlayObjectManager&) = delete;
 
-    COverlayText* createTextObject() override;
+    [[nodiscard]] COverlayText* createTextObject() override;
     void destroyTextObject(COverlayText& rcText) override;
     QList<unsigned int> getTextHandles() const override;
     unsigned int getHandleOfTextObject(const COverlayText& rcText) const override;

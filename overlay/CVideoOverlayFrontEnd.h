@@ -38,7 +38,7 @@ public:
 
     /// Creates a text, empty and hidden. Returns its handle, 0 if there are too many. destroyText() erases
     /// it.
-    unsigned int createText();
+    [[nodiscard]] unsigned int createText();
     void destroyText(unsigned int uHandle);
 
     void setTextStr(unsigned int uHandle, const QString& rcText);

@@ -15,7 +15,7 @@ class IOverlayObjectManager
 {
 public:
     /// Creates a text: empty, hidden, with id 0. Null if no handle is free.
-    virtual COverlayText* createTextObject() = 0;
+    [[nodiscard]] virtual COverlayText* createTextObject() = 0;
 
     /// Deletes the text and its state record. A text that the manager doesn't know is deleted too.
     virtual void destroyTextObject(COverlayText& rcText) = 0;

@@ -24,8 +24,8 @@ public:
 
     /// Keeps the three device paths and sets the hardware up. The strings are not copied and must live as
     /// long as the process. Returns the result of reinitialize().
-    static int initialize(const char* pszI2CPort, const char* pszFPGAFrameBuffer,
-                          const char* pszLimeFrameBuffer);
+    [[nodiscard]] static int initialize(const char* pszI2CPort, const char* pszFPGAFrameBuffer,
+                                        const char* pszLimeFrameBuffer);
 
     /// Sets the hardware up with the paths of initialize() and the register files as they are now. Tries
     /// every step whatever failed before, and logs each failure. Returns 1 if all steps succeeded, else 0.
@@ -33,7 +33,7 @@ public:
     /// Every call leaks: it opens the devices again, maps the controller again and leaves the old
     /// configuration. On the 32-bit target some tens of reloads fill the address space; from then on mapping
     /// fails, and is logged.
-    static int reinitialize();
+    [[nodiscard]] static int reinitialize();
 
     /// Deletes the Lime instance. Devices and mappings stay open until the process ends.
     static void finalize();
@@ -69,10 +69,10 @@ public:
     ///
     /// Kept: a pause of 1 s follows the sync of the file. Clients rely on the picture being on the medium
     /// when they are told that it is saved.
-    static EImageOpResult saveVideoImage(const QString& rcPath);
+    [[nodiscard]] static EImageOpResult saveVideoImage(const QString& rcPath);
 
     /// Writes a saved picture to the FPGA and shows it. If it fails, the FPGA's picture is unchanged.
-    static EImageOpResult loadVideoImage(const QString& rcPath);
+    [[nodiscard]] static EImageOpResult loadVideoImage(const QString& rcPath);
 
     /// @}
 

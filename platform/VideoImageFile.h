@@ -13,12 +13,13 @@ class QFile;
 
 /// Writes the header and len bytes of pixels to an open file, from its current position. The header always
 /// says 720 x 576. Returns eImageOpResultOk or eImageOpResultFileWriteError.
-CMultimediaPlatform::EImageOpResult WriteVideoImageBufferToFile(QFile& rcFile, const char* buf,
-                                                                unsigned int len);
+[[nodiscard]] CMultimediaPlatform::EImageOpResult WriteVideoImageBufferToFile(QFile& rcFile, const char* buf,
+                                                                              unsigned int len);
 
 /// Reads len bytes of pixels from an open file, behind its header. The header isn't checked, and bytes behind
 /// the pixels are ignored. Returns eImageOpResultOk, or eImageOpResultFileReadError if the file is too short
 /// or can't be read.
-CMultimediaPlatform::EImageOpResult ReadFileIntoVideoImageBuffer(QFile& rcFile, char* buf, unsigned int len);
+[[nodiscard]] CMultimediaPlatform::EImageOpResult ReadFileIntoVideoImageBuffer(QFile& rcFile, char* buf,
+                                                                               unsigned int len);
 
 #endif

@@ -46,7 +46,7 @@ constexpr field_array<1> byte_field(const char* name, const char* help)
 
 /* Whether the fields add up to that width in bits, none is empty, and every value fits its field. */
 template <std::size_t N>
-constexpr bool fills(const reg_bf (&rows)[N], int width)
+[[nodiscard]] constexpr bool fills(const reg_bf (&rows)[N], int width)
 {
     for (const reg_bf& field : rows) {
         if (field.len == 0 || (uint64_t{field.value} >> field.len) != 0)

@@ -27,7 +27,7 @@ public:
 
     /// Opens the I2C device, sets the sync by the signal, even with automatic sync off, and starts to check;
     /// called once. Returns false after a line on standard error; then nothing is open and no check runs.
-    bool initialize(const char* pszDevice);
+    [[nodiscard]] bool initialize(const char* pszDevice);
 
     /// Reads the decoder's status now, and stores it in the decoder's register table and configuration. A
     /// decoder that can't be read has no signal.

@@ -69,8 +69,9 @@ CVideoProcessor::CVideoProcessor()
 
 CVideoProcessor::~CVideoProcessor()
 {
-    stopVideoPlayback();
-    stopVideoRecording();
+    // Only one of them is allowed, if any, and there is no client left to report a failure to.
+    (void)stopVideoPlayback();
+    (void)stopVideoRecording();
     delete m_pcVideoInputSignalMonitor;
     delete m_pcRecordingStartTime;
 }
@@ -202,7 +203,8 @@ EVideoProcessorResult CVideoProcessor::saveVideoImage(const QString& rcFileName)
         return eVideoProcessorResultInvalidState;
     m_strImageFileName = rcFileName;
     m_ePreviousState = m_eState;
-    pauseVideoRecording();
+    // Refused unless a recording runs; the image is saved even if the codec doesn't confirm the pause.
+    (void)pauseVideoRecording();
     QCoreApplication::postEvent(this, new QEvent(SAVE_IMAGE_EVENT));
     return enter(eStateImageSavePending);
 }
@@ -336,7 +338,8 @@ void CVideoProcessor::writeVideoImage()
     m_ePreviousState = eStateIdle;
     if (m_eState == eStateRecording) {
         m_eState = eStateRecordingPaused;
-        resumeVideoRecording();
+        // A failure leaves the error state; the signal is about the image alone.
+        (void)resumeVideoRecording();
     }
     emit videoImageSaved(ConvertImageOpResultToVideoProcessorResult(eSaved));
 }

@@ -62,15 +62,15 @@ public:
 
     /// Starts to check the input signal over the I2C device; called once. False if the device can't be
     /// opened. Before the call, and after a failure, there is no input signal.
-    bool initialize(const char* pszI2CPort);
+    [[nodiscard]] bool initialize(const char* pszI2CPort);
 
     /// \name Recording
     /// At most 58 minutes, pauses not counted; then the recording is stopped and videoRecordingError emitted.
     /// @{
-    EVideoProcessorResult startVideoRecording(const QString& rcFileName);
-    EVideoProcessorResult pauseVideoRecording();
-    EVideoProcessorResult resumeVideoRecording();
-    EVideoProcessorResult stopVideoRecording();
+    [[nodiscard]] EVideoProcessorResult startVideoRecording(const QString& rcFileName);
+    [[nodiscard]] EVideoProcessorResult pauseVideoRecording();
+    [[nodiscard]] EVideoProcessorResult resumeVideoRecording();
+    [[nodiscard]] EVideoProcessorResult stopVideoRecording();
 
     bool isVideoRecordingRunning() const;
     bool isVideoRecordingPaused() const;
@@ -88,10 +88,10 @@ public:
     /// \name Playback
     /// Start and stop switch the platform's mode before they call the codec service.
     /// @{
-    EVideoProcessorResult startVideoPlayback(const QString& rcFileName);
-    EVideoProcessorResult pauseVideoPlayback();
-    EVideoProcessorResult resumeVideoPlayback();
-    EVideoProcessorResult stopVideoPlayback();
+    [[nodiscard]] EVideoProcessorResult startVideoPlayback(const QString& rcFileName);
+    [[nodiscard]] EVideoProcessorResult pauseVideoPlayback();
+    [[nodiscard]] EVideoProcessorResult resumeVideoPlayback();
+    [[nodiscard]] EVideoProcessorResult stopVideoPlayback();
 
     bool isVideoPlaybackRunning() const;
     bool isVideoPlaybackPaused() const;
@@ -101,11 +101,11 @@ public:
     /// @{
 
     /// Queues the save, which ends with videoImageSaved. Pauses a running recording until then.
-    EVideoProcessorResult saveVideoImage(const QString& rcFileName);
+    [[nodiscard]] EVideoProcessorResult saveVideoImage(const QString& rcFileName);
 
     /// Shows the file's picture, or the picture stored in the FPGA if the file can't be loaded. In both cases
     /// the picture is displayed until clearVideoImage(). Returns how the loading ended.
-    EVideoProcessorResult displayVideoImage(const QString& rcFileName);
+    [[nodiscard]] EVideoProcessorResult displayVideoImage(const QString& rcFileName);
 
     /// Stores a new picture and shows the live one.
     ///

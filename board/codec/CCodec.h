@@ -40,7 +40,7 @@ public:
 
     /// Carries out a command. rcFile is for RECORD, which creates or empties the file, and for PLAY, which
     /// needs a readable one. False if the command is refused or fails; rcError says why.
-    bool carryOut(ECommand eCommand, const QString& rcFile, QString& rcError);
+    [[nodiscard]] bool carryOut(ECommand eCommand, const QString& rcFile, QString& rcError);
 
 protected:
     void timerEvent(QTimerEvent* pcEvent) override;

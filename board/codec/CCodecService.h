@@ -23,7 +23,7 @@ public:
     explicit CCodecService(CBoard& rcBoard);
 
     /// Registers the objects and the name on the system bus. False if that fails; rcError says why.
-    bool start(QString& rcError);
+    [[nodiscard]] bool start(QString& rcError);
 
     /// Returns nothing, because the methods belong to no interface.
     QString introspect(const QString& rcPath) const override;

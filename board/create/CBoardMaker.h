@@ -10,7 +10,7 @@ public:
     /// Makes a board that the daemon can be started on: all devices zero, the default register files, the
     /// camera plugged in and showing the test picture. Creates parent folders too. False if the directory
     /// isn't empty or can't be written; rcError says why.
-    static bool create(const QString& rcDirectory, QString& rcError);
+    [[nodiscard]] static bool create(const QString& rcDirectory, QString& rcError);
 };
 
 #endif

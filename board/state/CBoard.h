@@ -54,7 +54,7 @@ public:
 
     /// Opens the board in the directory. False if there is no usable board; errorString() says why, and the
     /// board is closed.
-    bool open(const QString& rcDirectory);
+    [[nodiscard]] bool open(const QString& rcDirectory);
     void close();
     bool isOpen() const { return m_cControl.data() != nullptr; }
     QString errorString() const { return m_cError; }

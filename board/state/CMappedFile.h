@@ -15,7 +15,7 @@ public:
     CMappedFile& operator=(const CMappedFile&) = delete;
 
     /// Maps the first iBytes bytes. False if the file is missing or shorter; rcError says so.
-    bool open(const QString& rcPath, qint64 iBytes, QString& rcError);
+    [[nodiscard]] bool open(const QString& rcPath, qint64 iBytes, QString& rcError);
     void close();
 
     /// The mapped bytes, null when closed.

@@ -45,7 +45,7 @@ public:
 
     /// Reads the chip's register file. False if it is missing or can't be read; rcError says why, in one
     /// line. Before that, no register counts as named in the file.
-    bool readFile(QString& rcError);
+    [[nodiscard]] bool readFile(QString& rcError);
 
     /// All registers in the order of the table.
     QVector<SRegister> registers() const;

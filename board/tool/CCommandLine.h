@@ -30,10 +30,10 @@ public:
     /// rcArguments: everything behind the command's name. The limits are for the arguments that are no
     /// options; iMost < 0 is no limit. Returns false if the command is over, because it printed its help or
     /// reported a wrong line.
-    bool parse(const QStringList& rcArguments, int iLeast, int iMost);
+    [[nodiscard]] bool parse(const QStringList& rcArguments, int iLeast, int iMost);
 
     /// Opens the board of the option --board or of the environment. False, with a message, if there is none.
-    bool openBoard(CBoard& rcBoard);
+    [[nodiscard]] bool openBoard(CBoard& rcBoard);
 
     int exitStatus() const { return m_eExitStatus; }
 
@@ -43,7 +43,8 @@ public:
 
     /// The option's value as a number of at least u32Least, u32Default if it isn't set. False, with a
     /// message, if it is no such number.
-    bool number(const QString& rcName, quint32 u32Least, quint32 u32Default, quint32& ru32Value);
+    [[nodiscard]] bool number(const QString& rcName, quint32 u32Least, quint32 u32Default,
+                              quint32& ru32Value);
 
     /// Writes a message; the command goes on.
     static void warn(const QString& rcMessage);

@@ -323,7 +323,7 @@ void TestCVideoOverlayFrontEnd::an_id_finds_the_lowest_handle()
 {
     QCOMPARE(m_pcFrontEnd->getTextHandleById(0), 0U);
     for (int i = 0; i < 3; ++i)
-        m_pcFrontEnd->createText();
+        QVERIFY(m_pcFrontEnd->createText() != 0);
     QCOMPARE(m_pcFrontEnd->getTextHandleById(0), 1U);
     m_pcFrontEnd->setTextId(3, 7);
     m_pcFrontEnd->setTextId(2, 7);
@@ -565,7 +565,7 @@ void TestCVideoOverlayFrontEnd::a_temporary_text_is_an_ordinary_text()
 void TestCVideoOverlayFrontEnd::without_a_free_handle_no_temporary_text_is_drawn()
 {
     for (int i = 0; i < 65535; ++i)
-        m_pcFrontEnd->createText();
+        QVERIFY(m_pcFrontEnd->createText() != 0);
     m_pcFrontEnd->drawTemporaryText(QStringLiteral("abc"), RED, BLACK, 7, 8, 5);
     QCOMPARE(calls(), QStringList());
     QVERIFY(timers().isEmpty());
