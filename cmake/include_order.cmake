@@ -14,6 +14,7 @@ set(order
     video
     dbus
     daemon
+    ctl
     board/layout
     board/state
     board/judge
