@@ -40,11 +40,12 @@ void runImageSave(CCommandRun& rcRun);
 void runImageClear(CCommandRun& rcRun);
 void runInputType(CCommandRun& rcRun);
 
-// CallCommand.cpp, StatusCommand.cpp, MonitorCommand.cpp, WaitCommand.cpp, BatchCommand.cpp
+// CallCommand.cpp, StatusCommand.cpp, MonitorCommand.cpp, WaitCommand.cpp, RegisterCommands.cpp, BatchCommand.cpp
 void runCall(CCommandRun& rcRun);
 void runStatus(CCommandRun& rcRun);
 void runMonitor(CCommandRun& rcRun);
 void runWait(CCommandRun& rcRun);
+void runCheckRegisters(CCommandRun& rcRun);
 void runBatch(CCommandRun& rcRun);
 
 #endif

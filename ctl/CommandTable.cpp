@@ -32,6 +32,7 @@ constexpr SArgument STATE     = {"on|off", eSwitch};
 constexpr SArgument OBJECT    = {"OBJECT", eWord, 0, 0, "debug videodisplay videooverlay videoprocessing"};
 constexpr SArgument METHOD    = {"METHOD", eText};
 constexpr SArgument REST      = {"ARGUMENT", eRest};
+constexpr SArgument PATHS     = {"DIR|FILE", eRest};
 
 constexpr SCommandOption AT       = {"at", {"X,Y", ePosition}, "column 0 to 52 and row 0 to 25"};
 constexpr SCommandOption COLOR    = {"color", {"FG[,BG]", eColors}, "colours, by number or name; see haldenctl colors"};
@@ -44,6 +45,7 @@ constexpr SCommandOption SENDER   = {"sender", {"N", eNumber, INT_MIN, INT_MAX},
 constexpr SCommandOption WAIT     = {"wait", {nullptr, eText}, "until the picture is in the file"};
 constexpr SCommandOption FOR      = {"for", {"WHAT", eWord, 0, 0, "running recording idle input no-input"}, "running (default), recording, idle, input or no-input"};
 constexpr SCommandOption TIMEOUT  = {"timeout", {"S", eNumber, 1, 1000000}, "give up after S seconds; default: never"};
+constexpr SCommandOption DIFF     = {"diff", {nullptr, eText}, "show two folders or files side by side"};
 
 constexpr SCommand COMMANDS[] = {
     {"status", {}, {},
@@ -162,6 +164,8 @@ constexpr SCommand COMMANDS[] = {
      "videoprocessing.get_video_input_type",
      runWait, "Wait until the daemon is on the bus, or until it does something"},
     {"colors", {}, {}, "", runColors, "The sixteen colours and their names"},
+    {"check-registers", {&PATHS}, {&DIFF}, "", runCheckRegisters,
+     "Look for mistakes in register files, without the daemon; default /usr/etc/cnfs"},
     {"-", {}, {}, "", runBatch, "Commands from standard input, one a line"},
 };
 

@@ -40,5 +40,5 @@ QString nearestName(const QString& rcName, const QStringList& rcNames)
 QString suggestion(const QString& rcName, const QStringList& rcNames)
 {
     const QString cNearest = nearestName(rcName, rcNames);
-    return cNearest.isEmpty() ? QString() : QStringLiteral(", did you mean %1?").arg(cNearest);
+    return cNearest.isEmpty() ? QString() : QStringLiteral(" (did you mean %1?)").arg(cNearest);
 }

@@ -8,7 +8,7 @@
 /// The name that takes the fewest changes of single letters to get to; empty if none is near. Capitals don't count.
 QString nearestName(const QString& rcName, const QStringList& rcNames);
 
-/// ", did you mean NAME?", or nothing.
+/// " (did you mean NAME?)", or nothing.
 QString suggestion(const QString& rcName, const QStringList& rcNames);
 
 #endif
