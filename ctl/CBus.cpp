@@ -181,6 +181,15 @@ SAsked CBus::askBus(const char* pszMethod, const QVariantList& rcArguments)
     return {sendMessage(cMessage), QString(), QString::fromLatin1(pszMethod), true};
 }
 
+SAsked CBus::askIntrospection(const char* pszObject)
+{
+    const QString cObject = QString::fromLatin1(pszObject);
+    const QString cMethod = QStringLiteral("Introspect");
+    return {sendMessage(QDBusMessage::createMethodCall(
+                SERVICE, pathOf(cObject), QStringLiteral("org.freedesktop.DBus.Introspectable"), cMethod)),
+            cObject, cMethod, true};
+}
+
 QVariantList CBus::wait(const SAsked& rsAsked)
 {
     waitForOne(rsAsked.cCall, nullptr, REPLY_MS);

@@ -43,6 +43,9 @@ public:
     /// The same to the bus.
     SAsked askBus(const char* pszMethod, const QVariantList& rcArguments = {});
 
+    /// Asks an object what it has, which changes nothing.
+    SAsked askIntrospection(const char* pszObject);
+
     /// Waits until the call is answered, and gives what the answer holds. Throws CFailure when it failed.
     ///
     /// Where no reply comes within a second, a getter is sent behind the call. When that is answered, a method

@@ -48,4 +48,11 @@ void runWait(CCommandRun& rcRun);
 void runCheckRegisters(CCommandRun& rcRun);
 void runBatch(CCommandRun& rcRun);
 
+// DoctorCommands.cpp
+void runDoctor(CCommandRun& rcRun);
+void runDoctorText(CCommandRun& rcRun);
+void runDoctorPicture(CCommandRun& rcRun);
+void runDoctorRecording(CCommandRun& rcRun);
+void runDoctorBoard(CCommandRun& rcRun);
+
 #endif

@@ -27,6 +27,7 @@ constexpr SArgument COLORS    = {"FG[,BG]", eColors};
 constexpr SArgument ID        = {"N", eNumber, INT_MIN, INT_MAX};
 constexpr SArgument TIME      = {"H:M:S[:F]", eTime};
 constexpr SArgument FILENAME  = {"FILE", eFile};
+constexpr SArgument ANY_FILE  = {"FILE", eFile, 0, 0, nullptr, true};
 constexpr SArgument CHIP      = {"CHIP", eWord, 0, 0, "fpga lime saa7113 saa7129"};
 constexpr SArgument STATE     = {"on|off", eSwitch};
 constexpr SArgument OBJECT    = {"OBJECT", eWord, 0, 0, "debug videodisplay videooverlay videoprocessing"};
@@ -46,6 +47,7 @@ constexpr SCommandOption WAIT     = {"wait", {nullptr, eText}, "until the pictur
 constexpr SCommandOption FOR      = {"for", {"WHAT", eWord, 0, 0, "running recording idle input no-input"}, "running (default), recording, idle, input or no-input"};
 constexpr SCommandOption TIMEOUT  = {"timeout", {"S", eNumber, 1, 1000000}, "give up after S seconds; default: never"};
 constexpr SCommandOption DIFF     = {"diff", {nullptr, eText}, "show two folders or files side by side"};
+constexpr SCommandOption CNFS     = {"register-files", {"DIR", eFile}, "folder of the register files; default /usr/etc/cnfs"};
 
 constexpr SCommand COMMANDS[] = {
     {"status", {}, {},
@@ -55,6 +57,24 @@ constexpr SCommand COMMANDS[] = {
      "videoprocessing.get_video_recording_average_data_rate videoprocessing.is_video_playback_running "
      "videoprocessing.is_video_playback_paused videoprocessing.get_video_input_type",
      runStatus, "What the daemon does, on one screen"},
+    {"doctor text", {&HANDLE}, {&BY_ID},
+     "videooverlay.get_text_handle_by_id videooverlay.get_text_id videooverlay.get_text_format "
+     "videooverlay.get_text_position videooverlay.get_text_string videooverlay.get_text_colors "
+     "videooverlay.is_text_visible videooverlay.is_overlay_visible videoprocessing.is_video_playback_running "
+     "videoprocessing.is_video_playback_paused",
+     runDoctorText, "Why a text isn't seen"},
+    {"doctor picture", {}, {},
+     "videodisplay.get_displayed_video_width videodisplay.get_displayed_video_height "
+     "videoprocessing.get_video_input_type videoprocessing.is_video_playback_running "
+     "videoprocessing.is_video_playback_paused",
+     runDoctorPicture, "Why there is no live picture"},
+    {"doctor recording", {&ANY_FILE}, {},
+     "videoprocessing.is_video_recording_running videoprocessing.is_video_recording_paused "
+     "videoprocessing.is_video_playback_running videoprocessing.is_video_playback_paused "
+     "videoprocessing.get_video_recording_average_data_rate",
+     runDoctorRecording, "Why a recording doesn't start or go on; FILE is where it is to go"},
+    {"doctor board", {}, {&CNFS}, "", runDoctorBoard, "Device nodes, register files, bus name and policy"},
+    {"doctor", {}, {&UP_TO, &CNFS}, "", runDoctor, "All of that, for every text"},
 
     {"display size", {&WIDTH, &HEIGHT}, {}, "videodisplay.set_video_size", runPlain,
      "Scale the live video to W pixels by H lines, 1 to 4095"},

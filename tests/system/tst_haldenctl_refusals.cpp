@@ -162,6 +162,10 @@ void TestHaldenctlRefusals::a_stranger_may_call_nothing()
         QCOMPARE(cCtl.errors(),
                  QString("haldenctl: not allowed: only root and the group haldend may call the daemon"));
     }
+    QCOMPARE(cCtl.run({"doctor", "board"}), 1);
+    QVERIFY2(
+        cCtl.output().contains("board: you may not call haldend: be root, or a member of the group haldend"),
+        cCtl.describe());
 }
 
 void TestHaldenctlRefusals::a_member_of_the_group_may_not_call_debug()
@@ -172,6 +176,8 @@ void TestHaldenctlRefusals::a_member_of_the_group_may_not_call_debug()
     QCOMPARE(cCtl.run({"overlay", "show"}), 0);
     QCOMPARE(cCtl.run({"debug", "reload"}), 4);
     QCOMPARE(cCtl.errors(), QString("haldenctl: not allowed: /debug is root's alone"));
+    QCOMPARE(cCtl.run({"doctor", "board"}), 1);
+    QVERIFY2(cCtl.output().contains("board: perhaps you want /debug, and may not call it"), cCtl.describe());
 }
 
 void TestHaldenctlRefusals::a_daemon_that_dies_is_told()
