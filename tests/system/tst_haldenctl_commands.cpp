@@ -5,6 +5,7 @@
 #include "tests/support/CHaldenctl.h"
 #include "tests/support/CVideoScene.h"
 #include "tests/support/Timeouts.h"
+#include "tests/system/haldenctl_samples.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -139,37 +140,6 @@ void TestHaldenctlCommands::a_call_reaches_every_method()
     QCOMPARE(allMethods() - calledMethods(cMonitor.seen()), QSet<QString>());
 }
 
-/// Words behind those of a command, by them; all others go without.
-static QStringList sampleArguments(const QString& rcCommand)
-{
-    static const QMap<QString, QString> cSamples{
-        {"doctor text",           "1"                       },
-        {"display size",          "360 288"                 },
-        {"display position",      "3 4"                     },
-        {"overlay locale",        "de_DE"                   },
-        {"text new",              "x --color 1,2 --id 5"    },
-        {"text set",              "1 y"                     },
-        {"text move",             "1 3,4"                   },
-        {"text color",            "1 red"                   },
-        {"text id",               "--id 5 6"                },
-        {"text show",             "1"                       },
-        {"text hide",             "1"                       },
-        {"text delete",           "1"                       },
-        {"text get",              "--id 6"                  },
-        {"message",               "x"                       },
-        {"counter set",           "1:2:3"                   },
-        {"record start",          "film.ts"                 },
-        {"play start",            "film.ts"                 },
-        {"image save",            "a.bmp"                   },
-        {"image show",            "a.bmp"                   },
-        {"debug print",           "fpga"                    },
-        {"debug frame-generator", "on"                      },
-        {"debug video-restore",   "off"                     },
-        {"call",                  "videooverlay create_text"},
-    };
-    return cSamples.value(rcCommand).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
 void TestHaldenctlCommands::a_row_names_what_its_command_calls()
 {
     // These have no end, or no calls of their own.
@@ -181,7 +151,7 @@ void TestHaldenctlCommands::a_row_names_what_its_command_calls()
             continue;
         CBusMonitor cMonitor;
         QVERIFY(cMonitor.start(m_pcScene->bus().address()));
-        const int iStatus = ctl(cName.split(QLatin1Char(' ')) + sampleArguments(cName));
+        const int iStatus = ctl(sampleOfCommand(cName));
         // Some aren't allowed at their turn; none is misunderstood.
         QVERIFY2(iStatus == 0 || iStatus == 1, m_pcCtl->describe());
         QVERIFY(m_pcScene->daemon().settle());
