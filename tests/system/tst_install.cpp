@@ -26,6 +26,9 @@ const QString POLICY = QStringLiteral("/usr/share/dbus-1/system.d/velmar.haldend
 const QString INTERFACES = QStringLiteral("/usr/share/dbus-1/interfaces/");
 const QString PROGRAM = QStringLiteral("/usr/sbin/haldend");
 const QString MANUAL = QStringLiteral("/usr/share/man/man8/haldend.8");
+const QString CLIENT = QStringLiteral("/usr/bin/haldenctl");
+const QString CLIENT_MANUAL = QStringLiteral("/usr/share/man/man1/haldenctl.1");
+const QString COMPLETION = QStringLiteral("/usr/share/bash-completion/completions/haldenctl");
 
 /// Unrelated users and groups of every Debian, in place of haldend's, which exist only where the daemon is
 /// installed.
@@ -64,8 +67,8 @@ private slots:
     void puts_these_files_in_place();
     void files_are_those_of_the_project_data();
     void files_are_those_of_the_project();
-    void the_program_runs();
-    void the_manual_page_is_well_formed();
+    void the_programs_run();
+    void the_manual_pages_are_well_formed();
     void the_policy_is_enforced_data();
     void the_policy_is_enforced();
     void calls_with_a_descriptor_are_refused_data();
@@ -102,7 +105,7 @@ void TestInstall::initTestCase()
 
 void TestInstall::puts_these_files_in_place()
 {
-    QStringList cExpected{PROGRAM, MANUAL, POLICY};
+    QStringList cExpected{PROGRAM, MANUAL, POLICY, CLIENT, CLIENT_MANUAL, COMPLETION};
     for (const QString& rcName : registerFiles())
         cExpected << QStringLiteral(BOARD_CNFS_FIXED "/") + rcName;
     QVERIFY(interfaceFiles().size() >= 2);
@@ -124,6 +127,8 @@ void TestInstall::files_are_those_of_the_project_data()
     const QString cPackaging = QStringLiteral(PACKAGING_DIR "/");
     QTest::newRow("policy") << POLICY << cPackaging + "velmar.haldend.conf";
     QTest::newRow("manual page") << MANUAL << cPackaging + "haldend.8";
+    QTest::newRow("client's manual page") << CLIENT_MANUAL << cPackaging + "haldenctl.1";
+    QTest::newRow("client's completion") << COMPLETION << cPackaging + "haldenctl.bash";
     for (const QString& rcName : registerFiles())
         QTest::newRow(qPrintable(rcName))
             << QStringLiteral(BOARD_CNFS_FIXED "/") + rcName << cPackaging + "cnfs/" + rcName;
@@ -142,19 +147,24 @@ void TestInstall::files_are_those_of_the_project()
     QCOMPARE(QFile::permissions(installed(file)) & cReadable, cReadable);
 }
 
-void TestInstall::the_program_runs()
+void TestInstall::the_programs_run()
 {
     QProcess cProcess;
     QCOMPARE(run(cProcess, {installed(PROGRAM), QStringLiteral("-h")}), 0);
     QVERIFY(cProcess.readAll().startsWith("Usage: haldend"));
+    QCOMPARE(run(cProcess, {installed(CLIENT), QStringLiteral("--help")}), 0);
+    QVERIFY(cProcess.readAll().startsWith("Usage: haldenctl"));
 }
 
-void TestInstall::the_manual_page_is_well_formed()
+void TestInstall::the_manual_pages_are_well_formed()
 {
     QProcess cProcess;
-    const int iStatus = run(cProcess, {QStringLiteral("mandoc"), QStringLiteral("-T"), QStringLiteral("lint"),
-                                       QStringLiteral("-W"), QStringLiteral("warning"), installed(MANUAL)});
-    QVERIFY2(iStatus == 0, cProcess.readAll());
+    for (const QString& rcManual : {MANUAL, CLIENT_MANUAL}) {
+        const int iStatus =
+            run(cProcess, {QStringLiteral("mandoc"), QStringLiteral("-T"), QStringLiteral("lint"),
+                           QStringLiteral("-W"), QStringLiteral("warning"), installed(rcManual)});
+        QVERIFY2(iStatus == 0, cProcess.readAll());
+    }
 }
 
 // A request: a client's arguments for dbus-send.
