@@ -39,6 +39,9 @@ public:
     CBusClient& client() { return m_cClient; }
     const CVirtualBoard& board() const { return m_cBoard; }
 
+    /// What DBUS_SYSTEM_BUS_ADDRESS has to hold for other clients.
+    const std::string& busAddress() const { return m_cBus.address(); }
+
     /// Path of a file that is gone with the stage; in memory where the system offers that.
     std::string file(const std::string& rcName) const { return m_cDirectory.file(rcName); }
 
