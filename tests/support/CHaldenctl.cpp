@@ -7,8 +7,11 @@
 CHaldenctl::CHaldenctl(const QString& rcBusAddress) : m_cEnvironment(QProcessEnvironment::systemEnvironment())
 {
     setVariable(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), rcBusAddress);
+    // Whole stacks, because the suppressions name libraries without frame pointers.
+    setVariable(QStringLiteral("ASAN_OPTIONS"),
+                QStringLiteral("verify_asan_link_order=0:fast_unwind_on_malloc=0"));
     setVariable(QStringLiteral("LSAN_OPTIONS"),
-                QStringLiteral("print_suppressions=0:suppressions=" HALDEND_LSAN_SUPPRESSIONS));
+                QStringLiteral("print_suppressions=0:suppressions=" HALDENCTL_LSAN_SUPPRESSIONS));
 }
 
 void CHaldenctl::setVariable(const QString& rcName, const QString& rcValue)

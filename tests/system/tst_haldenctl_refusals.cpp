@@ -158,7 +158,7 @@ void TestHaldenctlRefusals::a_stranger_may_call_nothing()
              QStringList{"status"},
              QStringList{ "overlay",  "show"}
     }) {
-        QCOMPARE(cCtl.run(rcArguments), 4);
+        QVERIFY2(cCtl.run(rcArguments) == 4, cCtl.describe());
         QCOMPARE(cCtl.errors(),
                  QString("haldenctl: not allowed: only root and the group haldend may call the daemon"));
     }
