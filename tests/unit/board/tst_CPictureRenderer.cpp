@@ -4,7 +4,7 @@
 #include "board/picture/CTestPicture.h"
 #include "board/state/CBoard.h"
 #include "tests/golden.h"
-#include "tests/support/live_video.h"
+#include "tests/support/LiveVideo.h"
 
 #include <QTemporaryDir>
 #include <QTest>

@@ -6,7 +6,7 @@
 #include "board/state/CBoard.h"
 #include "hw/fpga_map.h"
 #include "tests/golden.h"
-#include "tests/support/live_video.h"
+#include "tests/support/LiveVideo.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -3,7 +3,7 @@
 #include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"
 #include "board/state/CBoard.h"
-#include "tests/support/live_video.h"
+#include "tests/support/LiveVideo.h"
 
 #include <QFileInfo>
 #include <QProcess>

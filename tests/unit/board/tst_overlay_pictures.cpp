@@ -16,8 +16,8 @@
 #include "hw/fpga_device.h"
 #include "hw/fpga_map.h"
 #include "tests/golden.h"
-#include "tests/support/live_video.h"
-#include "tests/unit/board/CAttachedBoard.h"
+#include "tests/support/CAttachedBoard.h"
+#include "tests/support/LiveVideo.h"
 
 #include <QtTest>
 

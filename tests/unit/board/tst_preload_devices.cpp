@@ -1,5 +1,5 @@
 /* The three devices as the daemon meets them: system calls in, results and trace out. */
-#include "tests/unit/board/CAttachedBoard.h"
+#include "tests/support/CAttachedBoard.h"
 
 #include <QTest>
 

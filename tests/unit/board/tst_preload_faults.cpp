@@ -1,5 +1,5 @@
 /* Every fault, on the operation that it is for and on no other. */
-#include "tests/unit/board/CAttachedBoard.h"
+#include "tests/support/CAttachedBoard.h"
 
 #include <QFile>
 #include <QTest>

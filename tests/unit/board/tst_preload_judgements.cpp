@@ -1,8 +1,8 @@
 /* The operations that the board notes because no program for it may do them, and that it notes nothing
  * else. */
 #include "board/judge/CJudgements.h"
+#include "tests/support/CAttachedBoard.h"
 #include "tests/support/Judgements.h"
-#include "tests/unit/board/CAttachedBoard.h"
 
 #include <QFile>
 #include <QTest>

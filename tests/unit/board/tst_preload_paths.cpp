@@ -1,6 +1,6 @@
 /* The folder of the register files: the daemon's fixed one leads into the board. */
 #include "board/preload/haldenboard.h"
-#include "tests/unit/board/CAttachedBoard.h"
+#include "tests/support/CAttachedBoard.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
 /* The library and the process around it: attaching, threads, children, byte order. */
 #include "board/create/CBoardMaker.h"
 #include "board/preload/haldenboard.h"
-#include "tests/unit/board/CAttachedBoard.h"
+#include "tests/support/CAttachedBoard.h"
 
 #include <QFile>
 #include <QRegularExpression>

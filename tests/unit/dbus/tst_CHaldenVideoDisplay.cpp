@@ -3,7 +3,7 @@
 #include "hw/lime_mmio.h"
 #include "platform/Lime.h"
 #include "tests/support/CPrivateBus.h"
-#include "tests/support/lime_recorder.h"
+#include "tests/support/hw/lime_recorder.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>

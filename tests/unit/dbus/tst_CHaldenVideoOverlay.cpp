@@ -5,8 +5,8 @@
 #include "overlay/COverlayObjectManager.h"
 #include "overlay/CVideoOverlayBackEnd.h"
 #include "overlay/CVideoOverlayFrontEnd.h"
+#include "tests/support/CAttachedBoard.h"
 #include "tests/support/CPrivateBus.h"
-#include "tests/unit/board/CAttachedBoard.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>

@@ -4,10 +4,10 @@
 #include "tests/support/CBusMonitor.h"
 #include "tests/support/CCapturedOutput.h"
 #include "tests/support/CFakeCodec.h"
+#include "tests/support/CPlatformBoard.h"
 #include "tests/support/CPrivateBus.h"
 #include "tests/support/Introspection.h"
-#include "tests/support/skipped_sleep.h"
-#include "tests/unit/platform/CPlatformBoard.h"
+#include "tests/support/hw/skipped_sleep.h"
 #include "video/CVideoProcessor.h"
 
 #include <QDBusAbstractAdaptor>

@@ -8,7 +8,7 @@
 #include "fpga/screen.h"
 #include "fpga/text_layer.h"
 #include "fpga/video_image.h"
-#include "tests/support/fpga_recorder.h"
+#include "tests/support/hw/fpga_recorder.h"
 
 #include <cstdio>
 #include <fstream>

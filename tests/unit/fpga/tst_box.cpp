@@ -1,8 +1,8 @@
 /* Frames of box characters. */
 #include "fpga/box.h"
-#include "tests/support/failing_malloc.h"
-#include "tests/support/fpga_recorder.h"
-#include "tests/support/with_screen.h"
+#include "tests/support/hw/failing_malloc.h"
+#include "tests/support/hw/fpga_recorder.h"
+#include "tests/support/hw/with_screen.h"
 
 #include <string>
 

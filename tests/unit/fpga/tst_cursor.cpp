@@ -1,7 +1,7 @@
 /* The hardware cursor and the text cursor. */
 #include "fpga/cursor.h"
-#include "tests/support/fpga_recorder.h"
-#include "tests/support/with_screen.h"
+#include "tests/support/hw/fpga_recorder.h"
+#include "tests/support/hw/with_screen.h"
 
 #include <gtest/gtest.h>
 

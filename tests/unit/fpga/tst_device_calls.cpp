@@ -7,7 +7,7 @@
 #include "fpga/text_layer.h"
 #include "fpga/video_image.h"
 #include "hw/fpga_device.h"
-#include "tests/support/hw_board.h"
+#include "tests/support/hw/hw_board.h"
 
 #include <cerrno>
 #include <string>

@@ -1,8 +1,8 @@
 /* The switches and modes of the CTRL register. */
 #include "fpga/overlay_switches.h"
 #include "fpga/screen.h"
-#include "tests/support/fpga_recorder.h"
-#include "tests/support/with_screen.h"
+#include "tests/support/hw/fpga_recorder.h"
+#include "tests/support/hw/with_screen.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 /* The screen record, the start-up sequence, and the choice between the glyph sets. */
 #include "fpga/font.h"
 #include "fpga/screen.h"
-#include "tests/support/fpga_recorder.h"
-#include "tests/support/with_screen.h"
+#include "tests/support/hw/fpga_recorder.h"
+#include "tests/support/hw/with_screen.h"
 
 #include <gtest/gtest.h>
 

@@ -3,9 +3,9 @@
 #include "fpga/palettes.h"
 #include "fpga/screen.h"
 #include "fpga/text_layer.h"
-#include "tests/support/failing_malloc.h"
-#include "tests/support/fpga_recorder.h"
-#include "tests/support/with_screen.h"
+#include "tests/support/hw/failing_malloc.h"
+#include "tests/support/hw/fpga_recorder.h"
+#include "tests/support/hw/with_screen.h"
 
 #include <climits>
 #include <string>

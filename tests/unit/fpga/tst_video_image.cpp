@@ -1,8 +1,8 @@
 /* The stored video frame: fields on the FPGA's side, a frame with the bottom line first on ours. */
 #include "fpga/video_image.h"
-#include "tests/support/failing_malloc.h"
-#include "tests/support/fpga_recorder.h"
-#include "tests/support/with_screen.h"
+#include "tests/support/hw/failing_malloc.h"
+#include "tests/support/hw/fpga_recorder.h"
+#include "tests/support/hw/with_screen.h"
 
 #include <algorithm>
 

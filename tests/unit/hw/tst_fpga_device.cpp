@@ -1,6 +1,6 @@
 /* The FPGA's device primitives on the virtual board: which device calls they make, and how they fail. */
 #include "hw/fpga_device.h"
-#include "tests/support/hw_board.h"
+#include "tests/support/hw/hw_board.h"
 
 #include <cerrno>
 #include <string>

@@ -4,7 +4,7 @@
 #include "hw/lime_device.h"
 #include "hw/lime_map.h"
 #include "hw/lime_mmio.h"
-#include "tests/support/lime_recorder.h"
+#include "tests/support/hw/lime_recorder.h"
 
 #include <cstdlib>
 #include <string>

@@ -1,6 +1,6 @@
 /* The I2C chips' device primitives on the virtual board. */
 #include "hw/saa71xx_device.h"
-#include "tests/support/hw_board.h"
+#include "tests/support/hw/hw_board.h"
 
 #include <cerrno>
 #include <string>

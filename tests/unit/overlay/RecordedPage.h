@@ -4,7 +4,7 @@
 
 #include "fpga/screen.h"
 #include "hw/fpga_map.h"
-#include "tests/support/fpga_recorder.h"
+#include "tests/support/hw/fpga_recorder.h"
 
 #include <QByteArray>
 

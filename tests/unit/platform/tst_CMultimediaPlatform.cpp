@@ -9,7 +9,7 @@
 #include "regdb/registers.h"
 #include "tests/golden.h"
 #include "tests/support/CCapturedOutput.h"
-#include "tests/unit/platform/CPlatformBoard.h"
+#include "tests/support/CPlatformBoard.h"
 
 #include <QFile>
 #include <QtTest>

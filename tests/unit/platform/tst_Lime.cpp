@@ -2,7 +2,7 @@
 #include "hw/lime_map.h"
 #include "hw/lime_mmio.h"
 #include "platform/Lime.h"
-#include "tests/support/lime_recorder.h"
+#include "tests/support/hw/lime_recorder.h"
 
 #include <QTemporaryFile>
 #include <QtTest>

@@ -5,8 +5,8 @@
 #include "fpga/screen.h"
 #include "hw/lime_mmio.h"
 #include "platform/CMultimediaPlatform.h"
-#include "tests/support/lime_recorder.h"
-#include "tests/unit/platform/CPlatformBoard.h"
+#include "tests/support/CPlatformBoard.h"
+#include "tests/support/hw/lime_recorder.h"
 
 #include <QFile>
 #include <QtTest>

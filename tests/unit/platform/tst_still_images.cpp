@@ -5,8 +5,8 @@
 #include "hw/fpga_map.h"
 #include "platform/CMultimediaPlatform.h"
 #include "platform/VideoImageFile.h"
-#include "tests/support/failing_malloc.h"
-#include "tests/unit/platform/CPlatformBoard.h"
+#include "tests/support/CPlatformBoard.h"
+#include "tests/support/hw/failing_malloc.h"
 
 #include <QFile>
 #include <QFileInfo>

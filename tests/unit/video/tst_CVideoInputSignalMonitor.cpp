@@ -5,7 +5,7 @@
 #include "regdb/chip_regs.h"
 #include "regdb/registers.h"
 #include "tests/support/CCapturedOutput.h"
-#include "tests/unit/platform/CPlatformBoard.h"
+#include "tests/support/CPlatformBoard.h"
 #include "video/CVideoInputSignalMonitor.h"
 
 #include <QAbstractEventDispatcher>

@@ -1,4 +1,4 @@
-#include "tests/unit/board/CAttachedBoard.h"
+#include "tests/support/CAttachedBoard.h"
 
 #include "board/create/CBoardMaker.h"
 #include "board/preload/haldenboard.h"

@@ -1,5 +1,5 @@
 /* A wall clock that stands still. */
-#include "tests/support/stopped_clock.h"
+#include "tests/support/hw/stopped_clock.h"
 
 #include <ctime>
 

@@ -1,7 +1,7 @@
 #ifndef HALDEND_TESTS_CPLATFORMBOARD_H
 #define HALDEND_TESTS_CPLATFORMBOARD_H
 
-#include "tests/unit/board/CAttachedBoard.h"
+#include "tests/support/CAttachedBoard.h"
 
 #include <QByteArray>
 

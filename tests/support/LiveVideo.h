@@ -1,6 +1,6 @@
 /* The display controller with display and live video on, unscaled, for tests of pictures that have no daemon. */
-#ifndef HALDEND_TESTS_LIVE_VIDEO_H
-#define HALDEND_TESTS_LIVE_VIDEO_H
+#ifndef HALDEND_TESTS_LIVEVIDEO_H
+#define HALDEND_TESTS_LIVEVIDEO_H
 
 #include "board/state/CBoard.h"
 

@@ -1,5 +1,5 @@
 /* A recorder in the place of the display controller. */
-#include "tests/support/lime_recorder.h"
+#include "tests/support/hw/lime_recorder.h"
 
 #include "hw/lime_mmio.h"
 

@@ -1,4 +1,4 @@
-#include "tests/unit/platform/CPlatformBoard.h"
+#include "tests/support/CPlatformBoard.h"
 
 #include "fpga/font.h"
 #include "platform/CMultimediaPlatform.h"

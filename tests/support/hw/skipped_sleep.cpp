@@ -1,5 +1,5 @@
 /* Sleeps that take no time. */
-#include "tests/support/skipped_sleep.h"
+#include "tests/support/hw/skipped_sleep.h"
 
 #include <unistd.h>
 

@@ -1,5 +1,5 @@
 /* Allocations that fail on purpose. */
-#include "tests/support/failing_malloc.h"
+#include "tests/support/hw/failing_malloc.h"
 
 #include <cstddef>
 

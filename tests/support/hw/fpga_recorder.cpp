@@ -1,5 +1,5 @@
 /* A recorder in the place of the FPGA. */
-#include "tests/support/fpga_recorder.h"
+#include "tests/support/hw/fpga_recorder.h"
 
 #include "hw/fpga_device.h"
 

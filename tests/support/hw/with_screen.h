@@ -4,7 +4,7 @@
 
 #include "fpga/cursor.h"
 #include "fpga/screen.h"
-#include "tests/support/fpga_recorder.h"
+#include "tests/support/hw/fpga_recorder.h"
 
 #include <gtest/gtest.h>
 

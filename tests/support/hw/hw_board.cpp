@@ -1,5 +1,5 @@
 /* A virtual board for the hardware layer's tests. */
-#include "tests/support/hw_board.h"
+#include "tests/support/hw/hw_board.h"
 
 #include "board/preload/haldenboard.h"
 
