@@ -1,6 +1,6 @@
 #include "bench/BenchProgram.h"
 
-#include "bench/CInterruption.h"
+#include "tests/support/CInterruption.h"
 
 #include <charconv>
 #include <cstring>

@@ -1,8 +1,8 @@
 #include "bench/CBusClient.h"
 
-#include "bench/CInterruption.h"
 #include "bench/CProcess.h"
 #include "bench/Timeouts.h"
+#include "tests/support/CInterruption.h"
 
 #include <cstdint>
 #include <memory>

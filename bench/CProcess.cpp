@@ -1,6 +1,6 @@
 #include "bench/CProcess.h"
 
-#include "bench/CInterruption.h"
+#include "tests/support/CInterruption.h"
 
 #include <cerrno>
 #include <csignal>

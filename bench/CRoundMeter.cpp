@@ -1,6 +1,6 @@
 #include "bench/CRoundMeter.h"
 
-#include "bench/CInterruption.h"
+#include "tests/support/CInterruption.h"
 
 #include <chrono>
 #include <stdexcept>

@@ -3,12 +3,12 @@
  * Library and references take turns in this process, on one device. The device is a virtual board's, and that
  * takes its library preloaded: so the program makes a board and starts itself again on it. */
 #include "bench/BenchProgram.h"
-#include "bench/CInterruption.h"
 #include "bench/COverlayMeter.h"
 #include "bench/CProcess.h"
 #include "bench/CRatioTable.h"
 #include "bench/CTemporaryDirectory.h"
 #include "bench/CVirtualBoard.h"
+#include "tests/support/CInterruption.h"
 
 #include <filesystem>
 #include <iostream>

@@ -2,9 +2,9 @@
  *
  * All services are at work on one bus and one board, and measured in turns; idle at the same time. */
 #include "bench/BenchProgram.h"
-#include "bench/CInterruption.h"
 #include "bench/CProcessingMeter.h"
 #include "bench/CRatioTable.h"
+#include "tests/support/CInterruption.h"
 
 #include <iostream>
 

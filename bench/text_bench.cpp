@@ -3,9 +3,9 @@
  *
  * Both services are at work on one bus and one board, and measured in turns. */
 #include "bench/BenchProgram.h"
-#include "bench/CInterruption.h"
 #include "bench/CRatioTable.h"
 #include "bench/CTextMeter.h"
+#include "tests/support/CInterruption.h"
 
 #include <iostream>
 #include <string>

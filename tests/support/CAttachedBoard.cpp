@@ -1,6 +1,5 @@
 #include "tests/support/CAttachedBoard.h"
 
-#include "board/create/CBoardMaker.h"
 #include "board/preload/haldenboard.h"
 #include "tests/support/Judgements.h"
 
@@ -10,31 +9,28 @@
 
 CAttachedBoard::CAttachedBoard()
 {
-    const QString cPath = m_cDirectory.filePath(QStringLiteral("board"));
-    QString cError;
     haldenboard_detach();
-    m_bReady = CBoardMaker::create(cPath, cError) && m_cBoard.open(cPath) &&
-               haldenboard_attach(qPrintable(cPath)) == 0;
+    m_bReady = m_cBoard.make() && haldenboard_attach(qPrintable(m_cBoard.board().directory())) == 0;
     if (!m_bReady)
-        qWarning("No board: %s %s", qPrintable(cError), qPrintable(m_cBoard.errorString()));
+        qWarning("No board: %s", qPrintable(m_cBoard.error()));
 }
 
 CAttachedBoard::~CAttachedBoard()
 {
     haldenboard_detach();
     if (m_bReady && m_bJudging)
-        failUnlessEmpty(differenceFromAnnounced(m_cBoard, m_cAnnounced), __FILE__, __LINE__);
+        failUnlessEmpty(differenceFromAnnounced(**this, m_cAnnounced), __FILE__, __LINE__);
 }
 
 int CAttachedBoard::openDevice(const char* pszFile)
 {
-    return ::open(qPrintable(m_cBoard.path(pszFile)), O_RDWR | O_CLOEXEC);
+    return ::open(qPrintable(m_cBoard.board().path(pszFile)), O_RDWR | O_CLOEXEC);
 }
 
 QStringList CAttachedBoard::takeTrace()
 {
-    QStringList cLines = m_cBoard.traceLines();
-    m_cBoard.clearTrace();
+    QStringList cLines = m_cBoard.board().traceLines();
+    m_cBoard.board().clearTrace();
     cLines.replaceInStrings(QRegularExpression(QStringLiteral("open = \\d+$")), QStringLiteral("open = N"));
     return cLines;
 }

@@ -1,9 +1,10 @@
 #ifndef HALDEND_TESTS_CATTACHEDBOARD_H
 #define HALDEND_TESTS_CATTACHEDBOARD_H
 
-#include "board/state/CBoard.h"
+#include "tests/support/CTemporaryBoard.h"
 
-#include <QTemporaryDir>
+#include <QString>
+#include <QStringList>
 
 /// A fresh board that this process works on, as the daemon would, for the life of the object; and a CBoard
 /// for the view from outside.
@@ -21,8 +22,8 @@ public:
 
     bool isReady() const { return m_bReady; }
 
-    CBoard* operator->() { return &m_cBoard; }
-    CBoard& operator*() { return m_cBoard; }
+    CBoard* operator->() { return &m_cBoard.board(); }
+    CBoard& operator*() { return m_cBoard.board(); }
 
     /// Opens a device, named as in board_layout.h, for reading and writing: a descriptor or -1.
     int openDevice(const char* pszFile);
@@ -37,8 +38,7 @@ public:
     QStringList takeTrace();
 
 private:
-    QTemporaryDir m_cDirectory;
-    CBoard m_cBoard;
+    CTemporaryBoard m_cBoard;
     QStringList m_cAnnounced;
     bool m_bReady = false;
     bool m_bJudging = true;

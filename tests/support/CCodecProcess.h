@@ -1,9 +1,9 @@
 #ifndef HALDEND_TESTS_CCODECPROCESS_H
 #define HALDEND_TESTS_CCODECPROCESS_H
 
-#include "tests/support/FasterClock.h"
+#include "tests/support/CChildProcess.h"
+#include "tests/support/SClock.h"
 
-#include <QProcess>
 #include <QString>
 
 /// The codec stand-in as a process beside the daemon, on the bus and the board of a scene.
@@ -45,7 +45,7 @@ public:
 private:
     void sendSignal(int iSignal);
 
-    QProcess m_cProcess;
+    CChildProcess m_cProcess;
     QProcessEnvironment m_cEnvironment;
     qint64 m_iPid = 0; ///< while it runs, and until end()
 };

@@ -1,5 +1,6 @@
 #include "tests/support/CDaemonProcess.h"
 
+#include "tests/support/CTemporaryBoard.h"
 #include "tests/support/ServiceStart.h"
 #include "tests/support/Timeouts.h"
 
@@ -51,11 +52,8 @@ void CDaemonProcess::setBusAddress(const QString& rcAddress)
 
 void CDaemonProcess::useBoard(const QString& rcDirectory)
 {
-    setVariable(QStringLiteral("HALDEN_BOARD"), rcDirectory);
-    setVariable(QStringLiteral("LD_PRELOAD"), QStringLiteral(HALDEND_BOARD_PRELOAD));
-    setArguments({QStringLiteral("-i"), rcDirectory + QStringLiteral("/i2c-1"), QStringLiteral("-f"),
-                  rcDirectory + QStringLiteral("/fpgamem"), QStringLiteral("-l"),
-                  rcDirectory + QStringLiteral("/fb0")});
+    CTemporaryBoard::addTo(m_cEnvironment, rcDirectory);
+    setArguments(CTemporaryBoard::deviceOptions(rcDirectory));
 }
 
 void CDaemonProcess::useClock(const SClock& rsClock)

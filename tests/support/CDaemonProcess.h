@@ -1,11 +1,11 @@
 #ifndef HALDEND_TESTS_CDAEMONPROCESS_H
 #define HALDEND_TESTS_CDAEMONPROCESS_H
 
-#include "tests/support/FasterClock.h"
+#include "tests/support/CChildProcess.h"
+#include "tests/support/SClock.h"
 
 #include <QDBusConnection>
 #include <QDBusPendingCall>
-#include <QProcess>
 #include <QString>
 #include <QStringList>
 
@@ -92,7 +92,7 @@ private:
     void kill();
     void collect();
 
-    QProcess m_cProcess;
+    CChildProcess m_cProcess;
     QStringList m_cArguments;
     QString m_cRedirections;
     QProcessEnvironment m_cEnvironment;

@@ -1,11 +1,12 @@
 #ifndef HALDEND_TESTS_CPRIVATEBUS_H
 #define HALDEND_TESTS_CPRIVATEBUS_H
 
-#include <QProcess>
+#include "tests/support/CChildProcess.h"
+
 #include <QString>
 #include <QTemporaryDir>
 
-/// A bus daemon of the test's own, in the place of the system bus. Lives from start() to the end of the
+/// A bus daemon of one's own, in the place of the system bus. Lives from start() to the end of the
 /// object, or to stop().
 class CPrivateBus
 {
@@ -38,7 +39,7 @@ public:
 
 private:
     QTemporaryDir m_cDirectory;
-    QProcess m_cProcess;
+    CChildProcess m_cProcess;
     QString m_cAddress;
     QString m_cError;
 };

@@ -1,6 +1,5 @@
 #include "tests/support/CScene.h"
 
-#include "board/create/CBoardMaker.h"
 #include "tests/support/Judgements.h"
 
 #include <csignal>
@@ -12,25 +11,22 @@ CScene::~CScene()
 
 bool CScene::prepare()
 {
-    const QString cDirectory = m_cDirectory.filePath(QStringLiteral("board"));
     if (!m_cBus.startUnderPolicy()) {
         m_cError = m_cBus.error();
         return false;
     }
-    if (!CBoardMaker::create(cDirectory, m_cError))
-        return false;
-    if (!m_cBoard.open(cDirectory)) {
-        m_cError = m_cBoard.errorString();
+    if (!m_cBoard.make()) {
+        m_cError = m_cBoard.error();
         return false;
     }
     m_cDaemon.setBusAddress(m_cBus.address());
-    m_cDaemon.useBoard(cDirectory);
+    m_cDaemon.useBoard(board().directory());
     return true;
 }
 
 bool CScene::start()
 {
-    return (m_cBoard.isOpen() || prepare()) && m_cDaemon.startAndWaitForName();
+    return (board().isOpen() || prepare()) && m_cDaemon.startAndWaitForName();
 }
 
 QString CScene::end()
@@ -48,7 +44,7 @@ QString CScene::end()
 QString CScene::judge()
 {
     QString cDifference =
-        m_cBoard.isOpen() ? differenceFromAnnounced(m_cBoard, m_cAnnouncedJudgements) : QString();
+        board().isOpen() ? differenceFromAnnounced(board(), m_cAnnouncedJudgements) : QString();
     m_cAnnouncedJudgements.clear();
     return cDifference;
 }

@@ -1,11 +1,9 @@
 #ifndef HALDEND_TESTS_CSCENE_H
 #define HALDEND_TESTS_CSCENE_H
 
-#include "board/state/CBoard.h"
 #include "tests/support/CDaemonProcess.h"
 #include "tests/support/CPrivateBus.h"
-
-#include <QTemporaryDir>
+#include "tests/support/CTemporaryBoard.h"
 
 /// What a system test is played on: a private bus with the daemon's policy, a virtual board and the daemon, all its
 /// own.
@@ -49,7 +47,7 @@ public:
     void announceJudgement(const QString& rcLine) { m_cAnnouncedJudgements << rcLine; }
 
     CPrivateBus& bus() { return m_cBus; }
-    CBoard& board() { return m_cBoard; }
+    CBoard& board() { return m_cBoard.board(); }
     CDaemonProcess& daemon() { return m_cDaemon; }
 
     /// For failure messages.
@@ -57,8 +55,7 @@ public:
 
 private:
     CPrivateBus m_cBus;
-    QTemporaryDir m_cDirectory;
-    CBoard m_cBoard;
+    CTemporaryBoard m_cBoard;
     CDaemonProcess m_cDaemon;
     QStringList m_cAnnounced;
     QStringList m_cAnnouncedJudgements;

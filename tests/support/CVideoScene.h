@@ -7,6 +7,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QObject>
+#include <QTemporaryDir>
 
 /// What the commands answer, and what comes with the signals.
 namespace VideoResult

@@ -41,9 +41,3 @@ bool CLeapingClock::leap(int iSeconds)
     cNew.close();
     return std::rename(qPrintable(path("new")), qPrintable(path("time"))) == 0;
 }
-
-void removeClockOf(qint64 iPid)
-{
-    QFile::remove(QStringLiteral("/dev/shm/faketime_shm_%1").arg(iPid));
-    QFile::remove(QStringLiteral("/dev/shm/sem.faketime_sem_%1").arg(iPid));
-}

@@ -8,15 +8,10 @@
 #ifndef HALDEND_TESTS_FASTERCLOCK_H
 #define HALDEND_TESTS_FASTERCLOCK_H
 
-#include <QMap>
+#include "tests/support/SClock.h"
+
 #include <QString>
 #include <QTemporaryDir>
-
-/// What a program on another clock is started with.
-struct SClock {
-    QString cLibrary; ///< to be preloaded behind the board's: in another order a sanitized program hangs
-    QMap<QString, QString> cVariables;
-};
 
 /// A clock that is so many times as fast, for what has to run by itself. On an idle machine a timer of a second loses no
 /// tick up to 1000; one that is late by more than such a second loses some, so that tests stay well below 100.
@@ -44,9 +39,5 @@ private:
     qint64 m_iNow;              ///< s since 1970
     bool m_bValid;
 };
-
-/// Removes what the library leaves in shared memory when its program is killed: there it would meet the next program
-/// with the same process number.
-void removeClockOf(qint64 iPid);
 
 #endif

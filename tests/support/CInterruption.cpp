@@ -1,4 +1,4 @@
-#include "bench/CInterruption.h"
+#include "tests/support/CInterruption.h"
 
 #include <csignal>
 #include <cstring>
@@ -30,4 +30,9 @@ void CInterruption::check()
 {
     if (iCaughtSignal != 0)
         throw CInterruption(iCaughtSignal);
+}
+
+int CInterruption::caught()
+{
+    return iCaughtSignal;
 }

@@ -1,0 +1,22 @@
+#ifndef HALDEND_TESTS_CCHILDPROCESS_H
+#define HALDEND_TESTS_CCHILDPROCESS_H
+
+#include <QProcess>
+
+/// A program that serves this one. It never outlives the object, nor this process, however that ends.
+class CChildProcess : public QProcess
+{
+public:
+    CChildProcess();
+
+    /// Kills it if it runs.
+    ~CChildProcess() override;
+
+protected:
+    void setupChildProcess() override;
+
+private:
+    qint64 m_iParent;
+};
+
+#endif
