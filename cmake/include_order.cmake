@@ -27,6 +27,7 @@ set(order
     board/tool
     board/demo
     tests/support
+    board/tour
     bench)
 
 # The two headers that stand below everything, wherever they lie: the register records and the event logger.
