@@ -2,65 +2,75 @@
 
 #include "tests/support/CInterruption.h"
 
-#include <charconv>
 #include <cstring>
 #include <exception>
 #include <iostream>
 
-#include <getopt.h>
-
-SBenchOption numberOption(const char* pszName, int iMin, int iMax, int& riNumber)
+namespace
 {
-    return {pszName, [iMin, iMax, &riNumber](const char* pszText) {
-                const char* pszEnd = pszText + strlen(pszText);
-                const auto [pszStop, eError] = std::from_chars(pszText, pszEnd, riNumber);
-                return eError == std::errc() && pszStop == pszEnd && riNumber >= iMin && riNumber <= iMax;
-            }};
+
+const QString HELP = QStringLiteral("help");
+
+} // namespace
+
+CBenchProgram::CBenchProgram(int& riCount, char** ppszArguments, const QString& rcPurpose)
+    : m_cApplication(riCount, ppszArguments)
+{
+    m_cParser.setApplicationDescription(
+        rcPurpose +
+        QStringLiteral("\n\nExit status: 0 measured, whatever came out; 1 not measured; 2 wrong options."));
+    m_cParser.addOption({HELP, QStringLiteral("this text")});
 }
 
-SBenchOption roundsOption(int& riRounds)
+void CBenchProgram::addNumber(const QString& rcName, int iMin, int iMax, int& riNumber,
+                              const QString& rcDescription)
 {
-    return numberOption("rounds", ROUNDS_MIN, ROUNDS_MAX, riRounds);
+    m_cParser.addOption(
+        {rcName, QStringLiteral("%1, at least %2; default %3").arg(rcDescription).arg(iMin).arg(riNumber),
+         QStringLiteral("N")});
+    m_cOptions.push_back({rcName, [iMin, iMax, &riNumber](const QString& rcValue) {
+                              bool bNumber = false;
+                              riNumber = rcValue.toInt(&bNumber);
+                              return bNumber && riNumber >= iMin && riNumber <= iMax;
+                          }});
 }
 
-int parseOptions(int iCount, char** ppszArguments, const std::vector<SBenchOption>& rcOptions,
-                 void (*pfnPrintUsage)(std::ostream&))
+void CBenchProgram::addText(const QString& rcName, const QString& rcValueName, QString& rcText,
+                            const QString& rcDescription)
 {
-    const int HELP = 'h';
-    const int FIRST = 256; // behind all characters, '?' among them
-    std::vector<option> cOptions;
-    cOptions.reserve(rcOptions.size() + 2);
-    for (const SBenchOption& rsOption : rcOptions)
-        cOptions.push_back(
-            {rsOption.pszName, required_argument, nullptr, FIRST + static_cast<int>(cOptions.size())});
-    cOptions.push_back({"help", no_argument, nullptr, HELP});
-    cOptions.push_back({nullptr, 0, nullptr, 0});
+    m_cParser.addOption({rcName, rcDescription, rcValueName});
+    m_cOptions.push_back({rcName, [&rcText](const QString& rcValue) {
+                              rcText = rcValue;
+                              return true;
+                          }});
+}
 
-    bool bGood = true;
-    int iOption = 0;
-    while ((iOption = getopt_long(iCount, ppszArguments, "", cOptions.data(), nullptr)) != -1) {
-        if (iOption == HELP) {
-            pfnPrintUsage(std::cout);
-            return 0;
-        }
-        bGood =
-            bGood && iOption >= FIRST && rcOptions[static_cast<std::size_t>(iOption - FIRST)].cTake(optarg);
+bool CBenchProgram::takeOptions() const
+{
+    for (const SOption& rsOption : m_cOptions)
+        if (m_cParser.isSet(rsOption.cName) && !rsOption.fnTake(m_cParser.value(rsOption.cName)))
+            return false;
+    return m_cParser.positionalArguments().isEmpty();
+}
+
+int CBenchProgram::run(const std::function<void()>& rcWork)
+{
+    const bool bParsed = m_cParser.parse(QCoreApplication::arguments());
+    if (bParsed && m_cParser.isSet(HELP)) {
+        std::cout << qPrintable(m_cParser.helpText());
+        return 0;
     }
-    if (bGood && optind == iCount)
-        return -1;
-    pfnPrintUsage(std::cerr);
-    return 2;
-}
-
-int runBench(const char* pszProgram, const std::function<void()>& rcWork)
-{
+    if (!bParsed || !takeOptions()) {
+        std::cerr << qPrintable(m_cParser.helpText());
+        return 2;
+    }
     CInterruption::install();
     try {
         rcWork();
     } catch (const CInterruption& rcInterruption) {
         return 128 + rcInterruption.signal();
     } catch (const std::exception& rcError) {
-        std::cerr << pszProgram << ": " << rcError.what() << '\n';
+        std::cerr << qPrintable(QCoreApplication::applicationName()) << ": " << rcError.what() << '\n';
         return 1;
     }
     return std::cout.flush() ? 0 : 1;
@@ -82,11 +92,6 @@ void printRatios(const CRatioTable& rcTable, const std::string& rcRounds)
 {
     std::cout << rcTable.text() << "\nMedians of " << rcRounds
               << "; the ratio is the median of the rounds' ratios.\n";
-    printBuildWarning();
-}
-
-void printBuildWarning()
-{
     if (strcmp(BENCH_BUILD_TYPE, "Release") != 0)
         std::cout << "This is no release build: its ratios say nothing about what is shipped.\n";
 }

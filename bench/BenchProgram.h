@@ -6,10 +6,11 @@
 #include "bench/CRatioTable.h"
 #include "bench/CRoundStatistics.h"
 
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
 #include <functional>
-#include <iosfwd>
 #include <string>
-#include <vector>
 
 const int WARM_UP_ROUNDS = 5; // measured, and dropped
 
@@ -17,34 +18,43 @@ const int WARM_UP_ROUNDS = 5; // measured, and dropped
 const int ROUNDS_MIN = 40;
 const int ROUNDS_MAX = 100000;
 
-/// An option with an argument, and what takes it: false if it is of no use.
-struct SBenchOption {
-    const char* pszName;
-    std::function<bool(const char*)> cTake;
+/// The program itself: its options and its end.
+class CBenchProgram
+{
+public:
+    /// rcPurpose: a sentence for --help.
+    CBenchProgram(int& riCount, char** ppszArguments, const QString& rcPurpose);
+
+    /// An option for a decimal number from iMin to iMax, with nothing behind it. riNumber holds the default.
+    void addNumber(const QString& rcName, int iMin, int iMax, int& riNumber, const QString& rcDescription);
+
+    /// An option for a text.
+    void addText(const QString& rcName, const QString& rcValueName, QString& rcText,
+                 const QString& rcDescription);
+
+    /// Reads the options, does the work and returns the exit status: 0 when it is done and all of it printed, 1 after
+    /// an exception, which is told on standard error, 2 for wrong options, and 128 + n after the signal n.
+    int run(const std::function<void()>& rcWork);
+
+private:
+    struct SOption {
+        QString cName;
+        std::function<bool(const QString&)> fnTake; ///< false if the value is of no use
+    };
+
+    bool takeOptions() const;
+
+    QCoreApplication m_cApplication;
+    QCommandLineParser m_cParser;
+    std::vector<SOption> m_cOptions;
 };
-
-/// An option for a decimal number from iMin to iMax, with nothing behind it.
-SBenchOption numberOption(const char* pszName, int iMin, int iMax, int& riNumber);
-
-/// --rounds N.
-SBenchOption roundsOption(int& riRounds);
-
-/// Reads the options, and --help besides. Gives the status to end with, or -1 to go on.
-int parseOptions(int iCount, char** ppszArguments, const std::vector<SBenchOption>& rcOptions,
-                 void (*pfnPrintUsage)(std::ostream&));
-
-/// Does the work and returns the exit status: 0 when it is done and all of it printed, 1 after an exception,
-/// which is told on standard error, and 128 + n after the signal n.
-int runBench(const char* pszProgram, const std::function<void()>& rcWork);
 
 /// The rounds that are measured, and those of warming up before them, which are dropped. The function gets the number of
 /// the round. Looks for an interruption before each.
 CRoundStatistics measureRounds(int iRounds, const std::function<CRoundStatistics::CRound(int)>& rcMeasure);
 
-/// Prints the table, what its figures are the medians of, such as "40 rounds", and the warning below.
+/// Prints the table, what its figures are the medians of, such as "40 rounds", and a warning if this isn't the build
+/// that is shipped.
 void printRatios(const CRatioTable& rcTable, const std::string& rcRounds);
-
-/// Says below the table that it is worth nothing, if this isn't the build that is shipped.
-void printBuildWarning();
 
 #endif

@@ -1,8 +1,12 @@
 #include "bench/CBusClient.h"
 
-#include "bench/CProcess.h"
-#include "bench/Timeouts.h"
 #include "tests/support/CInterruption.h"
+#include "tests/support/Timeouts.h"
+
+#include <QEventLoop>
+#include <QProcess>
+#include <QSocketNotifier>
+#include <QTimer>
 
 #include <cstdint>
 #include <memory>
@@ -116,15 +120,26 @@ CBusClient::~CBusClient()
     sd_bus_close_unref(m_pcBus);
 }
 
-void CBusClient::waitForName(const std::string& rcName, const CProcess& rcOwner)
+bool CBusClient::waitForName(const std::string& rcName, const QProcess& rcOwner)
 {
+    enum { READABLE, ENDED, LATE };
+    QEventLoop cLoop;
+    const QSocketNotifier cBus(sd_bus_get_fd(m_pcBus), QSocketNotifier::Read);
+    QObject::connect(&cBus, &QSocketNotifier::activated, &cLoop, [&cLoop] { cLoop.exit(READABLE); });
+    QObject::connect(&rcOwner, &QProcess::stateChanged, &cLoop, [&cLoop](QProcess::ProcessState eState) {
+        if (eState == QProcess::NotRunning)
+            cLoop.exit(ENDED);
+    });
+    QTimer::singleShot(TIMEOUT_PROCESS_MS, &cLoop, [&cLoop] { cLoop.exit(LATE); });
     bool bOwned = false;
     const CSlot cSlot = watch(m_pcBus, rcName, bOwned);
     while (!bOwned) {
-        if (!rcOwner.waitFor(sd_bus_get_fd(m_pcBus), TIMEOUT_START_MS))
-            rcOwner.fail("no bus name in time");
+        if (cLoop.exec() != READABLE)
+            return false;
+        CInterruption::check();
         process(m_pcBus);
     }
+    return true;
 }
 
 void CBusClient::waitForEndOfName(const std::string& rcName)

@@ -6,7 +6,7 @@
 
 #include <systemd/sd-bus.h>
 
-class CProcess;
+class QProcess;
 
 /// The one client of all services: what it costs is the same for each of them, and small. An object is named by
 /// the last part of its interface: "videodisplay" is "velmar.haldend.videodisplay" at "/videodisplay".
@@ -24,8 +24,8 @@ public:
     CBusClient(const CBusClient&) = delete;
     CBusClient& operator=(const CBusClient&) = delete;
 
-    /// Waits until a process that was just started owns its name. Its end before that is a failure.
-    void waitForName(const std::string& rcName, const CProcess& rcOwner);
+    /// Waits until a process that was just started owns its name. False if it ends before that, or doesn't get there.
+    bool waitForName(const std::string& rcName, const QProcess& rcOwner);
 
     /// Waits until the bus has noticed that a name's owner has ended.
     void waitForEndOfName(const std::string& rcName);

@@ -33,14 +33,22 @@ CClientMeter::CClientMeter(CStage& rcStage)
 
 double CClientMeter::run(const std::vector<std::string>& rcArguments) const
 {
-    CProcess::SStart cStart;
-    cStart.cArguments = rcArguments;
-    cStart.cEnvironment = {"LC_ALL=C.UTF-8", "DBUS_SYSTEM_BUS_ADDRESS=" + m_rcStage.busAddress()};
-    cStart.cLogFile = m_rcStage.file("client.log");
+    QStringList cArguments;
+    for (const std::string& rcArgument : rcArguments)
+        cArguments << QString::fromStdString(rcArgument);
+    QProcessEnvironment cEnvironment;
+    cEnvironment.insert(QStringLiteral("PATH"), qEnvironmentVariable("PATH"));
+    cEnvironment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    cEnvironment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"),
+                        QString::fromStdString(m_rcStage.busAddress()));
+    CChildProcess cProcess;
+    cProcess.setProcessEnvironment(cEnvironment);
+    cProcess.setProcessChannelMode(QProcess::MergedChannels);
+    cProcess.setStandardOutputFile(QString::fromStdString(m_rcStage.file("client.log")), QIODevice::Append);
     const CClock::time_point cBegin = CClock::now();
-    const CProcess cProcess(cStart);
-    if (!cProcess.waitFor(-1, TIMEOUT_MS))
-        cProcess.fail("doesn't end");
+    cProcess.start(cArguments.takeFirst(), cArguments);
+    if (!cProcess.waitForFinished(TIMEOUT_MS) || cProcess.exitCode() != 0)
+        throw std::runtime_error(rcArguments.front() + " fails");
     return millisecondsSince(cBegin);
 }
 

@@ -14,7 +14,6 @@
 #include <numeric>
 #include <stdexcept>
 
-#include <malloc.h>
 #include <unistd.h>
 
 namespace
@@ -106,11 +105,11 @@ struct COverlayMeter::SProcedure {
 // In the order of EOperation.
 const COverlayMeter::SProcedure COverlayMeter::PROCEDURES[OPERATIONS] = {
     {FRAME_CALLS,
-     &COverlayMeter::prepareFrameWarm,
+     &COverlayMeter::prepareFrame,
      {&COverlayMeter::readFrame, &COverlayMeter::readFrameLeast},
      {&COverlayMeter::isFrameMirrored, &COverlayMeter::isFrameAlike}   },
     {FRAME_CALLS,
-     &COverlayMeter::prepareFrameWarm,
+     &COverlayMeter::prepareFrame,
      {&COverlayMeter::writeFrame, &COverlayMeter::writeFrameLeast},
      {&COverlayMeter::isFrameSplit, &COverlayMeter::isFrameAlike}      },
     {GLYPH_CALLS,
@@ -121,14 +120,6 @@ const COverlayMeter::SProcedure COverlayMeter::PROCEDURES[OPERATIONS] = {
      &COverlayMeter::clearTextLine,
      {&COverlayMeter::drawTextLine, &COverlayMeter::drawTextLineLeast},
      {&COverlayMeter::isTextLineThere, &COverlayMeter::isTextLineThere}},
-    {FRAME_CALLS,
-     &COverlayMeter::prepareFrameFresh,
-     {&COverlayMeter::readFrame, &COverlayMeter::readFrameLeast},
-     {&COverlayMeter::isFrameMirrored, &COverlayMeter::isFrameAlike}   },
-    {FRAME_CALLS,
-     &COverlayMeter::prepareFrameFresh,
-     {&COverlayMeter::writeFrame, &COverlayMeter::writeFrameLeast},
-     {&COverlayMeter::isFrameSplit, &COverlayMeter::isFrameAlike}      },
 };
 
 COverlayMeter::COverlayMeter(const std::string& rcDevice)
@@ -163,26 +154,16 @@ double COverlayMeter::measure(ESide eSide, EOperation eOperation)
     return cTime.count() / rsProcedure.iCalls;
 }
 
-// Never the same frame twice, so that one that was moved before can't pass for this one.
+// Never the same frame twice, so that one that was moved before can't pass for this one. The library's working memory
+// is warm: the C library keeps such a block from the third call on.
 void COverlayMeter::prepareFrame()
 {
+    get_video_image_from_fpga(bytes(m_cScratch), 0, VIDEO_IMAGE_SIZE);
     std::iota(m_cScratch.begin(), m_cScratch.end(), m_u32Pattern);
     m_u32Pattern += FRAME_WORDS;
     writeAt(FPGA_VIDEO_IMAGE, m_cScratch.data(), VIDEO_IMAGE_SIZE);
     std::iota(m_cFrame.begin(), m_cFrame.end(), m_u32Pattern);
     m_u32Pattern += FRAME_WORDS;
-}
-
-void COverlayMeter::prepareFrameWarm()
-{
-    get_video_image_from_fpga(bytes(m_cScratch), 0, VIDEO_IMAGE_SIZE);
-    prepareFrame();
-}
-
-void COverlayMeter::prepareFrameFresh()
-{
-    prepareFrame();
-    malloc_trim(0);
 }
 
 void COverlayMeter::clearGlyphs()

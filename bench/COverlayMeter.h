@@ -18,12 +18,10 @@ enum ESide {
 
 /// What is measured of them: microseconds a call.
 enum EOperation {
-    eFrameRead,       ///< the stored frame out of the FPGA; the least is the read and one copy
-    eFrameWrite,      ///< a frame into the FPGA; the least is one copy and the write
-    eGlyphSet,        ///< another glyph set into the FPGA; the least is a byte-pair swap and the write
-    eTextLine,        ///< a text of 53 cells on the screen; the least is a seek and a write a cell
-    eFrameReadFresh,  ///< as above, but the library's working memory is new from the kernel, as it is in the
-    eFrameWriteFresh, ///< first calls of a process; the least works in memory that it has
+    eFrameRead,  ///< the stored frame out of the FPGA; the least is the read and one copy
+    eFrameWrite, ///< a frame into the FPGA; the least is one copy and the write
+    eGlyphSet,   ///< another glyph set into the FPGA; the least is a byte-pair swap and the write
+    eTextLine,   ///< a text of 53 cells on the screen; the least is a seek and a write a cell
     OPERATIONS
 };
 
@@ -49,8 +47,6 @@ private:
     static const SProcedure PROCEDURES[OPERATIONS];
 
     void prepareFrame();
-    void prepareFrameWarm();
-    void prepareFrameFresh();
     void clearGlyphs();
     void clearTextLine();
 

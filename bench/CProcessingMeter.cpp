@@ -1,5 +1,6 @@
 #include "bench/CProcessingMeter.h"
 
+#include "bench/ProcessFigures.h"
 #include "fpga/video_image.h"
 #include "hw/video_geometry.h"
 
@@ -17,11 +18,7 @@ namespace
 using CClock = std::chrono::steady_clock;
 
 const char* const OBJECT = "videoprocessing";
-const char* const CODEC_OBJECT = "Record";
-const char* const BARE_OBJECT = "videodisplay";
-const char* const BARE_GETTER = "get_displayed_video_width";
 const char* const FILM = "film.ts";
-const int CODEC_QUALITY = 3; // what the daemon sends
 const int RECORDINGS = 50;
 const unsigned int IDLE_TIME_S = 2;
 
@@ -76,7 +73,7 @@ double CProcessingMeter::record(EProcessingSide eSide)
 {
     const CClock::time_point cStart = CClock::now();
     for (int i = 0; i < RECORDINGS; ++i)
-        eSide == eSdBusProcessing ? recordWithoutService() : recordWith(service(eSide));
+        recordWith(service(eSide));
     return microsecondsSince(cStart) / RECORDINGS;
 }
 
@@ -86,16 +83,6 @@ void CProcessingMeter::recordWith(const std::string& rcName)
     expect(rcClient.call(rcName, OBJECT, "start_video_recording", "s", m_cStage.file(FILM).c_str()) == 0 &&
                rcClient.get(rcName, OBJECT, "stop_video_recording") == 0,
            "no recording");
-}
-
-void CProcessingMeter::recordWithoutService()
-{
-    CBusClient& rcClient = m_cStage.client();
-    const std::string& rcCodec = m_pcCodec->cBusName;
-    rcClient.call(rcCodec, CODEC_OBJECT, "record", "si", m_cStage.file(FILM).c_str(), CODEC_QUALITY);
-    rcClient.get(m_pcPoll->cBusName, BARE_OBJECT, BARE_GETTER);
-    rcClient.call(rcCodec, CODEC_OBJECT, "stop", "");
-    rcClient.get(m_pcPoll->cBusName, BARE_OBJECT, BARE_GETTER);
 }
 
 double CProcessingMeter::saveStillImage(EProcessingSide eSide)
@@ -125,18 +112,19 @@ void CProcessingMeter::expectSameImage()
 
 void CProcessingMeter::measureIdle(CRoundStatistics::CRound& rcRound)
 {
-    const CProcess* const apcProcesses[] = {&m_pcDaemon->cProcess, &m_pcPoll->cProcess}; // by side
+    const std::int64_t ai64Processes[] = {m_pcDaemon->cProcess.processId(),
+                                          m_pcPoll->cProcess.processId()}; // by side
     std::uint64_t au64Sleeps[] = {0, 0};
     std::uint64_t au64Cpu[] = {0, 0};
-    for (std::size_t i = 0; i < std::size(apcProcesses); ++i) {
-        au64Sleeps[i] = apcProcesses[i]->sleeps();
-        au64Cpu[i] = apcProcesses[i]->cpuTime();
+    for (std::size_t i = 0; i < std::size(ai64Processes); ++i) {
+        au64Sleeps[i] = sleeps(ai64Processes[i]);
+        au64Cpu[i] = processorTime(ai64Processes[i]);
     }
     sleep(IDLE_TIME_S);
-    for (std::size_t i = 0; i < std::size(apcProcesses); ++i) {
+    for (std::size_t i = 0; i < std::size(ai64Processes); ++i) {
         rcRound[i][eIdleWakeUps] =
-            static_cast<double>(apcProcesses[i]->sleeps() - au64Sleeps[i]) / IDLE_TIME_S;
+            static_cast<double>(sleeps(ai64Processes[i]) - au64Sleeps[i]) / IDLE_TIME_S;
         rcRound[i][eIdleCpu] =
-            static_cast<double>(apcProcesses[i]->cpuTime() - au64Cpu[i]) / 1e3 / IDLE_TIME_S;
+            static_cast<double>(processorTime(ai64Processes[i]) - au64Cpu[i]) / 1e3 / IDLE_TIME_S;
     }
 }

@@ -10,7 +10,6 @@
 enum EProcessingSide {
     eProcessing,      ///< the daemon
     eLeastProcessing, ///< the least that does the same in Qt; see the figures
-    eSdBusProcessing, ///< for recordings alone: the client calls the codec itself, and a bare service as often
     PROCESSING_SIDES
 };
 
@@ -29,17 +28,16 @@ class CProcessingMeter
 public:
     CProcessingMeter();
 
-    /// eRecording of a side, or eStillImage of one of the first two.
+    /// eRecording or eStillImage of a side.
     double measure(EProcessingSide eSide, EProcessingFigure eFigure);
 
-    /// Both idle figures of the first two sides at the same time, which takes two seconds.
+    /// Both idle figures of both sides at the same time, which takes two seconds.
     void measureIdle(CRoundStatistics::CRound& rcRound);
 
 private:
     const std::string& service(EProcessingSide eSide) const; ///< bus name
     double record(EProcessingSide eSide);
     void recordWith(const std::string& rcName);
-    void recordWithoutService();
     double saveStillImage(EProcessingSide eSide);
     void expectSameImage();
 

@@ -17,15 +17,11 @@ std::string number(double dValue, int iDecimals)
 
 std::string goal(const SRatioRow& rsRow)
 {
-    if (rsRow.eGoal == eNone)
-        return "-";
     return (rsRow.eGoal == eAtMost ? "≤ " : "≥ ") + number(rsRow.dLimit, 2);
 }
 
 std::string result(const SRatioRow& rsRow, double dRatio)
 {
-    if (rsRow.eGoal == eNone)
-        return "-";
     const bool bMet = rsRow.eGoal == eAtMost ? dRatio <= rsRow.dLimit : dRatio >= rsRow.dLimit;
     return bMet ? "met" : "MISSED";
 }

@@ -7,7 +7,7 @@
 #include <string>
 
 // What a goal demands of a ratio.
-enum EGoal { eNone, eAtMost, eAtLeast };
+enum EGoal { eAtMost, eAtLeast };
 
 /// How a figure is printed.
 struct SUnit {

@@ -1,5 +1,7 @@
 #include "bench/CRoundMeter.h"
 
+#include "bench/ProcessFigures.h"
+#include "hw/lime_registers.h"
 #include "tests/support/CInterruption.h"
 
 #include <chrono>
@@ -31,10 +33,16 @@ void get(CBusClient& rcClient, const std::string& rcBusName)
 
 } // namespace
 
+CRoundMeter::CRoundMeter(int iCalls) : m_iCalls(iCalls)
+{
+    for (int i = 0; i < SERVICES; ++i)
+        m_pcServices[i] = m_cStage.start(static_cast<EService>(i));
+}
+
 CFigures CRoundMeter::measure(EService eService)
 {
     CFigures cFigures(FIGURES);
-    const SService& rcService = m_rcScene.service(eService);
+    const SService& rcService = *m_pcServices[eService];
     try {
         measureGetter(rcService, cFigures);
         measureOneWay(rcService, cFigures);
@@ -43,7 +51,7 @@ CFigures CRoundMeter::measure(EService eService)
     } catch (const CInterruption&) {
         throw;
     } catch (const std::exception& rcError) {
-        rcService.cProcess.fail(rcError.what());
+        rcService.fail(rcError.what());
     }
     return cFigures;
 }
@@ -51,13 +59,13 @@ CFigures CRoundMeter::measure(EService eService)
 void CRoundMeter::measureGetter(const SService& rcService, CFigures& rcFigures)
 {
     std::vector<double> cLatencies(static_cast<std::size_t>(m_iCalls));
-    const std::uint64_t u64CpuBefore = rcService.cProcess.cpuTime();
+    const std::uint64_t u64CpuBefore = processorTime(rcService.cProcess.processId());
     for (double& rdLatency : cLatencies) {
         const CClock::time_point cStart = CClock::now();
-        get(m_rcScene.client(), rcService.cBusName);
+        get(m_cStage.client(), rcService.cBusName);
         rdLatency = secondsSince(cStart) * 1e6;
     }
-    const std::uint64_t u64Cpu = rcService.cProcess.cpuTime() - u64CpuBefore;
+    const std::uint64_t u64Cpu = processorTime(rcService.cProcess.processId()) - u64CpuBefore;
     rcFigures[eGetterLatency] = median(cLatencies);
     rcFigures[eGetterCpu] = static_cast<double>(u64Cpu) / 1e3 / m_iCalls;
 }
@@ -65,7 +73,7 @@ void CRoundMeter::measureGetter(const SService& rcService, CFigures& rcFigures)
 void CRoundMeter::measureOneWay(const SService& rcService, CFigures& rcFigures)
 {
     const int iCalls = m_iCalls * ONE_WAY_FACTOR;
-    CBusClient& rcClient = m_rcScene.client();
+    CBusClient& rcClient = m_cStage.client();
     const CClock::time_point cStart = CClock::now();
     for (int i = iCalls - 1; i >= 0; --i)
         rcClient.send(rcService.cBusName, OBJECT, ONE_WAY, "ii", LAST_X + i, LAST_Y + i);
@@ -77,6 +85,6 @@ void CRoundMeter::measureOneWay(const SService& rcService, CFigures& rcFigures)
 
 void CRoundMeter::expectStored() const
 {
-    if (m_rcScene.board().videoPosition() != (LAST_Y << 16 | LAST_X))
+    if (m_cStage.board().limeRegister(CBoard::LIME_DISPLAY, LIME_L1WXY) != (LAST_Y << 16 | LAST_X))
         throw std::runtime_error("the setter doesn't reach the display controller");
 }

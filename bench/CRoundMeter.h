@@ -2,7 +2,9 @@
 #define HALDEND_BENCH_CROUNDMETER_H
 
 #include "bench/CRoundStatistics.h"
-#include "bench/CScene.h"
+#include "bench/CStage.h"
+
+#include <memory>
 
 /// What a round finds out about a service.
 enum EFigure {
@@ -12,13 +14,13 @@ enum EFigure {
     FIGURES
 };
 
-/// One short round with one service: getters one by one, then a burst of one-way setters. Throws when a
-/// service doesn't do what it is measured for.
+/// All services at work, side by side from the beginning to the end, and one short round with one of them: getters one
+/// by one, then a burst of one-way setters. Throws when a service doesn't do what it is measured for.
 class CRoundMeter
 {
 public:
     /// iCalls getters and four times as many one-way calls a round.
-    CRoundMeter(CScene& rcScene, int iCalls) : m_rcScene(rcScene), m_iCalls(iCalls) {}
+    explicit CRoundMeter(int iCalls);
 
     CFigures measure(EService eService);
 
@@ -27,7 +29,8 @@ private:
     void measureOneWay(const SService& rcService, CFigures& rcFigures);
     void expectStored() const;
 
-    CScene& m_rcScene;
+    CStage m_cStage;
+    std::unique_ptr<SService> m_pcServices[SERVICES];
     int m_iCalls;
 };
 

@@ -1,65 +1,98 @@
 #include "bench/CStage.h"
 
+#include <QFile>
+
+#include <stdexcept>
+
 namespace
 {
 
 struct SProgram {
-    std::string cBusName;
-    std::vector<std::string> cArguments;
+    QString cBusName;
+    QString cProgram;
+    QStringList cArguments;
 };
 
-SProgram daemonProgram(const CVirtualBoard& rcBoard)
+SProgram bareQtProgram(const QString& rcBusName, const QStringList& rcRole = {})
 {
-    return {
-        "velmar.haldend",
-        {BENCH_DAEMON, "-i", rcBoard.device("i2c-1"), "-f", rcBoard.device("fpgamem"), "-l",
-          rcBoard.device("fb0")}
-    };
+    return {rcBusName, QStringLiteral(BENCH_BARE_QT_SERVICE), QStringList(rcBusName) + rcRole};
 }
 
-SProgram bareQtProgram(const std::string& rcBusName, const std::vector<std::string>& rcRole = {})
-{
-    std::vector<std::string> cArguments = {BENCH_BARE_QT_SERVICE, rcBusName};
-    cArguments.insert(cArguments.end(), rcRole.begin(), rcRole.end());
-    return {rcBusName, cArguments};
-}
-
-SProgram program(EService eService, const CVirtualBoard& rcBoard)
+SProgram program(EService eService, const CBoard& rcBoard)
 {
     switch (eService) {
     case eBareQt:
-        return bareQtProgram("velmar.bench.qt");
+        return bareQtProgram(QStringLiteral("velmar.bench.qt"));
     case eBareQtOverlay:
-        return bareQtProgram("velmar.bench.overlay", {"overlay", rcBoard.device("fpgamem")});
+        return bareQtProgram(QStringLiteral("velmar.bench.overlay"),
+                             {QStringLiteral("overlay"), rcBoard.path(BOARD_FPGA)});
     case eBareQtProcessing:
-        return bareQtProgram("velmar.bench.processing", {"processing", rcBoard.device("fpgamem")});
+        return bareQtProgram(QStringLiteral("velmar.bench.processing"),
+                             {QStringLiteral("processing"), rcBoard.path(BOARD_FPGA)});
     case eBareQtPoll:
-        return bareQtProgram("velmar.bench.poll", {"poll", rcBoard.device("i2c-1")});
+        return bareQtProgram(QStringLiteral("velmar.bench.poll"),
+                             {QStringLiteral("poll"), rcBoard.path(BOARD_I2C)});
     case eBareCodec:
-        return bareQtProgram("velmar.mobilygen", {"codec"});
-    case eSdBus:
-        return {
-            "velmar.bench.sdbus", {BENCH_SDBUS_SERVICE, "velmar.bench.sdbus"}
-        };
+        return bareQtProgram(QStringLiteral("velmar.mobilygen"), {QStringLiteral("codec")});
     default:
-        return daemonProgram(rcBoard);
+        return {QStringLiteral("velmar.haldend"), QStringLiteral(HALDEND_EXECUTABLE),
+                CTemporaryBoard::deviceOptions(rcBoard.directory())};
     }
+}
+
+void expect(bool bDone, const QString& rcWrong)
+{
+    if (!bDone)
+        throw std::runtime_error(rcWrong.toStdString());
 }
 
 } // namespace
 
-CStage::CStage() : m_cBus(m_cDirectory), m_cBoard(m_cDirectory), m_cClient(m_cBus.address()) {}
+void SService::fail(const std::string& rcReason) const
+{
+    QFile cLog(cLogFile);
+    const QByteArray cText = cLog.open(QIODevice::ReadOnly) ? cLog.readAll() : QByteArray();
+    throw std::runtime_error(cBusName + ": " + rcReason + "\n" + cText.toStdString());
+}
+
+CStage::CStage()
+{
+    const bool bBus = m_cBus.start();
+    expect(bBus, m_cBus.error());
+    const bool bBoard = m_cBoard.make();
+    expect(bBoard, m_cBoard.error());
+    m_pcClient = std::make_unique<CBusClient>(m_cBus.address().toStdString());
+}
+
+std::string CStage::file(const std::string& rcName) const
+{
+    return m_cFolder.filePath(QString::fromStdString(rcName)).toStdString();
+}
+
+// Nothing inherited but PATH.
+QProcessEnvironment CStage::environment() const
+{
+    QProcessEnvironment cEnvironment;
+    cEnvironment.insert(QStringLiteral("PATH"), qEnvironmentVariable("PATH"));
+    cEnvironment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    cEnvironment.insert(QStringLiteral("TZ"), QStringLiteral("UTC"));
+    cEnvironment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), m_cBus.address());
+    CTemporaryBoard::addTo(cEnvironment, board().directory());
+    return cEnvironment;
+}
 
 std::unique_ptr<SService> CStage::start(EService eService)
 {
-    const SProgram sProgram = program(eService, m_cBoard);
-    CProcess::SStart cStart;
-    cStart.cArguments = sProgram.cArguments;
-    cStart.cEnvironment = m_cBoard.environment();
-    cStart.cEnvironment.insert(cStart.cEnvironment.end(),
-                               {"LC_ALL=C.UTF-8", "TZ=UTC", "DBUS_SYSTEM_BUS_ADDRESS=" + m_cBus.address()});
-    cStart.cLogFile = m_cDirectory.file(sProgram.cBusName + ".log");
-    std::unique_ptr<SService> pcService(new SService{sProgram.cBusName, CProcess(cStart)});
-    m_cClient.waitForName(pcService->cBusName, pcService->cProcess);
+    const SProgram sProgram = program(eService, board());
+    auto pcService = std::make_unique<SService>();
+    pcService->cBusName = sProgram.cBusName.toStdString();
+    pcService->cLogFile = m_cFolder.filePath(sProgram.cBusName + QStringLiteral(".log"));
+    CChildProcess& rcProcess = pcService->cProcess;
+    rcProcess.setProcessEnvironment(environment());
+    rcProcess.setProcessChannelMode(QProcess::MergedChannels);
+    rcProcess.setStandardOutputFile(pcService->cLogFile, QIODevice::Append);
+    rcProcess.start(sProgram.cProgram, sProgram.cArguments);
+    if (!m_pcClient->waitForName(pcService->cBusName, rcProcess))
+        pcService->fail("no bus name in time");
     return pcService;
 }

@@ -2,10 +2,10 @@
 #define HALDEND_BENCH_CSTAGE_H
 
 #include "bench/CBusClient.h"
-#include "bench/CBusDaemon.h"
-#include "bench/CProcess.h"
-#include "bench/CTemporaryDirectory.h"
-#include "bench/CVirtualBoard.h"
+#include "tests/support/CChildProcess.h"
+#include "tests/support/CMemoryFolder.h"
+#include "tests/support/CPrivateBus.h"
+#include "tests/support/CTemporaryBoard.h"
 
 #include <memory>
 #include <string>
@@ -14,7 +14,6 @@
 enum EService {
     eDaemon, ///< the daemon as it is shipped
     eBareQt, ///< its interface in Qt with nothing behind it
-    eSdBus,  ///< its interface in C with nothing behind it
     SERVICES,
     eBareQtOverlay = SERVICES, ///< the overlay in Qt with nothing behind it but the device calls
     eBareQtProcessing,         ///< recordings and still images in Qt, with the least behind them
@@ -22,10 +21,14 @@ enum EService {
     eBareCodec                 ///< in the codec service's place, one that does nothing but answer
 };
 
-/// One of them at work.
+/// One of them at work. What it says goes to a log file, which is shown only when something failed.
 struct SService {
     std::string cBusName;
-    CProcess cProcess;
+    QString cLogFile;
+    CChildProcess cProcess;
+
+    /// Throws std::runtime_error: the bus name, the reason, and the log.
+    [[noreturn]] void fail(const std::string& rcReason) const;
 };
 
 /// Bus, board and client, and what it takes to put a service among them. All are gone with the object, with their
@@ -33,27 +36,29 @@ struct SService {
 class CStage
 {
 public:
-    /// Throws, with the log of the program that is to blame, when something doesn't come up.
+    /// Throws std::runtime_error when something doesn't come up.
     CStage();
 
-    CBusClient& client() { return m_cClient; }
-    const CVirtualBoard& board() const { return m_cBoard; }
+    CBusClient& client() { return *m_pcClient; }
+    const CBoard& board() const { return m_cBoard.board(); }
 
     /// What DBUS_SYSTEM_BUS_ADDRESS has to hold for other clients.
-    const std::string& busAddress() const { return m_cBus.address(); }
+    std::string busAddress() const { return m_cBus.address().toStdString(); }
 
     /// Path of a file that is gone with the stage; in memory where the system offers that.
-    std::string file(const std::string& rcName) const { return m_cDirectory.file(rcName); }
+    std::string file(const std::string& rcName) const;
 
     /// Starts a service, and returns when it owns its bus name. The references get the daemon's environment, the
-    /// preloaded board included: it costs all of them the same. Throws like the constructor.
+    /// preloaded board included: it costs all of them the same. Throws like the constructor, with the service's log.
     std::unique_ptr<SService> start(EService eService);
 
 private:
-    CTemporaryDirectory m_cDirectory;
-    CBusDaemon m_cBus;
-    CVirtualBoard m_cBoard;
-    CBusClient m_cClient;
+    QProcessEnvironment environment() const;
+
+    CMemoryFolder m_cFolder;
+    CPrivateBus m_cBus;
+    CTemporaryBoard m_cBoard;
+    std::unique_ptr<CBusClient> m_pcClient;
 };
 
 #endif

@@ -1,5 +1,7 @@
 #include "bench/CStartupMeter.h"
 
+#include "bench/ProcessFigures.h"
+
 #include <chrono>
 
 namespace
@@ -20,9 +22,8 @@ CFigures CStartupMeter::measure(EService eService)
     cFigures[eStartTime] = std::chrono::duration<double, std::milli>(CClock::now() - cStart).count();
 
     m_rcStage.client().get(pcService->cBusName, OBJECT, GETTER);
-    const CProcess::SMemory sMemory = pcService->cProcess.residentMemory(m_rcStage.board().path());
-    cFigures[eResident] = static_cast<double>(sMemory.u64Elsewhere);
-    cFigures[eResidentBoard] = static_cast<double>(sMemory.u64Elsewhere + sMemory.u64Below);
+    cFigures[eResident] = static_cast<double>(
+        residentMemory(pcService->cProcess.processId(), m_rcStage.board().directory().toStdString()));
 
     const std::string cBusName = pcService->cBusName;
     pcService.reset();

@@ -6,9 +6,8 @@
 
 /// What a start finds out about a service.
 enum EStartupFigure {
-    eStartTime,     ///< milliseconds from the new process to its bus name
-    eResident,      ///< kilobytes of memory that it has when it is idle, the board's left out
-    eResidentBoard, ///< kilobytes of that, and of the board's
+    eStartTime, ///< milliseconds from the new process to its bus name
+    eResident,  ///< kilobytes of memory that it has when it is idle, the board's left out
     STARTUP_FIGURES
 };
 

@@ -14,6 +14,7 @@ using CClock = std::chrono::steady_clock;
 const char* const OBJECT = "videooverlay";
 const char* const TEXT = "20 characters, all x";
 const int STRINGS = 1000;
+const int CALLS_AT_ONCE = 250;  // one way, until the service has caught up
 const int CREATIONS_MIN = 5000; // of small numbers of texts several times
 
 // Positions are bytes. Below the visible rows nothing is drawn, and all texts have places of their own.
@@ -46,6 +47,9 @@ double CTextMeter::measure(ETextSide eSide, ETextFigure eFigure)
     const std::string& rcName = service(eSide).cBusName;
     if (eFigure == eStringRate)
         return rateOfStrings(rcName);
+    if (eFigure == eDestroy)
+        return destroy(eSide == eTexts ? TEXT_COUNTS[eCreateMany - eCreateFew]
+                                       : TEXT_COUNTS[eCreateSome - eCreateFew]);
     return create(rcName, TEXT_COUNTS[eFigure - eCreateFew]);
 }
 
@@ -92,17 +96,22 @@ double CTextMeter::createOnce(const std::string& rcName, int iTexts)
     return dMicroseconds;
 }
 
-double CTextMeter::destroy(int iTexts, bool bVisible)
+// In places of their own: of texts that overlap, each that goes has its neighbours drawn again.
+double CTextMeter::destroy(int iTexts)
 {
     CBusClient& rcClient = m_cStage.client();
     const std::string& rcName = service(eTexts).cBusName;
-    for (int i = 0; i < iTexts; ++i) {
-        const int iText = rcClient.get(rcName, OBJECT, "create_text");
-        if (!bVisible)
-            continue;
-        rcClient.send(rcName, OBJECT, "set_text_position", "iii", iText, i % PLACES_A_ROW,
-                      FIRST_HIDDEN_ROW + i / PLACES_A_ROW % HIDDEN_ROWS);
+    for (int iText = 1; iText <= iTexts; ++iText) {
+        if (iText < iTexts)
+            rcClient.send(rcName, OBJECT, "create_text", "");
+        else if (rcClient.get(rcName, OBJECT, "create_text") != iTexts)
+            throw std::runtime_error("not every text was made");
+        rcClient.send(rcName, OBJECT, "set_text_string", "is", iText, "x");
+        rcClient.send(rcName, OBJECT, "set_text_position", "iii", iText, iText % PLACES_A_ROW,
+                      FIRST_HIDDEN_ROW + iText / PLACES_A_ROW % HIDDEN_ROWS);
         rcClient.send(rcName, OBJECT, "show_text", "i", iText);
+        if (iText % CALLS_AT_ONCE == 0)
+            barrier(rcName);
     }
     barrier(rcName);
     const CClock::time_point cStart = CClock::now();

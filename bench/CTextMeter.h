@@ -20,6 +20,7 @@ enum ETextFigure {
     eCreateSome, ///< one of 1,000
     eCreateMany, ///< one of 10,000
     eCreateAll,  ///< one of 65,535, as many as there can be
+    eDestroy,    ///< microseconds a visible text, all of 10,000 at once. Least: of 1,000, by the daemon too
     TEXT_FIGURES
 };
 
@@ -35,13 +36,11 @@ public:
     /// A figure of a side. Texts that it made are gone afterwards.
     double measure(ETextSide eSide, ETextFigure eFigure);
 
-    /// Microseconds a text to destroy so many of them at once: hidden ones, or visible ones in different places.
-    double destroy(int iTexts, bool bVisible);
-
 private:
     const SService& service(ETextSide eSide) const { return *m_pcServices[eSide]; }
     double rateOfStrings(const std::string& rcName);
     double create(const std::string& rcName, int iTexts);
+    double destroy(int iTexts);
     double createOnce(const std::string& rcName, int iTexts);
     void barrier(const std::string& rcName);
 

@@ -17,22 +17,8 @@ const SUnit MILLISECONDS = {1, "ms"};
 
 const SRatioRow ROWS[] = {
     {"haldenctl status",       eOneCall, MILLISECONDS, eBusctl, "busctl call",          eAtMost, 2.00},
-    {"1000 texts from a file", eTexts,   MILLISECONDS, eBusctl, "sd-bus, call by call", eNone,   0   },
+    {"1000 texts from a file", eTexts,   MILLISECONDS, eBusctl, "sd-bus, call by call", eAtMost, 1.00},
 };
-
-void printUsage(std::ostream& rcStream)
-{
-    rcStream << "Usage: ctl_bench [--rounds N]\n"
-                "\n"
-                "Measures haldenctl beside busctl, with a daemon, a bus and a virtual board of its own.\n"
-                "\n"
-                "  --rounds N  runs of each, at least "
-             << ROUNDS_MIN << "; default " << SOptions().iRounds
-             << "\n"
-                "  --help      this text\n"
-                "\n"
-                "Exit status: 0 measured, whatever came out; 1 not measured; 2 wrong options.\n";
-}
 
 void measure(const SOptions& rsOptions)
 {
@@ -54,12 +40,11 @@ void measure(const SOptions& rsOptions)
 int main(int iCount, char** ppszArguments)
 {
     SOptions sOptions;
-    const std::vector<SBenchOption> cOptions = {
-        roundsOption(sOptions.iRounds),
-    };
-    const int iStatus = parseOptions(iCount, ppszArguments, cOptions, printUsage);
-    if (iStatus != -1)
-        return iStatus;
-
-    return runBench("ctl_bench", [&sOptions] { measure(sOptions); });
+    CBenchProgram cProgram(
+        iCount, ppszArguments,
+        QStringLiteral(
+            "Measures haldenctl beside busctl, with a daemon, a bus and a virtual board of its own."));
+    cProgram.addNumber(QStringLiteral("rounds"), ROUNDS_MIN, ROUNDS_MAX, sOptions.iRounds,
+                       QStringLiteral("runs of each"));
+    return cProgram.run([&sOptions] { measure(sOptions); });
 }

@@ -4,25 +4,23 @@
  * takes its library preloaded: so the program makes a board and starts itself again on it. */
 #include "bench/BenchProgram.h"
 #include "bench/COverlayMeter.h"
-#include "bench/CProcess.h"
 #include "bench/CRatioTable.h"
-#include "bench/CTemporaryDirectory.h"
-#include "bench/CVirtualBoard.h"
+#include "tests/support/CChildProcess.h"
 #include "tests/support/CInterruption.h"
+#include "tests/support/CTemporaryBoard.h"
 
-#include <filesystem>
-#include <iostream>
+#include <stdexcept>
 #include <string>
-
-#include <unistd.h>
 
 namespace
 {
 
 struct SOptions {
     int iRounds = 200;
-    std::string cBoard;
+    QString cBoard;
 };
+
+const int PAUSE_MS = 100; // between two looks for an interruption
 
 const SUnit MICROSECONDS = {1, "µs"};
 const char* const COPY = "one memcpy, transfer";
@@ -31,31 +29,11 @@ const char* const CELL = "seek, write a cell";
 
 // A benchmark is a row here, and an operation of the meter.
 const SRatioRow ROWS[] = {
-    {"get_video_image_from_fpga",               eFrameRead,       MICROSECONDS, eLeast, COPY, eAtMost, 2.0 },
-    {"write_video_image_to_fpga",               eFrameWrite,      MICROSECONDS, eLeast, COPY, eAtMost, 2.0 },
-    {"load_font, another set",                  eGlyphSet,        MICROSECONDS, eLeast, SWAP, eAtMost, 1.3 },
-    {"drawText, 53 cells",                      eTextLine,        MICROSECONDS, eLeast, CELL, eAtMost, 1.25},
-    {"get_video_image_from_fpga, fresh memory", eFrameReadFresh,  MICROSECONDS, eLeast, COPY, eNone,   0   },
-    {"write_video_image_to_fpga, fresh memory", eFrameWriteFresh, MICROSECONDS, eLeast, COPY, eNone,   0   },
+    {"get_video_image_from_fpga", eFrameRead,  MICROSECONDS, eLeast, COPY, eAtMost, 2.0 },
+    {"write_video_image_to_fpga", eFrameWrite, MICROSECONDS, eLeast, COPY, eAtMost, 2.0 },
+    {"load_font, another set",    eGlyphSet,   MICROSECONDS, eLeast, SWAP, eAtMost, 1.3 },
+    {"drawText, 53 cells",        eTextLine,   MICROSECONDS, eLeast, CELL, eAtMost, 1.25},
 };
-
-void printUsage(std::ostream& rcStream)
-{
-    rcStream
-        << "Usage: fpga_bench [--rounds N] [--board DIR]\n"
-           "\n"
-           "Measures the overlay library beside the least that moves the same bytes, on a virtual board.\n"
-           "\n"
-           "  --rounds N   interleaved rounds, at least "
-        << ROUNDS_MIN << "; default " << SOptions().iRounds
-        << "\n"
-           "  --board DIR  the board on which this process runs, its library preloaded and HALDEN_BOARD "
-           "set;\n"
-           "               its image and glyph memory is overwritten. Default: a board made for the run\n"
-           "  --help       this text\n"
-           "\n"
-           "Exit status: 0 measured, whatever came out; 1 not measured; 2 wrong options.\n";
-}
 
 CRoundStatistics::CRound measureRound(COverlayMeter& rcMeter, int iRound)
 {
@@ -73,7 +51,7 @@ CRoundStatistics::CRound measureRound(COverlayMeter& rcMeter, int iRound)
 
 void measure(const SOptions& rsOptions)
 {
-    COverlayMeter cMeter(rsOptions.cBoard + "/fpgamem");
+    COverlayMeter cMeter(rsOptions.cBoard.toStdString() + "/" BOARD_FPGA);
     const CRoundStatistics cStatistics =
         measureRounds(rsOptions.iRounds, [&cMeter](int iRound) { return measureRound(cMeter, iRound); });
     printRatios(CRatioTable(cStatistics, ROWS), std::to_string(rsOptions.iRounds) + " rounds");
@@ -81,16 +59,23 @@ void measure(const SOptions& rsOptions)
 
 void measureOnNewBoard(const SOptions& rsOptions)
 {
-    const CTemporaryDirectory cDirectory;
-    const CVirtualBoard cBoard(cDirectory);
-    CProcess::SStart cStart;
-    cStart.cArguments = {std::filesystem::read_symlink("/proc/self/exe"), "--board", cBoard.path(),
-                         "--rounds", std::to_string(rsOptions.iRounds)};
-    cStart.cEnvironment = cBoard.environment();
-    cStart.cLogFile = cDirectory.file("fpga_bench.log");
-    cStart.iStandardOutput = STDOUT_FILENO;
-    const CProcess cMeasuring(cStart);
-    cMeasuring.waitFor(-1, -1);
+    CTemporaryBoard cBoard;
+    if (!cBoard.make())
+        throw std::runtime_error(cBoard.error().toStdString());
+    const QString cDirectory = cBoard.board().directory();
+    QProcessEnvironment cEnvironment;
+    cEnvironment.insert(QStringLiteral("PATH"), qEnvironmentVariable("PATH"));
+    CTemporaryBoard::addTo(cEnvironment, cDirectory);
+    CChildProcess cMeasuring;
+    cMeasuring.setProcessEnvironment(cEnvironment);
+    cMeasuring.setProcessChannelMode(QProcess::ForwardedChannels);
+    cMeasuring.start(QCoreApplication::applicationFilePath(),
+                     {QStringLiteral("--board"), cDirectory, QStringLiteral("--rounds"),
+                      QString::number(rsOptions.iRounds)});
+    while (cMeasuring.state() != QProcess::NotRunning && !cMeasuring.waitForFinished(PAUSE_MS))
+        CInterruption::check();
+    if (cMeasuring.exitStatus() != QProcess::NormalExit || cMeasuring.exitCode() != 0)
+        throw std::runtime_error("not measured");
 }
 
 } // namespace
@@ -98,18 +83,16 @@ void measureOnNewBoard(const SOptions& rsOptions)
 int main(int iCount, char** ppszArguments)
 {
     SOptions sOptions;
-    const std::vector<SBenchOption> cOptions = {
-        roundsOption(sOptions.iRounds),
-        {"board",
-                            [&sOptions](const char* pszText) {
-             sOptions.cBoard = pszText;
-             return true;
-         }},
-    };
-    const int iStatus = parseOptions(iCount, ppszArguments, cOptions, printUsage);
-    if (iStatus != -1)
-        return iStatus;
-    return runBench("fpga_bench", [&sOptions] {
-        sOptions.cBoard.empty() ? measureOnNewBoard(sOptions) : measure(sOptions);
-    });
+    CBenchProgram cProgram(
+        iCount, ppszArguments,
+        QStringLiteral(
+            "Measures the overlay library beside the least that moves the same bytes, on a virtual board."));
+    cProgram.addNumber(QStringLiteral("rounds"), ROUNDS_MIN, ROUNDS_MAX, sOptions.iRounds,
+                       QStringLiteral("interleaved rounds"));
+    cProgram.addText(
+        QStringLiteral("board"), QStringLiteral("DIR"), sOptions.cBoard,
+        QStringLiteral("the board on which this process runs, its library preloaded and HALDEN_BOARD set; "
+                       "its image and glyph memory is overwritten. Default: a board made for the run"));
+    return cProgram.run(
+        [&sOptions] { sOptions.cBoard.isEmpty() ? measureOnNewBoard(sOptions) : measure(sOptions); });
 }

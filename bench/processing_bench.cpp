@@ -6,8 +6,6 @@
 #include "bench/CRatioTable.h"
 #include "tests/support/CInterruption.h"
 
-#include <iostream>
-
 namespace
 {
 
@@ -18,42 +16,24 @@ struct SOptions {
 const SUnit MICROSECONDS = {1, "µs"};
 const SUnit MILLISECONDS = {2, "ms"};
 const SUnit PER_SECOND = {1, "/s"};
-const char* const SD_BUS = "sd-bus, no service";
 const char* const PLAIN_C = "bare Qt, C";
 const char* const BARE_QT = "bare Qt, timer";
 
 // A benchmark is a row here, and a figure that the meter takes.
 const SRatioRow ROWS[] = {
     {"start and stop a recording", eRecording,   MICROSECONDS, eLeastProcessing, "bare Qt", eAtMost, 1.25},
-    {"start and stop a recording", eRecording,   MICROSECONDS, eSdBusProcessing, SD_BUS,    eNone,   0   },
     {"save a still image",         eStillImage,  MILLISECONDS, eLeastProcessing, PLAIN_C,   eAtMost, 1.30},
     {"idle, wake-ups",             eIdleWakeUps, PER_SECOND,   eLeastProcessing, BARE_QT,   eAtMost, 1.00},
     {"idle, processor time",       eIdleCpu,     MICROSECONDS, eLeastProcessing, BARE_QT,   eAtMost, 1.20},
 };
 
-void printUsage(std::ostream& rcStream)
-{
-    rcStream
-        << "Usage: processing_bench [--rounds N]\n"
-           "\n"
-           "Measures recording, still images and the idle daemon beside the least that does the same, on a "
-           "bus and a virtual board of its own.\n"
-           "\n"
-           "  --rounds N  rounds of four and a half seconds, at least "
-        << ROUNDS_MIN << "; default " << SOptions().iRounds
-        << "\n"
-           "  --help      this text\n"
-           "\n"
-           "Exit status: 0 measured, whatever came out; 1 not measured; 2 wrong options.\n";
-}
-
-// The first of the sides, each time another one to begin with.
-void takeTurns(CProcessingMeter& rcMeter, EProcessingFigure eFigure, int iSides, int iRound,
+// Both sides, each time the other one to begin with.
+void takeTurns(CProcessingMeter& rcMeter, EProcessingFigure eFigure, int iRound,
                CRoundStatistics::CRound& rcRound)
 {
-    for (int i = 0; i < iSides; ++i) {
+    for (int i = 0; i < PROCESSING_SIDES; ++i) {
         CInterruption::check();
-        const auto eSide = static_cast<EProcessingSide>((iRound + i) % iSides);
+        const auto eSide = static_cast<EProcessingSide>((iRound + i) % PROCESSING_SIDES);
         rcRound[eSide][eFigure] = rcMeter.measure(eSide, eFigure);
     }
 }
@@ -61,8 +41,8 @@ void takeTurns(CProcessingMeter& rcMeter, EProcessingFigure eFigure, int iSides,
 CRoundStatistics::CRound measureRound(CProcessingMeter& rcMeter, int iRound)
 {
     CRoundStatistics::CRound cRound(PROCESSING_SIDES, CFigures(PROCESSING_FIGURES));
-    takeTurns(rcMeter, eRecording, PROCESSING_SIDES, iRound, cRound);
-    takeTurns(rcMeter, eStillImage, eSdBusProcessing, iRound, cRound);
+    takeTurns(rcMeter, eRecording, iRound, cRound);
+    takeTurns(rcMeter, eStillImage, iRound, cRound);
     rcMeter.measureIdle(cRound);
     return cRound;
 }
@@ -80,11 +60,11 @@ void measure(const SOptions& rsOptions)
 int main(int iCount, char** ppszArguments)
 {
     SOptions sOptions;
-    const std::vector<SBenchOption> cOptions = {
-        roundsOption(sOptions.iRounds),
-    };
-    const int iStatus = parseOptions(iCount, ppszArguments, cOptions, printUsage);
-    if (iStatus != -1)
-        return iStatus;
-    return runBench("processing_bench", [&sOptions] { measure(sOptions); });
+    CBenchProgram cProgram(
+        iCount, ppszArguments,
+        QStringLiteral("Measures recording, still images and the idle daemon beside the least that does the "
+                       "same, on a bus and a virtual board of its own."));
+    cProgram.addNumber(QStringLiteral("rounds"), ROUNDS_MIN, ROUNDS_MAX, sOptions.iRounds,
+                       QStringLiteral("rounds of four and a half seconds"));
+    return cProgram.run([&sOptions] { measure(sOptions); });
 }

@@ -6,13 +6,8 @@
 #include "bench/CRatioTable.h"
 #include "bench/CStartupMeter.h"
 
-#include <iostream>
-
 namespace
 {
-
-const EService SIDES[] = {eDaemon, eBareQt};
-const int SIDE_COUNT = 2;
 
 struct SOptions {
     int iRounds = 60;
@@ -24,26 +19,9 @@ const SUnit KILOBYTES = {0, "kB"};
 const char* const BARE_QT = "bare Qt";
 
 const SRatioRow ROWS[] = {
-    {"start, until the bus name",      eStartTime,     MILLISECONDS, eBareQt, BARE_QT, eAtMost, 1.50},
-    {"memory, idle",                   eResident,      KILOBYTES,    eBareQt, BARE_QT, eAtMost, 1.20},
-    {"memory, idle, with the board's", eResidentBoard, KILOBYTES,    eBareQt, BARE_QT, eNone,   0   },
+    {"start, until the bus name", eStartTime, MILLISECONDS, eBareQt, BARE_QT, eAtMost, 1.50},
+    {"memory, idle",              eResident,  KILOBYTES,    eBareQt, BARE_QT, eAtMost, 1.20},
 };
-
-void printUsage(std::ostream& rcStream)
-{
-    rcStream << "Usage: startup_bench [--rounds N]\n"
-                "\n"
-                "Measures start and memory of the daemon beside its reference, on a bus and a virtual board "
-                "of its "
-                "own.\n"
-                "\n"
-                "  --rounds N  starts of each, at least "
-             << ROUNDS_MIN << "; default " << SOptions().iRounds
-             << "\n"
-                "  --help      this text\n"
-                "\n"
-                "Exit status: 0 measured, whatever came out; 1 not measured; 2 wrong options.\n";
-}
 
 void measure(const SOptions& rsOptions)
 {
@@ -51,8 +29,8 @@ void measure(const SOptions& rsOptions)
     CStartupMeter cMeter(cStage);
     const CRoundStatistics cStatistics = measureRounds(rsOptions.iRounds, [&cMeter](int iRound) {
         CRoundStatistics::CRound cRound(SERVICES);
-        for (int i = 0; i < SIDE_COUNT; ++i) {
-            const EService eService = SIDES[(iRound + i) % SIDE_COUNT];
+        for (int i = 0; i < SERVICES; ++i) {
+            const auto eService = static_cast<EService>((iRound + i) % SERVICES);
             cRound[eService] = cMeter.measure(eService);
         }
         return cRound;
@@ -65,12 +43,10 @@ void measure(const SOptions& rsOptions)
 int main(int iCount, char** ppszArguments)
 {
     SOptions sOptions;
-    const std::vector<SBenchOption> cOptions = {
-        roundsOption(sOptions.iRounds),
-    };
-    const int iStatus = parseOptions(iCount, ppszArguments, cOptions, printUsage);
-    if (iStatus != -1)
-        return iStatus;
-
-    return runBench("startup_bench", [&sOptions] { measure(sOptions); });
+    CBenchProgram cProgram(iCount, ppszArguments,
+                           QStringLiteral("Measures start and memory of the daemon beside its reference, on "
+                                          "a bus and a virtual board of its own."));
+    cProgram.addNumber(QStringLiteral("rounds"), ROUNDS_MIN, ROUNDS_MAX, sOptions.iRounds,
+                       QStringLiteral("starts of each"));
+    return cProgram.run([&sOptions] { measure(sOptions); });
 }

@@ -7,7 +7,6 @@
 #include "bench/CTextMeter.h"
 #include "tests/support/CInterruption.h"
 
-#include <iostream>
 #include <string>
 
 namespace
@@ -22,11 +21,12 @@ const char* const BARE_QT = "bare Qt";
 
 // A benchmark is a row here, and a figure that the meter takes.
 const SRatioRow ROWS[] = {
-    {"strings of 20 cells, one way", eStringRate, PER_SECOND,   eBareTexts, BARE_QT, eAtLeast, 0.85},
-    {"create a text, of 100",        eCreateFew,  MICROSECONDS, eBareTexts, BARE_QT, eAtMost,  1.15},
-    {"create a text, of 1,000",      eCreateSome, MICROSECONDS, eBareTexts, BARE_QT, eAtMost,  1.15},
-    {"create a text, of 10,000",     eCreateMany, MICROSECONDS, eBareTexts, BARE_QT, eAtMost,  1.15},
-    {"create a text, of 65,535",     eCreateAll,  MICROSECONDS, eBareTexts, BARE_QT, eAtMost,  1.50},
+    {"strings of 20 cells, one way", eStringRate, PER_SECOND,   eBareTexts, BARE_QT,    eAtLeast, 0.85},
+    {"create a text, of 100",        eCreateFew,  MICROSECONDS, eBareTexts, BARE_QT,    eAtMost,  1.15},
+    {"create a text, of 1,000",      eCreateSome, MICROSECONDS, eBareTexts, BARE_QT,    eAtMost,  1.15},
+    {"create a text, of 10,000",     eCreateMany, MICROSECONDS, eBareTexts, BARE_QT,    eAtMost,  1.15},
+    {"create a text, of 65,535",     eCreateAll,  MICROSECONDS, eBareTexts, BARE_QT,    eAtMost,  1.50},
+    {"destroy a text, of 10,000",    eDestroy,    MICROSECONDS, eBareTexts, "of 1,000", eAtMost,  2.00},
 };
 
 CRoundStatistics measureRatios(CTextMeter& rcMeter)
@@ -46,34 +46,19 @@ CRoundStatistics measureRatios(CTextMeter& rcMeter)
     return cStatistics;
 }
 
-void printGrowth(CTextMeter& rcMeter)
-{
-    std::cout << "\nTo destroy all texts at once, microseconds a text:\n";
-    for (const int iTexts : TEXT_COUNTS) {
-        CInterruption::check();
-        std::cout << "  " << iTexts << " texts: hidden " << rcMeter.destroy(iTexts, false) << ", visible "
-                  << rcMeter.destroy(iTexts, true) << std::endl;
-    }
-}
-
 void measure()
 {
     CTextMeter cMeter;
-    const CRoundStatistics cStatistics = measureRatios(cMeter);
-    std::cout << CRatioTable(cStatistics, ROWS).text() << "\nMedians of " << ROUNDS
-              << " rounds; the ratio is the median of the rounds' ratios.\n"
-              << std::flush;
-    printGrowth(cMeter);
-    printBuildWarning();
+    printRatios(CRatioTable(measureRatios(cMeter), ROWS), std::to_string(ROUNDS) + " rounds");
 }
 
 } // namespace
 
-int main(int iCount, char** /*ppszArguments*/)
+int main(int iCount, char** ppszArguments)
 {
-    if (iCount > 1) {
-        std::cerr << "Usage: text_bench\n";
-        return 2;
-    }
-    return runBench("text_bench", measure);
+    CBenchProgram cProgram(
+        iCount, ppszArguments,
+        QStringLiteral("Measures texts over the bus beside a reference, on a bus and a virtual "
+                       "board of its own."));
+    return cProgram.run(measure);
 }
