@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QTimer>
 
 #include <csignal>
@@ -20,7 +21,7 @@ namespace
 
 const int PAUSE_MS = 100; // between two looks for an interruption
 
-const char* const USAGE = "Usage: halden-tour [SCRIPT PICTURES]\n"
+const char* const USAGE = "Usage: halden-tour [SCRIPT PICTURES | --version]\n"
                           "\n"
                           "Starts the daemon on a virtual board, with a bus of its own. Without arguments it "
                           "runs until Ctrl-C, and\n"
@@ -96,32 +97,40 @@ void carryOut(const QString& rcScript, const QString& rcPictures)
            QStringLiteral("haldend didn't end well"));
 }
 
+/// %1 is the bus, %2 the board, %3 and %4 the folders of haldenctl and of halden-board, %5 the picture, %6 the folder
+/// for files.
+const char* const WHAT_TO_TRY = R"(
+== haldend runs on a virtual board; Ctrl-C ends it
+Picture:  %5 (follows the monitor)
+
+In a second terminal:
+  export DBUS_SYSTEM_BUS_ADDRESS=%1 HALDEN_BOARD=%2
+  export PATH=%3:%4:$PATH
+
+Try:
+  haldenctl status
+  haldenctl overlay show
+  haldenctl text new "Manhole 17" --at 20,2 --color yellow,navy
+  haldenctl message "Hello" --at 20,12 --seconds 5
+  haldenctl display size 360 288
+  haldenctl display position 300 200
+  haldenctl record start %6/film.ts
+  haldenctl record stop
+  haldenctl image save %6/still.bmp --wait
+  haldenctl doctor --register-files %2/cnfs
+  halden-board camera unplug
+  haldenctl debug frame-generator on
+  halden-board registers --changed
+  haldenctl --help
+
+Log and signals:)";
+
 void printWhatToTry(CShow& rcShow, const QString& rcFolder, const QString& rcPicture)
 {
-    const QString cTool = QStringLiteral(HALDEND_BOARD_TOOL);
-    const QString cCall =
-        QStringLiteral("  busctl --address=%1 call velmar.haldend /%3 velmar.haldend.%3 %2");
-    print(QStringLiteral("\n== haldend runs on a virtual board; Ctrl-C ends it"));
-    print(QStringLiteral("Bus:      ") + rcShow.busAddress());
-    print(QStringLiteral("Picture:  %1 (follows what the daemon does)").arg(rcPicture));
-    print(QStringLiteral("Board:    export HALDEN_BOARD=%1   then: %2 --help\n\nTry:")
-              .arg(rcShow.board().directory(), cTool));
-    const QString aacCalls[][2] = {
-        {QStringLiteral("videooverlay"),    QStringLiteral("show_overlay")                                 },
-        {QStringLiteral("videooverlay"),    QStringLiteral("draw_temp_text siiiii \"Hello\" 12 5 20 12 5") },
-        {QStringLiteral("videodisplay"),    QStringLiteral("set_video_size ii 360 288")                    },
-        {QStringLiteral("videodisplay"),    QStringLiteral("set_video_position ii 300 200")                },
-        {QStringLiteral("videoprocessing"),
-         QStringLiteral("start_video_recording s %1/film.ts").arg(rcFolder)                                },
-        {QStringLiteral("videoprocessing"), QStringLiteral("stop_video_recording")                         },
-        {QStringLiteral("videoprocessing"), QStringLiteral("save_video_image s %1/still.bmp").arg(rcFolder)},
-        {QStringLiteral("debug"),           QStringLiteral("fpga_enable_frame_generator")                  },
-    };
-    for (const auto& racCall : aacCalls)
-        print(cCall.arg(rcShow.busAddress(), racCall[1], racCall[0]));
-    print(QStringLiteral("  busctl --address=%1 introspect velmar.haldend /videodisplay")
-              .arg(rcShow.busAddress()));
-    print(QStringLiteral("  %1 camera unplug\n  %1 registers --changed\n\nLog and signals:").arg(cTool));
+    print(QString::fromUtf8(WHAT_TO_TRY)
+              .arg(rcShow.busAddress(), rcShow.board().directory(),
+                   QFileInfo(QStringLiteral(HALDENCTL)).absolutePath(),
+                   QFileInfo(QStringLiteral(HALDEND_BOARD_TOOL)).absolutePath(), rcPicture, rcFolder));
 }
 
 void stay()
@@ -153,6 +162,10 @@ int main(int argc, char* argv[])
 {
     const QCoreApplication cApplication(argc, argv);
     const QStringList cArguments = QCoreApplication::arguments().mid(1);
+    if (cArguments == QStringList{QStringLiteral("--version")}) {
+        print(QStringLiteral("halden-tour " HALDEND_VERSION));
+        return 0;
+    }
     if (!cArguments.isEmpty() && cArguments.size() != 2) {
         const bool bHelp = cArguments == QStringList{QStringLiteral("--help")};
         std::fputs(USAGE, bHelp ? stdout : stderr);
