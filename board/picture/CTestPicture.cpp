@@ -1,6 +1,7 @@
 #include "board/picture/CTestPicture.h"
 
 #include "board/layout/board_layout.h"
+#include "board/picture/CGlyphSheet.h"
 
 namespace
 {
@@ -30,96 +31,12 @@ const int NUMBERS_TOP = 392;
 const int POINTER_TOP = 416;
 const int FRAME_TOP = 464;
 
-const int GLYPH_WIDTH = 5;
-const int GLYPH_HEIGHT = 7;
-const int GLYPH_PITCH = 6;
-
-struct SGlyph {
-    char cCharacter;
-    const char* apszRows[GLYPH_HEIGHT];
-};
-
-// clang-format off
-const SGlyph GLYPHS[] = {
-    {'0', {".###.",
-           "#...#",
-           "#..##",
-           "#.#.#",
-           "##..#",
-           "#...#",
-           ".###."}},
-    {'1', {"..#..",
-           ".##..",
-           "..#..",
-           "..#..",
-           "..#..",
-           "..#..",
-           ".###."}},
-    {'2', {".###.",
-           "#...#",
-           "....#",
-           "...#.",
-           "..#..",
-           ".#...",
-           "#####"}},
-    {'3', {"#####",
-           "...#.",
-           "..#..",
-           "...#.",
-           "....#",
-           "#...#",
-           ".###."}},
-    {'4', {"...#.",
-           "..##.",
-           ".#.#.",
-           "#..#.",
-           "#####",
-           "...#.",
-           "...#."}},
-    {'5', {"#####",
-           "#....",
-           "####.",
-           "....#",
-           "....#",
-           "#...#",
-           ".###."}},
-    {'6', {"..##.",
-           ".#...",
-           "#....",
-           "####.",
-           "#...#",
-           "#...#",
-           ".###."}},
-    {'7', {"#####",
-           "....#",
-           "...#.",
-           "..#..",
-           ".#...",
-           ".#...",
-           ".#..."}},
-    {'8', {".###.",
-           "#...#",
-           "#...#",
-           ".###.",
-           "#...#",
-           "#...#",
-           ".###."}},
-    {'9', {".###.",
-           "#...#",
-           "#...#",
-           ".####",
-           "....#",
-           "...#.",
-           ".##.."}},
-    {'x', {".....",
-           ".....",
-           "#...#",
-           ".#.#.",
-           "..#..",
-           ".#.#.",
-           "#...#"}},
-};
-// clang-format on
+// What the figures of the overlay's letters take of their cells.
+const int INK_LEFT = 2;
+const int INK_TOP = 2;
+const int GLYPH_WIDTH = 8;
+const int GLYPH_HEIGHT = 14;
+const int GLYPH_PITCH = 12;
 
 QRgb grey(int iLevel)
 {
@@ -170,7 +87,7 @@ void CTestPicture::drawBorder()
 
 void CTestPicture::drawCoordinates()
 {
-    const int SCALE = 2;
+    const int SCALE = 1;
     const int DISTANCE = 4; // from the lines that a number belongs to
     for (int x = 2 * CELL; x < VIDEO_WIDTH - 2 * CELL; x += 2 * CELL) {
         drawText(x + DISTANCE, BORDER + DISTANCE, SCALE, QString::number(x), LABEL);
@@ -186,7 +103,7 @@ void CTestPicture::drawCoordinates()
 
 void CTestPicture::drawCorners()
 {
-    const int SCALE = 6;
+    const int SCALE = 3;
     const int WIDTH = 46;
     const int HEIGHT = 54;
     const int FAR_X = VIDEO_WIDTH - BORDER - WIDTH;
@@ -210,7 +127,7 @@ void CTestPicture::drawCorners()
 void CTestPicture::drawCircleContents()
 {
     fill(LEFT, 0, DIAMETER, BARS_TOP, grey(0xe8));
-    drawCenteredText(VIDEO_WIDTH / 2, SIZE_TOP, 4, QStringLiteral("%1x%2").arg(VIDEO_WIDTH).arg(VIDEO_HEIGHT),
+    drawCenteredText(VIDEO_WIDTH / 2, SIZE_TOP, 2, QStringLiteral("%1x%2").arg(VIDEO_WIDTH).arg(VIDEO_HEIGHT),
                      DARK);
     drawBars();
     drawGreys();
@@ -218,7 +135,7 @@ void CTestPicture::drawCircleContents()
     drawGratings();
     drawPointer();
     fill(LEFT, FRAME_TOP, DIAMETER, VIDEO_HEIGHT - FRAME_TOP, DARK);
-    drawCenteredText(VIDEO_WIDTH / 2, FRAME_TOP + 14, 4,
+    drawCenteredText(VIDEO_WIDTH / 2, FRAME_TOP + 14, 2,
                      QStringLiteral("%1").arg(m_iFrame, 6, 10, QLatin1Char('0')), POINTER);
 }
 
@@ -272,7 +189,7 @@ void CTestPicture::drawGratings()
         for (int y = GRATINGS_TOP + GAP; y < BOTTOM; ++y)
             for (int x = iLeft; x < iLeft + WIDTH; ++x)
                 plot(x, y, (bVertical ? x : y) / iPixels % 2 == 0 ? WHITE : BLACK);
-        drawCenteredText(iLeft + WIDTH / 2, NUMBERS_TOP + 3, 2, QString::number(iPixels), LABEL);
+        drawCenteredText(iLeft + WIDTH / 2, NUMBERS_TOP + 3, 1, QString::number(iPixels), LABEL);
     }
 }
 
@@ -327,26 +244,16 @@ void CTestPicture::frameRectangle(int x, int y, int iWidth, int iHeight, QRgb uC
 
 void CTestPicture::drawText(int x, int y, int iScale, const QString& rcText, QRgb uColor)
 {
-    for (const QChar cCharacter : rcText) {
-        drawGlyph(x, y, iScale, cCharacter, uColor);
-        x += GLYPH_PITCH * iScale;
-    }
+    const QImage cLine = CGlyphSheet::textLine(rcText, WHITE, BLACK);
+    for (int iLine = 0; iLine < cLine.height(); ++iLine)
+        for (int iColumn = 0; iColumn < cLine.width(); ++iColumn)
+            if (cLine.pixel(iColumn, iLine) == WHITE)
+                fill(x + (iColumn - INK_LEFT) * iScale, y + (iLine - INK_TOP) * iScale, iScale, iScale,
+                     uColor);
 }
 
 void CTestPicture::drawCenteredText(int iCenterX, int y, int iScale, const QString& rcText, QRgb uColor)
 {
     const int iWidth = (rcText.size() * GLYPH_PITCH - (GLYPH_PITCH - GLYPH_WIDTH)) * iScale;
     drawText(iCenterX - iWidth / 2, y, iScale, rcText, uColor);
-}
-
-void CTestPicture::drawGlyph(int x, int y, int iScale, QChar cCharacter, QRgb uColor)
-{
-    for (const SGlyph& rcGlyph : GLYPHS) {
-        if (cCharacter != QLatin1Char(rcGlyph.cCharacter))
-            continue;
-        for (int iRow = 0; iRow < GLYPH_HEIGHT; ++iRow)
-            for (int iColumn = 0; iColumn < GLYPH_WIDTH; ++iColumn)
-                if (rcGlyph.apszRows[iRow][iColumn] == '#')
-                    fill(x + iColumn * iScale, y + iRow * iScale, iScale, iScale, uColor);
-    }
 }

@@ -14,7 +14,7 @@
 /// - In the circle, from the top: the size; colour bars; 16 grey steps; a grey ramp; the cross; gratings of
 ///   1, 2 and 3 pixels, vertical and horizontal; a pointer that moves 4 pixels a frame; the frame's number.
 ///
-/// Integers and own glyphs only, no smoothing: the same pixels on every host.
+/// Integers and the overlay's letters, no smoothing: the same pixels on every host.
 class CTestPicture
 {
 public:
@@ -41,10 +41,10 @@ private:
     void fill(int x, int y, int iWidth, int iHeight, QRgb uColor);
     void frameRectangle(int x, int y, int iWidth, int iHeight, QRgb uColor);
 
-    /// Digits, 'x' and blanks; a glyph is 5 x 7 pixels of iScale x iScale, 6 pixels apart.
+    /// In glyph set 1. (x, y) is the top left corner of a figure's ink, 8 x 14 pixels of iScale x iScale; the
+    /// next one is 12 pixels on.
     void drawText(int x, int y, int iScale, const QString& rcText, QRgb uColor);
     void drawCenteredText(int iCenterX, int y, int iScale, const QString& rcText, QRgb uColor);
-    void drawGlyph(int x, int y, int iScale, QChar cCharacter, QRgb uColor);
 
     QImage m_cImage;
     int m_iFrame;
