@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* What the programs of the bench have in common as programs: how they read their options, take their rounds, and
  * end. */
 #ifndef HALDEND_BENCH_BENCHPROGRAM_H

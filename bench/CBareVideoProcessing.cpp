@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "bench/CBareVideoProcessing.h"
 
 #include "fpga/video_image.h"

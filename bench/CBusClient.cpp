@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "bench/CBusClient.h"
 
 #include "tests/support/CInterruption.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #ifndef HALDEND_BENCH_CCLIENTMETER_H
 #define HALDEND_BENCH_CCLIENTMETER_H
 

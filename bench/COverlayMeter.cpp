@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "bench/COverlayMeter.h"
 
 #include "fpga/font.h"

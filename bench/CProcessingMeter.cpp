@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "bench/CProcessingMeter.h"
 
 #include "bench/ProcessFigures.h"

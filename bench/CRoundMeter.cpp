@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "bench/CRoundMeter.h"
 
 #include "bench/ProcessFigures.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "bench/CStartupMeter.h"
 
 #include "bench/ProcessFigures.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "bench/CTextMeter.h"
 
 #include "hw/video_geometry.h"

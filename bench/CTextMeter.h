@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #ifndef HALDEND_BENCH_CTEXTMETER_H
 #define HALDEND_BENCH_CTEXTMETER_H
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* What the kernel counts of a process. All functions throw std::runtime_error when it doesn't tell. */
 #ifndef HALDEND_BENCH_PROCESSFIGURES_H
 #define HALDEND_BENCH_PROCESSFIGURES_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The daemon's reference in Qt: one object with one adaptor on the system bus, and nothing else, unless it is given
  * one of the roles in which something stands behind it.
  *

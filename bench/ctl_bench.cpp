@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* What haldenctl costs a script: the time of one command, as a ratio to busctl, and of a thousand from a file. */
 #include "bench/BenchProgram.h"
 #include "bench/CClientMeter.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* What the overlay library adds to the device's own transfers, as ratios to the least that moves the same bytes.
  *
  * Library and references take turns in this process, on one device. The device is a virtual board's, and that

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* What the daemon costs its clients, as ratios to a reference that runs beside it.
  *
  * Microseconds belong to a machine, ratios to the daemon. So the daemon and the same interface in Qt with nothing

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* What recording, still images and the watch on the input signal cost, as ratios to the least that does the same.
  *
  * All services are at work on one bus and one board, and measured in turns; idle at the same time. */

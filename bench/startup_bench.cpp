@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* What the daemon costs the system: how long it takes to be there, and the memory that it then has, as ratios to the
  * same interface in Qt with nothing behind it.
  *

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* What texts cost over the bus, as ratios to the same interface in Qt with nothing behind it but the device: strings for
  * a visible text, and how creation and destruction grow with the number of texts.
  *

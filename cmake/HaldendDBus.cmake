@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # haldend_dbus_interface(TARGET NAME CLASS)
 # Makes the adaptor CLASS from dbus/NAME.xml and adds it to TARGET; the header is CLASS.h.
 #

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The configuration library as PkgConfig::LIBCONFIG. A cross-build looks for it by pkg-config in its sysroot
 # (PKG_CONFIG_SYSROOT_DIR and PKG_CONFIG_LIBDIR, or a pkg-config of the target's name); where there is none, it takes
 # the one that scripts/libconfig-powerpc made.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What can be built here. A part whose package is missing is left out, and said so in a warning; HALDEND_COMPLETE, which
 # the presets of ./check set, makes an error of it.
 

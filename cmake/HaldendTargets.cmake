@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # How every target of the project is made: one static library a folder, the same warnings and
 # language level for all, one CTest entry a test program.
 

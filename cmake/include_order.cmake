@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Checks that no folder includes from one above it: cmake -DROOT=... -P include_order.cmake
 #
 # The order is a list, so there is no circle either. Tests may include everything; only their harness, in

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The target's processor, 32-bit big-endian, by Debian's cross compiler; programs run under qemu's user mode.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR ppc)

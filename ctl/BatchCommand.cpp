@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* haldenctl -: commands from standard input, over one connection. */
 #include "ctl/CCommandRun.h"
 #include "ctl/CFailure.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/CArguments.h"
 
 #include "ctl/CFailure.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/CBus.h"
 
 #include "ctl/CFailure.h"

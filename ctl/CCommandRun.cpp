@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/CCommandRun.h"
 
 #include "ctl/CFailure.h"

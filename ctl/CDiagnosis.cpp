@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/CDiagnosis.h"
 
 #include "ctl/CCommandRun.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #ifndef HALDEND_CTL_CDIAGNOSIS_H
 #define HALDEND_CTL_CDIAGNOSIS_H
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/CFailure.h"
 
 #include <utility>

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/COutput.h"
 
 #include <QJsonDocument>

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #ifndef HALDEND_CTL_COUTPUT_H
 #define HALDEND_CTL_COUTPUT_H
 

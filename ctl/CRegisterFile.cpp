@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/CRegisterFile.h"
 
 #include "ctl/Suggestion.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/CSession.h"
 
 #include "ctl/CArguments.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/CSignals.h"
 
 #include "ctl/CFailure.h"

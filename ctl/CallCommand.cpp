@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* haldenctl call: any method, with the types that the interface files give it. */
 #include "ctl/CallCommand.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* How the words behind haldenctl call become values. */
 #ifndef HALDEND_CTL_CALLCOMMAND_H
 #define HALDEND_CTL_CALLCOMMAND_H

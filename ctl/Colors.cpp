@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/Colors.h"
 
 #include "fpga/palettes.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The sixteen colours of the overlay by number and name. */
 #ifndef HALDEND_CTL_COLORS_H
 #define HALDEND_CTL_COLORS_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The functions that carry the commands out, one or more rows of the command table each. They throw CFailure. */
 #ifndef HALDEND_CTL_COMMANDHANDLERS_H
 #define HALDEND_CTL_COMMANDHANDLERS_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/CommandTable.h"
 
 #include "ctl/CommandHandlers.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Every command of haldenctl: one row each. Parser, help, completion, manual page and tests read this table. */
 #ifndef HALDEND_CTL_COMMANDTABLE_H
 #define HALDEND_CTL_COMMANDTABLE_H

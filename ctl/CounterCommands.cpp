@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* haldenctl counter: the video counter, which one client at a time controls. */
 #include "ctl/CCommandRun.h"
 #include "ctl/CFailure.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Devices, register files, bus name and policy. */
 #include "ctl/CCommandRun.h"
 #include "ctl/CDiagnosis.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* haldenctl doctor: what is wrong, a sentence each. */
 #include "ctl/CCommandRun.h"
 #include "ctl/CDiagnosis.h"

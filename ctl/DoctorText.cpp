@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Why a text isn't seen. */
 #include "ctl/CCommandRun.h"
 #include "ctl/CDiagnosis.h"

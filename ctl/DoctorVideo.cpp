@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Why there is no live picture, and why a recording doesn't go on. */
 #include "ctl/CCommandRun.h"
 #include "ctl/CDiagnosis.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* How haldenctl ends. Scripts go by these numbers. */
 #ifndef HALDEND_CTL_EXITSTATUS_H
 #define HALDEND_CTL_EXITSTATUS_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/Grid.h"
 
 bool isInGrid(QPoint cCell)

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The cells that texts stand in, and the part of a text that leaves them. */
 #ifndef HALDEND_CTL_GRID_H
 #define HALDEND_CTL_GRID_H

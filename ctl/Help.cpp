@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/Help.h"
 
 #include "ctl/CommandTable.h"

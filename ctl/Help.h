@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The help, made from the command table. */
 #ifndef HALDEND_CTL_HELP_H
 #define HALDEND_CTL_HELP_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The daemon's methods and signals, read from the interface files of dbus/, which are compiled in. */
 #ifndef HALDEND_CTL_INTERFACES_H
 #define HALDEND_CTL_INTERFACES_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/Letters.h"
 
 #include "fpga/font_tables.h"

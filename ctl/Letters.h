@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Which letters the overlay's three glyph sets have. */
 #ifndef HALDEND_CTL_LETTERS_H
 #define HALDEND_CTL_LETTERS_H

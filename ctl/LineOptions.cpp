@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/LineOptions.h"
 
 #include "ctl/CommandTable.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The options of the command table for Qt's parser. */
 #ifndef HALDEND_CTL_LINEOPTIONS_H
 #define HALDEND_CTL_LINEOPTIONS_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* haldenctl monitor: signals as they come. */
 #include "ctl/CCommandRun.h"
 #include "ctl/CSignals.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Commands that are one call and no more. */
 #include "ctl/CCommandRun.h"
 #include "ctl/CFailure.h"

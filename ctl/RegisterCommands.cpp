@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* haldenctl check-registers: register files without the daemon. */
 #include "ctl/CCommandRun.h"
 #include "ctl/CFailure.h"

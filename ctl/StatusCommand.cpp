@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* haldenctl status: what the daemon does, on one screen. Everything is asked for at once. */
 #include "ctl/CCommandRun.h"
 #include "ctl/CommandHandlers.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The name that a misspelt one may stand for. */
 #ifndef HALDEND_CTL_SUGGESTION_H
 #define HALDEND_CTL_SUGGESTION_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* haldenctl text: the texts of the overlay, by handle or by id. */
 #include "ctl/CCommandRun.h"
 #include "ctl/CFailure.h"

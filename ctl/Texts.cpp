@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/Texts.h"
 
 #include "ctl/CCommandRun.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The overlay's texts as the bus tells them. */
 #ifndef HALDEND_CTL_TEXTS_H
 #define HALDEND_CTL_TEXTS_H

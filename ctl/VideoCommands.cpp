@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* haldenctl record, play, image and input: commands that answer with a result. */
 #include "ctl/CCommandRun.h"
 #include "ctl/CFailure.h"

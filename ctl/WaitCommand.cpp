@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* haldenctl wait: for scripts and units. */
 #include "ctl/CCommandRun.h"
 #include "ctl/CFailure.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "ctl/Words.h"
 
 #include "ctl/Colors.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Numbers of the bus in words. */
 #ifndef HALDEND_CTL_WORDS_H
 #define HALDEND_CTL_WORDS_H

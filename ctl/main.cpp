@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* haldenctl: the daemon from the shell. */
 #include "ctl/CSession.h"
 #include "ctl/CommandTable.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Makes the generated parts of the manual page and of the bash completion from the command table. */
 #include "ctl/Colors.h"
 #include "ctl/CommandTable.h"

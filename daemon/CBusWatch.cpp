@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "daemon/CBusWatch.h"
 
 #include "daemon/CEventLogger.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "daemon/CHeapTrimmer.h"
 
 #include <QAbstractEventDispatcher>

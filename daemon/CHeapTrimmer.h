@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #ifndef HALDEND_DAEMON_CHEAPTRIMMER_H
 #define HALDEND_DAEMON_CHEAPTRIMMER_H
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "daemon/CMultimediaDaemon.h"
 
 #include "daemon/CBusWatch.h"

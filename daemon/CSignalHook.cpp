@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "daemon/CSignalHook.h"
 
 #include <QCoreApplication>

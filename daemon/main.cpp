@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* haldend, the multimedia daemon of the video board: options, daemonising, start, event loop, end. */
 #include "daemon/CEventLogger.h"
 #include "daemon/CMultimediaDaemon.h"

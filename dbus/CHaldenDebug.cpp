@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "dbus/CHaldenDebug.h"
 
 #include "CHaldendDebugAdaptor.h"

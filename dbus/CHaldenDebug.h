@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #ifndef HALDEND_DBUS_CHALDENDEBUG_H
 #define HALDEND_DBUS_CHALDENDEBUG_H
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "dbus/CHaldenVideoDisplay.h"
 
 #include "CHaldendVideoDisplayAdaptor.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "dbus/CHaldenVideoOverlay.h"
 
 #include "CHaldendVideoOverlayAdaptor.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "dbus/CHaldenVideoProcessing.h"
 
 #include "CHaldendVideoProcessingAdaptor.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "dbus/DBusRegistration.h"
 
 #include <cstdio>

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Registers a service object on the system bus: the same steps for all of them. */
 #ifndef HALDEND_DBUS_DBUSREGISTRATION_H
 #define HALDEND_DBUS_DBUSREGISTRATION_H

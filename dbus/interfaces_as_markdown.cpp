@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Prints the bus interfaces as Markdown, from their XML files and the comments in them: docs/dbus-api.md.
  * Checks that page, and brings it up to date.
  *

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Frames of box characters on the text layer. */
 #include "fpga/box.h"
 

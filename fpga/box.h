@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Frames of box characters on the text layer. */
 #ifndef HALDEND_FPGA_BOX_H
 #define HALDEND_FPGA_BOX_H

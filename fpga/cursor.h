@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The hardware cursor: its image and place, and the text cursor that moves it from cell to cell.
  *
  * Places are pixels and lines from the top left; cells are columns and rows, counted from 0. All functions

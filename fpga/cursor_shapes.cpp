@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The cursor shapes: 32 rows of 32 pixels each. */
 #include "fpga/cursor.h"
 #include "fpga/picture.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The choice between the glyph sets. */
 #include "fpga/font.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The choice between the glyph sets. */
 #ifndef HALDEND_FPGA_FONT_H
 #define HALDEND_FPGA_FONT_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Glyph set 1: ISO 8859-15, the languages of western Europe. */
 #include "fpga/font_tables.h"
 #include "fpga/glyph_set.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Glyph set 2: ISO 8859-16, the languages of south-eastern Europe. */
 #include "fpga/font_tables.h"
 #include "fpga/glyph_set.h"

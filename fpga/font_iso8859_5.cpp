@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Glyph set 3: ISO 8859-5, Cyrillic, with a degree sign at 156. */
 #include "fpga/font_tables.h"
 #include "fpga/glyph_set.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The one list of the glyph sets. */
 #include "fpga/font_tables.h"
 

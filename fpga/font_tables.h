@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The glyph sets of the overlay's character generator.
  *
  * A set is 256 glyphs of 64 bytes, the glyph of code c at c * 64: 32 rows of 16 pixels. A row is two bytes,

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Writes of 32-bit words to FPGA memory, which takes them little-endian.
  */
 #ifndef HALDEND_FPGA_FPGA_BLOCK_H

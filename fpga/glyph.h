@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Glyphs as pictures, and pictures made of other pictures, all at compile time.
  *
  * A picture is ten rows of twelve marks:

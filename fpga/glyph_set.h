@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Turns the list of a set's glyphs into the table that the FPGA takes, at compile time. */
 #ifndef HALDEND_FPGA_GLYPH_SET_H
 #define HALDEND_FPGA_GLYPH_SET_H

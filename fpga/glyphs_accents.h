@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Accents: the marks over and under letters.
  *
  * A small letter has two rows above it and a free one between. A capital under an accent is a row shorter; it

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The characters of ASCII, in its order. Cyrillic shares many of the letters. */
 #ifndef HALDEND_FPGA_GLYPHS_ASCII_H
 #define HALDEND_FPGA_GLYPHS_ASCII_H

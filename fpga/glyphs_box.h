@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Box pieces, shades and squares: codes 128-155.
  *
  * Strokes run to the edges of the cell, so that pieces meet across cells in both directions. */

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Codes 0-155, the same in all sets. */
 #ifndef HALDEND_FPGA_GLYPHS_COMMON_H
 #define HALDEND_FPGA_GLYPHS_COMMON_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The Cyrillic letters whose shapes ASCII doesn't have. */
 #ifndef HALDEND_FPGA_GLYPHS_CYRILLIC_H
 #define HALDEND_FPGA_GLYPHS_CYRILLIC_H

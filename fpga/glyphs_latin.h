@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Letters and signs of the Latin repertoires beyond ASCII. The sets compose letters with accents where they
  * list them. */
 #ifndef HALDEND_FPGA_GLYPHS_LATIN_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The capitals that carry accents, a row shorter: rows 2-7. Each lacks the row that is missed least. */
 #ifndef HALDEND_FPGA_GLYPHS_SHORT_H
 #define HALDEND_FPGA_GLYPHS_SHORT_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The graphic layer. */
 #include "fpga/graphic_layer.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The graphic layer: nine pages, 0-8, of 720 × 288 pixels; the FPGA shows one. A pixel is a byte, an index
  * into the graphic palette; of a colour only the low 8 bits count. Lines are field lines. x counts from the
  * left, y from the top, both from 0.

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Switches and modes of the FPGA's CTRL register. */
 #include "fpga/overlay_switches.h"
 

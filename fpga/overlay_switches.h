@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Switches and modes of the FPGA's CTRL register: which layers it mixes into the picture, and which video it
  * shows.
  *

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The overlay's palettes. */
 #include "fpga/palettes.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The overlay's palettes: 32-bit ARGB numbers in the host's byte order, alpha in the top byte, 0 fully
  * transparent. An index is the colour number that callers use.
  *

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Pictures of marks, turned into words of pixels at compile time. Glyphs and cursor shapes are written as
  * such.
  *

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The screen record and the start-up of the overlay. */
 #include "fpga/screen.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The screen record: the one piece of state of the overlay library, shared by text, graphics and switches.
  *
  * Sizes and offsets are in the units of the layers: cells, pixels, field lines.

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The text layer. */
 #include "fpga/text_layer.h"
 

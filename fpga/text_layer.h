@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The text layer: nine pages, 0-8, of character cells; the FPGA shows one.
  *
  * A page is 28 rows of 64 cells; the monitor shows the upper left 26 rows of 53 columns. A cell is two bytes:

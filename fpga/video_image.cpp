@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The stored video frame, copied between the FPGA's image memory and a buffer. */
 #include "fpga/video_image.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The stored video frame, copied between the FPGA's image memory and a buffer.
  *
  * The FPGA holds a frame of 576 lines of 720 32-bit words as two fields of 288 lines. A buffer holds it as a

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The overlay FPGA behind its character device. */
 #include "hw/fpga_device.h"
 

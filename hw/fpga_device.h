@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The overlay FPGA behind its character device: registers by ioctl, memory by seek and read or write.
  *
  * Registers and memory share one address space, hw/fpga_map.h. Register values are numbers. Memory takes 16-

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The overlay FPGA's address map: one address space for memory (block transfers) and registers (ioctl).
  *
  * Memory takes 16- and 32-bit quantities little-endian. Registers are 32-bit numbers; the driver puts their

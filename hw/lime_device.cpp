@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The Lime display controller for the register tables. */
 #include "hw/lime_device.h"
 

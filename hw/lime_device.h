@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The Lime display controller for the register tables: a mapping for the functions of C linkage, its five
  * register windows, the layer switches. The class Lime has a mapping of its own for the video window.
  *

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The mapping of the Lime display controller's framebuffer device. */
 #include "hw/lime_map.h"
 

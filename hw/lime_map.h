@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The mapping of the Lime display controller's framebuffer device. The functions of hw/lime_device.h and the
  * class Lime each make one.
  */

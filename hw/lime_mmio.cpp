@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The access to the Lime display controller's registers. */
 #include "hw/lime_mmio.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Every load and store of the Lime display controller's registers, those of the functions of C linkage and
  * those of the class Lime, goes through these two functions. Unit tests define both themselves, as recorders;
  * so the two have a source file of their own.

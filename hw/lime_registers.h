@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The Lime display controller: its register windows, its registers, and the bits that programs switch.
  *
  * Names and offsets are those of the controller's data sheet. The field table, regdb/regs_lime.cpp, lists all

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Opening a path that a client or a file names. */
 #include "hw/open_path.h"
 

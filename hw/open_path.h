@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Opening a path that a client or a file names.
  *
  * The path can lead to any kind of file, and to another one after it was checked. The daemon serves all

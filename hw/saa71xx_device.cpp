@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The video decoder and the video encoder on the I2C bus. */
 #include "hw/saa71xx_device.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The video decoder (SAA7113) and the video encoder (SAA7129) on the I2C bus, through the kernel's I2C device
  * interface (SMBus byte data).
  *

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The video decoder (SAA7113) and the video encoder (SAA7129), as in their data sheets: 7-bit slave
  * addresses, and the registers that programs reach by number. The chips' tables in regdb/ have all registers.
  */

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The geometry of the video picture (PAL), and of the overlay's text on it.
  *
  * A frame is 720 x 576 pixels of 32 bits. It is transmitted as two fields of 288 lines: first the even frame

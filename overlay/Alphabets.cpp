@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "overlay/Alphabets.h"
 
 #include "overlay/CIso8859_16Codec.h"

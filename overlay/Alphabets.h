@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The alphabets of countries, and how the overlay shows them. */
 #ifndef HALDEND_OVERLAY_ALPHABETS_H
 #define HALDEND_OVERLAY_ALPHABETS_H

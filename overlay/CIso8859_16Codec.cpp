@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "overlay/CIso8859_16Codec.h"
 
 #include "fpga/font_tables.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "overlay/COverlayObjectManager.h"
 
 #include "overlay/COverlayText.h"

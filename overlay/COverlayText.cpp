@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "overlay/COverlayText.h"
 
 COverlayText::COverlayText() : m_eForegroundColor{1}, m_eBackgroundColor{5}, m_u8X(0), m_u8Y(0) {}

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #ifndef HALDEND_OVERLAY_COVERLAYTEXT_H
 #define HALDEND_OVERLAY_COVERLAYTEXT_H
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "overlay/COverlayTextIds.h"
 
 void COverlayTextIds::insert(unsigned int uId, unsigned int uHandle)

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "overlay/COverlayTextPlaces.h"
 
 #include "hw/video_geometry.h"

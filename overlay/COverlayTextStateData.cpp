@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "overlay/COverlayTextStateData.h"
 
 #include "overlay/COverlayTextIds.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "overlay/CVideoOverlayBackEnd.h"
 
 #include "fpga/font.h"

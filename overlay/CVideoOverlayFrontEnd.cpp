@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "overlay/CVideoOverlayFrontEnd.h"
 
 #include "daemon/CEventLogger.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The only list of the overlay features that clients may ask for and that this board has no hardware for. The
  * slots of the service object, the forwarders of the front end, the interface of the back ends, this board's
  * answers and the table in docs/dbus-api.md are made from it. That page's generator refuses an interface file

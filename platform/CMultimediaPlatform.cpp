@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "platform/CMultimediaPlatform.h"
 
 #include "daemon/CEventLogger.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "platform/Lime.h"
 
 #include "hw/lime_map.h"

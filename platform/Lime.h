@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #ifndef HALDEND_PLATFORM_LIME_H
 #define HALDEND_PLATFORM_LIME_H
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "platform/VideoImageFile.h"
 
 #include "fpga/video_image.h"

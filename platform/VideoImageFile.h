@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A still image as a file: a Windows bitmap (BITMAPFILEHEADER and BITMAPINFOHEADER, 54 bytes together) and
  * the FPGA's image behind it.
  *

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The descriptors of the four chips. Decoder and encoder share the I2C access functions, which reach the
  * slave that was selected last.
  */

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The four chips: the overlay FPGA, the Lime display controller, the SAA7113 video decoder and the SAA7129
  * video encoder. Each has a register table, a configuration that mirrors its fields, and a descriptor that
  * ties both to the functions that read and write the chip.

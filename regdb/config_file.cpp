@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Register files. */
 #include "regdb/config_file.h"
 

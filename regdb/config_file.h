@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Register files: one libconfig file for each chip, with a group for each register and an integer for each
  * bit field. docs/register-files.md describes the format and lists all names.
  */

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Whether a file may be given to the configuration library. */
 #include "regdb/config_guard.h"
 

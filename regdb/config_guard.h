@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Whether a file may be given to the configuration library.
  *
  * The library ends the process if an opened file can't be read: a folder, a broken medium. It waits for ever

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The mirror of the bit fields in a chip's configuration object: a group for each register, an integer for
  * each field, right-aligned.
  *

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Registers and fields as the table has them. */
 #include "regdb/debug_print.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Registers and fields as the table has them, on standard error, for service staff. The chip is not read.
  * Registers of an unknown width are left out. */
 #ifndef HALDEND_REGDB_DEBUG_PRINT_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The records of the register database: registers, their bit fields, and the descriptor of a chip.
  *
  * They have a header of their own because both sides need them: the tables of regdb/ name the access

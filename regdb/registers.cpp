@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The register database. */
 #include "regdb/registers.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The register database: registers and bit fields by name, composed into register values, split from them,
  * read from the chips and written to them.
  *

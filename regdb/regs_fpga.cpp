@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The overlay FPGA's registers, by device address.
  *
  * Only registers that register files set are here: the store trigger, the displayed graphic page, the

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The display controller's registers: video capture, display control and the layers.
  *
  * Kept: the order, unsorted. Register files and everything that walks over all registers have this order.

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The video decoder's registers, with their values at the start.
  *
  * Every register is one field of eight bits, except the status byte, which is split. CVER is read-only, so it

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The video encoder's registers, with their values at the start: one field of eight bits each.
  *
  * A help text names the register's purpose and its bits from 7 to 0; 0 stands for a bit that must be written

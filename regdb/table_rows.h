@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The rows of the chip tables: constants that the compiler checks, and the mutable copies made from them.
  *
  * Field values change at run time, and the compiler can only check constants. So the fields of a register are

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Prints the register tables of the four chips as Markdown, for docs/register-files.md; checks that page, and
  * brings it up to date.
  */

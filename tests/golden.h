@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Golden pictures: the expected pictures, pixel by pixel, as PNG files in tests/golden.
  *
  *     QCOMPARE(differenceFromGolden(cPicture, QStringLiteral("test_card")), QString());

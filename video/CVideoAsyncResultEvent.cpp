@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "video/CVideoAsyncResultEvent.h"
 
 CVideoAsyncResultEvent::CVideoAsyncResultEvent(EVideoProcessorResult eResult)

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "video/CVideoInputSignalMonitor.h"
 
 #include "hw/saa71xx_device.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "video/CVideoProcessor.h"
 
 #include "video/CVideoAsyncResultEvent.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "board/codec/CCodec.h"
 
 #include "board/state/CBoard.h"

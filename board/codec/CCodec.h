@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #ifndef HALDEND_BOARD_CODEC_CCODEC_H
 #define HALDEND_BOARD_CODEC_CCODEC_H
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "board/codec/CCodecService.h"
 
 #include "board/state/CBoard.h"

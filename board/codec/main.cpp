@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* halden-codec: the codec service's stand-in, on the system bus and on the board that HALDEN_BOARD names. */
 #include "board/codec/CCodecService.h"
 #include "board/state/CBoard.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "board/create/CBoardMaker.h"
 
 #include "board/picture/CTestPicture.h"

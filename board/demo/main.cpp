@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* halden-demo: draws on the overlay through the overlay library, as the daemon does.
  *
  * Start it like the daemon, with the board library preloaded and HALDEN_BOARD set; `halden-board picture`

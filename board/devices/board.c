@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Attaching a board, and finding the functions that the library hides.
  *
  * A board is built up privately and then published with one exchange of a pointer. Threads that attach at the

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The table of descriptors.
  *
  * One atomic word a descriptor. The lower byte is the device. The bits above it are the chosen slave address

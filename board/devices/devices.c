@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The operations common to the three devices: open, close, map and block transfers, with their faults and
  * their lines in the trace.
  *

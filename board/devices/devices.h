@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The devices of the attached board, as the preloaded library shows them to the program: the table of
  * descriptors, the operations, faults, trace, judging.
  *

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Counts down the faults in the control file. */
 #include "board/devices/devices.h"
 

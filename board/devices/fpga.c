@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The FPGA's requests: registers, at three widths. Memory is reached by block transfers. */
 #include "board/devices/requests.h"
 #include "hw/fpga_map.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The bus of the video decoder and encoder: requests choose a chip and transfer a byte. */
 #include "board/devices/requests.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Judging: notes in the board, a line each, every operation that no program for this board may do to its
  * devices.
  *

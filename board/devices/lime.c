@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The display controller's registers. Programs reach them through a mapping, so the board can only lay them
  * out in the program's byte order. */
 #include "board/devices/devices.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* File offsets of the devices.
  *
  * The kernel would keep them too. But then a seek would be a system call, nearly as costly as the transfer

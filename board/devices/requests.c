@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Requests in the trace, and the refusal of wrong ones. */
 #include "board/devices/requests.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Requests, which are ioctl calls: the helpers that the devices share, and the requests of each device. */
 #ifndef HALDEND_BOARD_DEVICES_REQUESTS_H
 #define HALDEND_BOARD_DEVICES_REQUESTS_H

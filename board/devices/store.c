@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The FPGA's store trigger: stores the live picture in the image memory.
  *
  * The image memory holds a frame as two fields: the even frame lines first, then the odd ones. The live

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Writes the trace, and the other files of lines in the board.
  *
  * The file is opened for every line. A descriptor that stays open could be closed by a program that closes

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "board/judge/CJudgements.h"
 
 #include "board/judge/CLimeJudge.h"

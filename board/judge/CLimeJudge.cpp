@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "board/judge/CLimeJudge.h"
 
 #include "board/judge/map.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The judge's map of the board: addresses, and the bits that registers declare.
  *
  * It is a copy, made by hand, of the register tables and the headers in hw/, because the judge must not

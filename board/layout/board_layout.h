@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The files of a virtual board, and the layout of its control file.
  *
  * Shared by the preloaded library, which is the board as the daemon sees it, and by the class and the tool

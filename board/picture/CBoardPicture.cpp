@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "board/picture/CBoardPicture.h"
 
 #include "board/picture/CFpgaMixer.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "board/picture/CFpgaMixer.h"
 
 #include "board/picture/CPlaybackPicture.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Pictures of the glyph sets. Everything is drawn in frame pixels first, then enlarged as a whole. */
 #include "board/picture/CGlyphSheet.h"
 

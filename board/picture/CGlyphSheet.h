@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Pictures of the glyph sets for people to look at. */
 #ifndef HALDEND_BOARD_PICTURE_CGLYPHSHEET_H
 #define HALDEND_BOARD_PICTURE_CGLYPHSHEET_H

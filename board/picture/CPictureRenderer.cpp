@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "board/picture/CPictureRenderer.h"
 
 #include "board/state/CBoard.h"

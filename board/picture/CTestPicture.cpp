@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "board/picture/CTestPicture.h"
 
 #include "board/layout/board_layout.h"

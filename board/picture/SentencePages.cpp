@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A text page of sentences for each glyph set. */
 #include "board/picture/SentencePages.h"
 

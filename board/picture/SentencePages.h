@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A text page of sentences for each glyph set, in the languages that the set is for: shows how the glyphs
  * read. */
 #ifndef HALDEND_BOARD_PICTURE_SENTENCEPAGES_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The full disk: writes to plain files, and register files opened for writing. */
 #include "board/devices/devices.h"
 #include "board/preload/wraps.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Functions on descriptors that are taken over: operations on a device go to devices/devices.c, all others to
  * the hidden function. */
 #include "board/devices/devices.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The choice of the board from within the program. */
 #include "board/preload/haldenboard.h"
 

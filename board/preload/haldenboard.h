@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The board library linked straight into a program, for unit tests.
  *
  * Link the CMake target haldenboard_inprocess: the program's own open, read, ioctl and so on are then the

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Functions that are taken over only for the path that they are given. */
 #include "board/devices/devices.h"
 #include "board/preload/wraps.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Functions that are taken over only to make them fail. */
 #include "board/devices/devices.h"
 #include "board/preload/wraps.h"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Checks the board library's symbols: cmake -DLIBRARY=... -DNM=... -DREADELF=... -DMAP=... -P symbols_check.cmake
 #
 # It exports what preload.map lists; it calls nothing that it takes over, which would lead back into itself;

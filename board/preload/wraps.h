@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Helpers of the taken-over functions.
  *
  * The library stands between a program and its C library. The source defines every function that it takes

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "board/state/CBoard.h"
 
 #include <QDir>

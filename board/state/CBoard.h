@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #ifndef HALDEND_BOARD_STATE_CBOARD_H
 #define HALDEND_BOARD_STATE_CBOARD_H
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "board/state/CMappedFile.h"
 
 bool CMappedFile::open(const QString& rcPath, qint64 iBytes, QString& rcError)

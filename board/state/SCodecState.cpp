@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "board/state/SCodecState.h"
 
 static const char* const ACTIVITY_NAMES[SCodecState::ACTIVITIES] = {"idle", "recording", "recording-paused",

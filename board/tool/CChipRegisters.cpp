@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "board/tool/CChipRegisters.h"
 
 #include "regdb/chip_regs.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "board/tool/CCommandLine.h"
 
 #include "board/state/CBoard.h"

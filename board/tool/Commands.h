@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The commands of halden-board. Each takes the words behind its name and returns the exit status. */
 #ifndef HALDEND_BOARD_TOOL_COMMANDS_H
 #define HALDEND_BOARD_TOOL_COMMANDS_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* halden-board: commands that make a board or change its surroundings. */
 #include "board/create/CBoardMaker.h"
 #include "board/picture/CTestPicture.h"

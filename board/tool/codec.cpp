@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* halden-board: the command that steers the codec stand-in. */
 #include "board/state/CBoard.h"
 #include "board/tool/CCommandLine.h"

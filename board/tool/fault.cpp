@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* halden-board: making operations fail. */
 #include "board/state/CBoard.h"
 #include "board/tool/CCommandLine.h"

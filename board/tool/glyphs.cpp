@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* halden-board: the command that shows the glyph sets. It needs no board. */
 #include "board/picture/CGlyphSheet.h"
 #include "board/tool/CCommandLine.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* halden-board: the command that shows what programs did to the board against its rules. */
 #include "board/judge/CJudgements.h"
 #include "board/state/CBoard.h"

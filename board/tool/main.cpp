@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* halden-board: makes virtual boards, shows what programs do to them, and controls them. */
 #include "board/tool/Commands.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* halden-board: the command that lists the registers of the chips. */
 #include "board/tool/CChipRegisters.h"
 #include "board/tool/CCommandLine.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* halden-board: commands that show what a board does. */
 #include "board/picture/CBoardPicture.h"
 #include "board/state/CBoard.h"

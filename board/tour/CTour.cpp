@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "board/tour/CTour.h"
 
 #include "board/picture/CBoardPicture.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* halden-tour: a private bus, a virtual board, the codec stand-in and the daemon, to be shown or to be tried. All of
  * it ends with the program, and its files go. */
 #include "board/tour/CTour.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Any bytes as a register file, and all that the daemon does with one: read it, apply it, write the chip, read the
  * chip, mirror, print, save, and read what was saved.
  *

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* What a fuzzing engine calls. The name is the engine's. */
 #ifndef HALDEND_TESTS_FUZZ_TARGET_H
 #define HALDEND_TESTS_FUZZ_TARGET_H

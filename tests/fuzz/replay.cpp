@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Goes once through the inputs that are named, for builds without a fuzzing engine.
  *
  * Usage: PROGRAM FILE...

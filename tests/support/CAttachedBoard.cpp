@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "tests/support/CAttachedBoard.h"
 
 #include "board/preload/haldenboard.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "tests/support/CBusMonitor.h"
 
 #include "tests/support/Timeouts.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "tests/support/CCodecProcess.h"
 
 #include "board/layout/board_layout.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "tests/support/CDaemonProcess.h"
 
 #include "tests/support/CTemporaryBoard.h"

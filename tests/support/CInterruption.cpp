@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "tests/support/CInterruption.h"
 
 #include <csignal>

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "tests/support/CPlatformBoard.h"
 
 #include "fpga/font.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "tests/support/CScene.h"
 
 #include "tests/support/Judgements.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #ifndef HALDEND_TESTS_CSCENE_H
 #define HALDEND_TESTS_CSCENE_H
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "tests/support/CSshServer.h"
 
 #include "tests/support/Timeouts.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 #include "tests/support/CTemporaryBoard.h"
 
 #include "board/create/CBoardMaker.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Other clocks for the daemon and the codec stand-in, which know nothing of them: Debian's libfaketime, preloaded. The
  * test itself stays on the real one.
  *

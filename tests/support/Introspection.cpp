@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Introspection data in a form that two of them can be compared in. */
 #include "tests/support/Introspection.h"
 

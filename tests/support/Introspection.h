@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Introspection data in a form that two of them can be compared in. */
 #ifndef HALDEND_TESTS_INTROSPECTION_H
 #define HALDEND_TESTS_INTROSPECTION_H

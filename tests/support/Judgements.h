@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* What the board says of the programs on it, in tests: nothing, or what the test announced. */
 #ifndef HALDEND_TESTS_JUDGEMENTS_H
 #define HALDEND_TESTS_JUDGEMENTS_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The display controller with display and live video on, unscaled, for tests of pictures that have no daemon. */
 #ifndef HALDEND_TESTS_LIVEVIDEO_H
 #define HALDEND_TESTS_LIVEVIDEO_H

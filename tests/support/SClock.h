@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* What a program on another clock is started with, and what it leaves behind. Clocks are in FasterClock.h. */
 #ifndef HALDEND_TESTS_SCLOCK_H
 #define HALDEND_TESTS_SCLOCK_H

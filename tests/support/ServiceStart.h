@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Starting a program that serves a bus, and waiting until it does. */
 #ifndef HALDEND_TESTS_SERVICESTART_H
 #define HALDEND_TESTS_SERVICESTART_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* How long the tests wait before they call something hung. Nothing waits this long when all is well; the
  * limits are wide because sanitized and emulated runs are slow.
  */

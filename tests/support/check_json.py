@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Checks lines of JSON on standard input against the schema in a Markdown file, its first block of JSON.
 
 Exit status 0 if all fit; 1 after a line for each that doesn't."""

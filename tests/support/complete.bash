@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: MIT
 # What bash would offer behind the lines of standard input: a line of words each. Argument: the completion script.
 . /usr/share/bash-completion/bash_completion
 . "$1"

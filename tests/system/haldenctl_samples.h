@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Arguments for every command of haldenctl, for tests that go through the whole table. */
 #ifndef HALDEND_TESTS_HALDENCTL_SAMPLES_H
 #define HALDEND_TESTS_HALDENCTL_SAMPLES_H

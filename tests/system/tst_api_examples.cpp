@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The examples of docs/dbus-api.md, run as a reader would, and the page's statements on calls that don't
  * fit. */
 #include "tests/support/CBusMonitor.h"

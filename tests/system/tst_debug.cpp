@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* "/debug" from a client on the bus: the actions of service staff on a running board. */
 #include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"

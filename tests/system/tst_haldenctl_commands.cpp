@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* haldenctl against the daemon: every method is reached, and every command does what it says. */
 #include "ctl/CommandTable.h"
 #include "ctl/Interfaces.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The bash completion, asked as bash asks it, against the command table. */
 #include "ctl/Colors.h"
 #include "ctl/CommandTable.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Each thing that haldenctl doctor finds is brought about here, and found. */
 #include "board/picture/CBoardPicture.h"
 #include "tests/support/CHaldenctl.h"

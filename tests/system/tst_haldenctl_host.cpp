@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* haldenctl --host: the daemon on another machine, through a real sshd. */
 #include "tests/support/CHaldenctl.h"
 #include "tests/support/CSshServer.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* What haldenctl --json prints, against the schema of docs/haldenctl.md. */
 #include "ctl/CommandTable.h"
 #include "tests/support/CHaldenctl.h"

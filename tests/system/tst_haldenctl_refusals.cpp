@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* How haldenctl ends when something is in its way: one line on standard error, and a status for scripts. */
 #include "board/create/CBoardMaker.h"
 #include "tests/support/CBusMonitor.h"

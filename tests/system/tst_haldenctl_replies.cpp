@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* haldenctl and a daemon that answers otherwise than ours: methods without a result stay without a reply. */
 #include "tests/support/CHaldenctl.h"
 #include "tests/support/CPrivateBus.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The files of an installation, and the policy in it as the bus enforces it. */
 #include "board/create/CBoardMaker.h"
 #include "board/state/CBoard.h"

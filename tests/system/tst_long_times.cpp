@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Times of seconds to hours, without waiting: the daemon and the codec stand-in run on other clocks. */
 #include "hw/fpga_map.h"
 #include "tests/support/CCodecProcess.h"

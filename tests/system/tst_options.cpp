@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The command line of the real process: what is printed and logged, and the exit status. */
 #include "tests/support/CDaemonProcess.h"
 

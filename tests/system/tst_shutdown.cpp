@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The end of the real process: SIGTERM and SIGHUP at every moment that a client or an init system can choose,
  * and the loss of the bus. With either of Qt's event dispatchers: they differ in what they still deliver
  * after a quit.

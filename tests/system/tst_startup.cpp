@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The start of the real process: its work on the board, and each way in which it can fail. */
 #include "board/picture/CBoardPicture.h"
 #include "tests/golden.h"

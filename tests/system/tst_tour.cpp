@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The tour of ./run --once, step by step, each picture against its golden one. */
 #include "board/tour/CTour.h"
 #include "tests/golden.h"

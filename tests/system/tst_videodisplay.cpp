@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* "/videodisplay" from a client on the bus to the display controller's registers. */
 #include "board/picture/CBoardPicture.h"
 #include "tests/golden.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* "/videooverlay" from a client on the bus to the FPGA's memory and the picture. */
 #include "board/picture/CBoardPicture.h"
 #include "hw/fpga_map.h"

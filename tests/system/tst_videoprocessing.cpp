@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* "/videoprocessing" from a client on the bus to the codec service, the FPGA and the file system. */
 #include "tests/support/CBusMonitor.h"
 #include "tests/support/CVideoScene.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* "/videoprocessing" when the codec service, the file system, the decoder or a client fails. */
 #include "tests/support/CRawBusClient.h"
 #include "tests/support/CVideoScene.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* More calls than the daemon can carry out at once: it reads them all, answers later, and returns the
  * memory. */
 #include "tests/support/CRawBusClient.h"

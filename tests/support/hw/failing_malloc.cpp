@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Allocations that fail on purpose. */
 #include "tests/support/hw/failing_malloc.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Allocations that fail on purpose. The program has to be linked with --wrap=malloc and --wrap=calloc, which
  * reach the calls of our own objects and leave the libraries' alone. */
 #ifndef HALDEND_TESTS_FAILING_MALLOC_H

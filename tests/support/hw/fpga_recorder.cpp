@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A recorder in the place of the FPGA. */
 #include "tests/support/hw/fpga_recorder.h"
 

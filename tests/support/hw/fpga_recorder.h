@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A recorder in the place of the FPGA: defines the device primitives of hw/fpga_device.h, and so replaces
  * them in the program that links it.
  *

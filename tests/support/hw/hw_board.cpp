@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A virtual board for the hardware layer's tests. */
 #include "tests/support/hw/hw_board.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A virtual board for the hardware layer's tests, linked into the program: made in a temporary folder and
  * attached for the life of the object. Free of Qt, because these tests also run where there is none.
  *

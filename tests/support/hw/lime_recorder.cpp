@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A recorder in the place of the display controller. */
 #include "tests/support/hw/lime_recorder.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A recorder in the place of the display controller: defines the one load and the one store function
  * through which all of its registers are reached, and so replaces them in the program that links it.
  *

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Sleeps that take no time. */
 #include "tests/support/hw/skipped_sleep.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Sleeps that take no time: defines sleep and usleep, and so replaces them in the program that links it. */
 #ifndef HALDEND_TESTS_SKIPPED_SLEEP_H
 #define HALDEND_TESTS_SKIPPED_SLEEP_H

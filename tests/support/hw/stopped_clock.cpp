@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A wall clock that stands still. */
 #include "tests/support/hw/stopped_clock.h"
 

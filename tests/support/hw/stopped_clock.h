@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A wall clock that stands still: defines gettimeofday, and so replaces it in the program that links it and in
  * its libraries, whose dates and times come from it. Timers have another clock. */
 #ifndef HALDEND_TESTS_STOPPED_CLOCK_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Fixtures of the overlay library's tests: the FPGA recorded, with a screen and without. */
 #ifndef HALDEND_TESTS_WITH_SCREEN_H
 #define HALDEND_TESTS_WITH_SCREEN_H

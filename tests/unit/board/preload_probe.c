@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A program without any knowledge of the board: works on the given devices, and prints the results. Usage:
  * preload_probe FPGA LIME I2C */
 #define _GNU_SOURCE

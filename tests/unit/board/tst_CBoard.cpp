@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A board from outside: making it, opening it, and the contents of its parts. */
 #include "board/create/CBoardMaker.h"
 #include "board/judge/CJudgements.h"

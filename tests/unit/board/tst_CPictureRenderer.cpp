@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The monitor's picture, from the registers of the display controller. */
 #include "board/create/CBoardMaker.h"
 #include "board/picture/CBoardPicture.h"

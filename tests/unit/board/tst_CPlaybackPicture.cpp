@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The codec stand-in's picture, and the states in which the monitor shows it. */
 #include "board/create/CBoardMaker.h"
 #include "board/picture/CBoardPicture.h"

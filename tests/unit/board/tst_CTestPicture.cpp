@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The test card. */
 #include "board/picture/CTestPicture.h"
 #include "tests/golden.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The judge's map of the board, compared with the register tables and the overlay's address map. */
 #include "board/judge/map.h"
 #include "hw/fpga_map.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The tool as a process: its output, its changes, and its exit status. */
 #include "board/create/CBoardMaker.h"
 #include "board/picture/CBoardPicture.h"

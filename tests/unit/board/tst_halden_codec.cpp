@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The codec stand-in as a process, on a bus and a board of each test's own. */
 #include "board/create/CBoardMaker.h"
 #include "board/state/CBoard.h"

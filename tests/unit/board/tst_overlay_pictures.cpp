@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Pictures of the overlay library's drawings: the library in process on an attached board, compared with
  * golden pictures. */
 #include "board/picture/CBoardPicture.h"

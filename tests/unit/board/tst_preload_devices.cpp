@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The three devices as the daemon meets them: system calls in, results and trace out. */
 #include "tests/support/CAttachedBoard.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Every fault, on the operation that it is for and on no other. */
 #include "tests/support/CAttachedBoard.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The operations that the board notes because no program for it may do them, and that it notes nothing
  * else. */
 #include "board/judge/CJudgements.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The library itself, preloaded into a program that knows nothing of it. */
 #include "board/create/CBoardMaker.h"
 #include "board/state/CBoard.h"

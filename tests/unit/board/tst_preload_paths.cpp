@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The folder of the register files: the daemon's fixed one leads into the board. */
 #include "board/preload/haldenboard.h"
 #include "tests/support/CAttachedBoard.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The library and the process around it: attaching, threads, children, byte order. */
 #include "board/create/CBoardMaker.h"
 #include "board/preload/haldenboard.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* What is refused before it is sent, and how words are read. */
 #include "ctl/CArguments.h"
 #include "ctl/CFailure.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Mistakes in register files, one by one, and what is told of them. */
 #include "ctl/CRegisterFile.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* How words become the values of a call. */
 #include "ctl/CFailure.h"
 #include "ctl/CallCommand.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The names of the colours. */
 #include "ctl/Colors.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The command table against the interface files, and the help against the table. */
 #include "ctl/CommandTable.h"
 #include "ctl/Help.h"

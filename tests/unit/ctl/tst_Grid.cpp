@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* What of a text leaves the grid. */
 #include "ctl/Grid.h"
 

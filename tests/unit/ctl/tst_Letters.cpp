@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Which letters the glyph sets have. */
 #include "ctl/Letters.h"
 

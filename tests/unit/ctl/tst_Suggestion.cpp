@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* What a misspelt name may have meant. */
 #include "ctl/Suggestion.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The log channel, read from its echo on standard error. */
 #include "daemon/CEventLogger.h"
 #include "tests/support/CCapturedOutput.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Signals that reach this process, and the event loop that they end. */
 #include "daemon/CSignalHook.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The service object of "/debug": its registration, and what it prints during it. tests/system/tst_debug.cpp
  * tests the slots with the whole daemon. */
 #include "dbus/CHaldenDebug.h"

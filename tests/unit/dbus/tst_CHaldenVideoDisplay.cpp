@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The service object and its generated adaptor on a private bus, the display controller recorded. */
 #include "dbus/CHaldenVideoDisplay.h"
 #include "hw/lime_mmio.h"

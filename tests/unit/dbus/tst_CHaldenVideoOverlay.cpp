@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The service object of "/videooverlay": its slots, and the video counter second by second. */
 #include "dbus/CHaldenVideoOverlay.h"
 #include "fpga/screen.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The service object and its generated adaptor on a private bus: its registration, the commands that it
  * forwards, and the signals that it sends. The commands themselves are tested with the video processor. */
 #include "dbus/CHaldenVideoProcessing.h"

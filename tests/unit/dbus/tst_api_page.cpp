@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The rendered docs/dbus-api.md against the interface files. */
 #include "overlay/UnsupportedOperations.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Service objects without a bus to register on. A program of its own: the connection to the system bus is
  * made once a process. */
 #include "dbus/CHaldenVideoDisplay.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Draws with every function of the overlay library on a recorded FPGA, and writes the contents of the FPGA's
  * memory to a file. ./check compares the files of this machine's processor and the target's. */
 #include "fpga/box.h"

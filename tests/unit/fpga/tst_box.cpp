@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Frames of box characters. */
 #include "fpga/box.h"
 #include "tests/support/hw/failing_malloc.h"

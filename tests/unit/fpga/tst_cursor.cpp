@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The hardware cursor and the text cursor. */
 #include "fpga/cursor.h"
 #include "tests/support/hw/fpga_recorder.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The overlay library down to the device calls, on the virtual board: their number, their order, and their
  * failures. */
 #include "fpga/cursor.h"

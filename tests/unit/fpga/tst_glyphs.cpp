@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The glyph sets: rules for every glyph, so that text reads well and nothing flickers. */
 #include "fpga/font_tables.h"
 

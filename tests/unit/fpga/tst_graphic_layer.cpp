@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The graphic layer: which device calls, in which order, and which pixels. */
 #include "fpga/graphic_layer.h"
 #include "fpga/palettes.h"

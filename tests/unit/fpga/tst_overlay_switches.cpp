@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The switches and modes of the CTRL register. */
 #include "fpga/overlay_switches.h"
 #include "fpga/screen.h"

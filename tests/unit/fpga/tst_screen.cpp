@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The screen record, the start-up sequence, and the choice between the glyph sets. */
 #include "fpga/font.h"
 #include "fpga/screen.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The text layer: which device calls, in which order, and the contents of the cells. */
 #include "fpga/font.h"
 #include "fpga/palettes.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The stored video frame: fields on the FPGA's side, a frame with the bottom line first on ours. */
 #include "fpga/video_image.h"
 #include "tests/support/hw/failing_malloc.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The FPGA's device primitives on the virtual board: which device calls they make, and how they fail. */
 #include "hw/fpga_device.h"
 #include "tests/support/hw/hw_board.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The display controller's functions of C linkage: windows, layer switches, table access, and the ways to
  * fail. */
 #include "hw/fpga_device.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The door to the display controller and its mapping, on real files. */
 #include "hw/lime_map.h"
 #include "hw/lime_mmio.h"

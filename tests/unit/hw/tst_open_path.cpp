@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Opening of files: which are opened, which are refused, and the contents afterwards. */
 #include "hw/open_path.h"
 

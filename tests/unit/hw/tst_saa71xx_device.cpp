@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The I2C chips' device primitives on the virtual board. */
 #include "hw/saa71xx_device.h"
 #include "tests/support/hw/hw_board.h"

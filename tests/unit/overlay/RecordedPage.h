@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The text page of a recorded FPGA, for tests of drawing code. */
 #ifndef HALDEND_TESTS_RECORDEDPAGE_H
 #define HALDEND_TESTS_RECORDEDPAGE_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The letters of each country. */
 #include "overlay/Alphabets.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The codec that Qt lacks, compared with the C library's. */
 #include "overlay/CIso8859_16Codec.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The image that nothing draws. */
 #include "overlay/COverlayGraphic.h"
 

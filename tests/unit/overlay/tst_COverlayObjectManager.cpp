@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Texts, their state records and the manager's rules for handles and ids. */
 #include "overlay/COverlayObjectManager.h"
 #include "overlay/COverlayText.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The places of the drawn texts: which of them are searched, and in which order. */
 #include "overlay/COverlayText.h"
 #include "overlay/COverlayTextPlaces.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Texts as cells: which are written, in which order, and which are left. The FPGA is recorded. */
 #include "fpga/font.h"
 #include "fpga/font_tables.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The front end on a back end that only notes its calls, and the real manager. */
 #include "daemon/CEventLogger.h"
 #include "overlay/COverlayObjectManager.h"

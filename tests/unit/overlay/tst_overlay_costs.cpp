@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The cost of drawing: counts the code units that are encoded for it. The FPGA is recorded. */
 #include "overlay/COverlayText.h"
 #include "overlay/CVideoOverlayBackEnd.h"

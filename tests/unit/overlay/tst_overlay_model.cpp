@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Random work on the overlay against a model of its rules: front end, manager and back end on one side, the
  * plainest tables and walks on the other. After each step the FPGA's text page is compared, byte for byte. */
 #include "fpga/font.h"

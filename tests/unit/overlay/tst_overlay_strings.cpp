@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Strings of every kind as cells, in every alphabet. The FPGA is recorded. */
 #include "fpga/font.h"
 #include "overlay/COverlayText.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The bring-up on a virtual board: its result, and the state after a failed step. */
 #include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The video window's registers, recorded in the place of the display controller. */
 #include "hw/lime_map.h"
 #include "hw/lime_mmio.h"

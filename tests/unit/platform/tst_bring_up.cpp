@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A bring-up from the default register files: every call and every store on the devices, in number and order.
  * The display controller's stores are recorded, all others are traced on a virtual board. */
 #include "daemon/CEventLogger.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Still images: from the FPGA into a file and back, and every fault that files can have. */
 #include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Sets the registers of all four chips by name and from a register file, writes their register files and
  * mirrors, and prints them, all into a folder. ./check compares the results of this machine's processor and
  * the target's. */

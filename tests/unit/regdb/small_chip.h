@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A small chip for tests of the register database: one register of each width, recorded access. */
 #ifndef HALDEND_TESTS_SMALL_CHIP_H
 #define HALDEND_TESTS_SMALL_CHIP_H

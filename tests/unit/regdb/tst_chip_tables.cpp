@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The four chip tables against a second copy of them, made for reading: order, addresses, widths, initial
  * values, names and lengths of the fields, and the help texts that users know from register files.
  */

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Register files: reading, writing, printing, and every fault that a file can have. */
 #include "regdb/config_file.h"
 #include "regdb/config_guard.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Register files that are wrong, or strange, on the chips' own tables. The results are the configuration
  * library's; none may end the process, or leave a value in a field that is too large for it.
  */

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The register files that the daemon ships with: their names, their values, and the layout, which is the
  * daemon's. */
 #include "regdb/chip_regs.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The register model: names, composing, splitting, reading and writing. */
 #include "tests/unit/regdb/small_chip.h"
 

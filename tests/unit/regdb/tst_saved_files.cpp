@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Saved register files: their faults, and the commands of docs/register-files.md that repair them, run as
  * written there.
  */

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The check of the camera signal on a virtual board; its ticks are sent, not waited for. */
 #include "daemon/CEventLogger.h"
 #include "hw/fpga_map.h"

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The video processor on a virtual board, with a codec service of the test's own. Its ticks are sent, its
  * sleeps take no time, and its wall clock stands still. */
 #include "board/picture/CBoardPicture.h"

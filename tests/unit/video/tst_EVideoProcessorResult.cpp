@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The numbers on the bus, and the results that become them. */
 #include "video/EVideoInputType.h"
 #include "video/EVideoProcessorResult.h"
