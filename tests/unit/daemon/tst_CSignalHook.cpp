@@ -41,7 +41,7 @@ static int runLoop()
 // The loop has to go on running: a quit in it would end it before the timer does.
 static bool loopStaysRunning()
 {
-    QTimer::singleShot(50, qApp, [] { QCoreApplication::exit(77); });
+    QTimer::singleShot(50, QCoreApplication::instance(), [] { QCoreApplication::exit(77); });
     return runLoop() == 77;
 }
 
@@ -69,7 +69,7 @@ void TestCSignalHook::each_signal_ends_the_loop_once_data()
 void TestCSignalHook::each_signal_ends_the_loop_once()
 {
     QFETCH(int, signal);
-    QTimer::singleShot(0, qApp, [signal] { raise(signal); });
+    QTimer::singleShot(0, QCoreApplication::instance(), [signal] { raise(signal); });
     QCOMPARE(runLoop(), 0);
     QVERIFY(loopStaysRunning());
 }

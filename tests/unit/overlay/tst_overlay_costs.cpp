@@ -36,7 +36,7 @@ protected:
                                   ConverterState* /*psState*/) const override
     {
         m_iUnits += iLength;
-        return QString::fromRawData(pcText, iLength).toLatin1();
+        return QString(pcText, iLength).toLatin1();
     }
 
 private:
