@@ -138,6 +138,11 @@ CBus::CBus(const SPlace& rsPlace)
 {
     if (!m_cConnection.isConnected())
         throw CFailure(eNoDaemon, notConnected(rsPlace, m_cConnection.lastError()));
+    // When the event loop first runs, Qt's own thread adds the connection's name to a list, without a lock. Each call that
+    // is sent reads that list. So wait for an answer of the bus, which comes behind the name, before anything is sent.
+    const SAsked sFirst = askBus("GetId");
+    waitForOne(sFirst.cCall, nullptr, PATIENCE_MS);
+    answerOf(sFirst);
 }
 
 CBus::~CBus()
