@@ -43,7 +43,10 @@ int CHaldenctl::run(const QStringList& rcArguments, const QByteArray& rcInput)
     const bool bEnded = cProcess.waitForFinished(TIMEOUT_PROCESS_MS);
     m_cOutput = withoutLastEnd(cProcess.readAllStandardOutput());
     m_cErrors = withoutLastEnd(cProcess.readAllStandardError());
-    return bEnded && cProcess.exitStatus() == QProcess::NormalExit ? cProcess.exitCode() : -1;
+    if (bEnded && cProcess.exitStatus() == QProcess::NormalExit)
+        return cProcess.exitCode();
+    qWarning("haldenctl %s: %s", qPrintable(rcArguments.join(QLatin1Char(' '))), qPrintable(cProcess.errorString()));
+    return -1;
 }
 
 QJsonObject CHaldenctl::object() const
