@@ -76,11 +76,20 @@ function(haldend_precompile_test_headers)
     target_precompile_headers(haldend_test_headers PRIVATE <QtDBus> <QtTest> <QImage> <QProcess>)
 endfunction()
 
+# haldend_reuse_headers(TARGET HEADERS)
+# Takes the precompiled headers of another target. The moc file that CMake adds to each target includes nothing, or what
+# it needs: to load the headers would take longer than to compile it.
+function(haldend_reuse_headers target headers)
+    target_precompile_headers(${target} REUSE_FROM ${headers})
+    set_source_files_properties("${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/mocs_compilation.cpp"
+        PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
+endfunction()
+
 # haldend_use_test_headers(TARGET)
 # The target needs all modules: their definitions have to be the same, and the sanitizers ask for their types.
 function(haldend_use_test_headers target)
     target_link_libraries(${target} PRIVATE ${HALDEND_TEST_MODULES})
-    target_precompile_headers(${target} REUSE_FROM haldend_test_headers)
+    haldend_reuse_headers(${target} haldend_test_headers)
 endfunction()
 
 # haldend_test(NAME LABEL unit|system SOURCES file... [LINK target...])
