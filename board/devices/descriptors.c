@@ -31,8 +31,9 @@ static void store(uint16_t* entry, unsigned value)
 
 static enum device device_of_file(const struct board* board, const struct stat* status)
 {
+    struct file_identity identity = file_identity_of(status);
     for (int device = DEVICE_FPGA; device < DEVICE_COUNT; ++device)
-        if (board->files[device].inode == status->st_ino && board->files[device].device == status->st_dev)
+        if (board->files[device].inode == identity.inode && board->files[device].device == identity.device)
             return (enum device)device;
     return DEVICE_NONE;
 }

@@ -51,7 +51,7 @@ int device_open(enum device device, int descriptor)
         line_finish(&line, board, error);
     }
     if (error == 0) {
-        if (device == DEVICE_FPGA)
+        if (device == DEVICE_FPGA && !board->pass)
             position_begin(descriptor);
         return descriptor;
     }
@@ -75,9 +75,11 @@ int device_map(enum device device)
     return fault_take(board_current(), traits(device)->map, NULL);
 }
 
-void device_mapped(enum device device, size_t length, int error)
+void device_mapped(enum device device, int descriptor, size_t length, int error)
 {
     const struct board* board = board_current();
+    if (device == DEVICE_LIME && board->pass && error == 0)
+        lime_watch(board, descriptor, length);
     if (!tracing(board))
         return;
     struct line line;
@@ -88,17 +90,32 @@ void device_mapped(enum device device, size_t length, int error)
 
 /* --- Block transfers --- */
 
-static void trace_transfer(const struct board* board, enum device device, const char* operation, size_t count,
-                           const void* buffer, ssize_t result)
+/* A transfer that the program asked for. position: in the FPGA; negative if unknown. */
+struct transfer {
+    enum device device;
+    const char* operation;
+    int64_t position;
+    size_t count;
+};
+
+static void trace_transfer(const struct board* board, const struct transfer* transfer, const void* buffer,
+                           ssize_t result)
 {
     if (!tracing(board))
         return;
+    bool full = tracing_fully(board) && transfer->position >= 0;
     struct line line;
-    line_start(&line, device, operation);
-    line_number(&line, (int64_t)count);
+    line_start(&line, transfer->device, transfer->operation);
+    line_number(&line, (int64_t)transfer->count);
+    if (full)
+        line_place(&line, (uint32_t)transfer->position, 8);
     if (result >= 0) {
         line_text(&line, " =");
         line_number(&line, result);
+    }
+    if (full && result > 0) {
+        line_finish_bytes(&line, board, (uint32_t)transfer->position, buffer, (size_t)result);
+        return;
     }
     if (result > 0)
         line_bytes(&line, buffer, (size_t)result);
@@ -108,7 +125,7 @@ static void trace_transfer(const struct board* board, enum device device, const 
 int64_t device_seek(enum device device, int descriptor, int64_t offset, int whence)
 {
     const struct board* board = board_current();
-    int error = device == DEVICE_I2C ? ESPIPE : fault_take(board, traits(device)->seek, NULL);
+    int error = device == DEVICE_I2C && !board->pass ? ESPIPE : fault_take(board, traits(device)->seek, NULL);
     int64_t position = error == 0 ? position_seek(descriptor, offset, whence) : outcome(error);
     if (device == DEVICE_I2C)
         judge_operation(board, device, "seek", "no such operation");
@@ -131,42 +148,50 @@ static const char* transfer_name(enum device device, bool writing)
     return writing ? "write" : "read";
 }
 
-/* Judges a transfer before it moves the position. Returns the position. */
-static int64_t judge_transfer(const struct board* board, enum device device, int descriptor, bool writing,
-                              size_t count)
+static struct transfer begin_transfer(enum device device, int descriptor, bool writing, size_t count)
 {
-    int64_t position = position_of(descriptor);
+    struct transfer transfer = {device, transfer_name(device, writing), -1, count};
+    int saved = errno;
     if (device == DEVICE_FPGA)
-        judge_block(board, transfer_name(device, writing), position, count);
-    return position;
+        transfer.position = position_of(descriptor);
+    errno = saved;
+    return transfer;
 }
 
-static ssize_t read_inside(const struct board* board, enum device device, int descriptor, void* buffer,
-                           size_t count)
+/* Judges the transfer, but for what a fault makes fail. Returns the error number if the board refuses it. */
+static int transfer_error(const struct board* board, const struct transfer* transfer,
+                          enum board_operation operation, bool* shortened)
 {
-    judge_transfer(board, device, descriptor, false, count);
-    return position_read(descriptor, buffer, count);
+    if (transfer->device != DEVICE_I2C) {
+        int error = fault_take(board, operation, shortened);
+        size_t count = *shortened ? transfer->count / 2 : transfer->count;
+        if (error == 0 && transfer->position >= 0)
+            judge_block(board, transfer->operation, transfer->position, count);
+        return error;
+    }
+    judge_operation(board, transfer->device, transfer->operation, "no such operation");
+    return board->pass ? 0 : EOPNOTSUPP;
 }
 
 ssize_t device_read(enum device device, int descriptor, void* buffer, size_t count)
 {
     const struct board* board = board_current();
+    struct transfer transfer = begin_transfer(device, descriptor, false, count);
     bool shortened = false;
-    int error = device == DEVICE_I2C ? EOPNOTSUPP : fault_take(board, traits(device)->read, &shortened);
-    ssize_t result = error == 0
-                         ? read_inside(board, device, descriptor, buffer, shortened ? count / 2 : count)
-                         : outcome(error);
-    if (device == DEVICE_I2C)
-        judge_operation(board, device, transfer_name(device, false), "no such operation");
-    trace_transfer(board, device, transfer_name(device, false), count, buffer, result);
+    int error = transfer_error(board, &transfer, traits(device)->read, &shortened);
+    ssize_t result =
+        error == 0 ? position_read(descriptor, buffer, shortened ? count / 2 : count) : outcome(error);
+    trace_transfer(board, &transfer, buffer, result);
     return result;
 }
 
 /* A device has an end, while a write behind the end of its file would make the file grow. */
-static ssize_t write_inside(const struct board* board, enum device device, int descriptor, const void* buffer,
-                            size_t count)
+static ssize_t write_inside(const struct board* board, const struct transfer* transfer, int descriptor,
+                            const void* buffer, size_t count)
 {
-    int64_t room = device_bytes(device) - judge_transfer(board, device, descriptor, true, count);
+    if (board->pass)
+        return position_write(descriptor, buffer, count);
+    int64_t room = device_bytes(transfer->device) - position_of(descriptor);
     if (count > 0 && room <= 0)
         return outcome(ENOSPC);
     return position_write(descriptor, buffer, (uint64_t)room < count ? (size_t)room : count);
@@ -175,14 +200,13 @@ static ssize_t write_inside(const struct board* board, enum device device, int d
 ssize_t device_write(enum device device, int descriptor, const void* buffer, size_t count)
 {
     const struct board* board = board_current();
+    struct transfer transfer = begin_transfer(device, descriptor, true, count);
     bool shortened = false;
-    int error = device == DEVICE_I2C ? EOPNOTSUPP : fault_take(board, traits(device)->write, &shortened);
+    int error = transfer_error(board, &transfer, traits(device)->write, &shortened);
     ssize_t result = error == 0
-                         ? write_inside(board, device, descriptor, buffer, shortened ? count / 2 : count)
+                         ? write_inside(board, &transfer, descriptor, buffer, shortened ? count / 2 : count)
                          : outcome(error);
-    if (device == DEVICE_I2C)
-        judge_operation(board, device, transfer_name(device, true), "no such operation");
-    trace_transfer(board, device, transfer_name(device, true), count, buffer, result);
+    trace_transfer(board, &transfer, buffer, result);
     return result;
 }
 
@@ -193,10 +217,10 @@ int device_ioctl(enum device device, int descriptor, uint32_t request, void* arg
     const struct board* board = board_current();
     switch (device) {
     case DEVICE_FPGA:
-        return fpga_ioctl(board, request, argument);
+        return fpga_ioctl(board, descriptor, request, argument);
     case DEVICE_I2C:
         return i2c_ioctl(board, descriptor, request, argument);
     default:
-        return request_refuse(board, device, "ioctl", request, 8, ENOTTY);
+        return request_unknown(board, device, descriptor, request, argument, ENOTTY);
     }
 }

@@ -77,14 +77,27 @@ struct file_identity {
     ino_t inode;
 };
 
+/* What the trace knows of the display controller's registers. */
+struct lime_notes {
+    const uint8_t* windows; /* the register windows; null until there is a mapping */
+    uint32_t count;         /* the trace's word when the values were noted */
+    uint32_t values[64];    /* in the order of the judge's map */
+};
+
 struct board {
     char directory[PATH_MAX]; /* absolute, links resolved */
+    bool pass;                /* real devices do the work; then there are no files but those of notes */
     struct board_control* control;
     uint8_t* fpga;         /* all of fpgamem */
     uint8_t* i2c;          /* all of i2c-1 */
     const uint8_t* camera; /* all of it */
+    struct lime_notes* lime;
     struct file_identity files[DEVICE_COUNT];
 };
+
+/* The file behind a device: of a device node the device. */
+struct stat;
+struct file_identity file_identity_of(const struct stat* status);
 
 /* The attached board, or null. The first call attaches the one that the environment names. */
 struct board* board_current(void);
@@ -110,20 +123,31 @@ static inline bool fault_pending(const struct board* board, enum board_operation
 
 struct line {
     size_t length;
-    char text[192];
+    char text[1024];
 };
 
 static inline bool tracing(const struct board* board)
 {
-    return board_load(&board->control->trace) != 0;
+    return (board_load(&board->control->trace) & BOARD_TRACE_MODE) != BOARD_TRACE_OFF;
+}
+
+static inline bool tracing_fully(const struct board* board)
+{
+    return (board_load(&board->control->trace) & BOARD_TRACE_MODE) == BOARD_TRACE_FULL;
 }
 
 void line_start(struct line* line, enum device device, const char* operation);
 void line_text(struct line* line, const char* text);
-void line_number(struct line* line, int64_t value);                /* decimal */
-void line_hex(struct line* line, uint64_t value, unsigned digits); /* 0x and at least so many digits */
-void line_bytes(struct line* line, const void* bytes, size_t count);
+void line_number(struct line* line, int64_t value);                  /* decimal */
+void line_hex(struct line* line, uint64_t value, unsigned digits);   /* 0x and at least so many digits */
+void line_place(struct line* line, uint32_t place, unsigned digits); /* only full traces have it */
+void line_bytes(struct line* line, const void* bytes, size_t count); /* the first ones */
 void line_finish(struct line* line, const struct board* board, int error); /* error: number, or 0 */
+
+/* Finishes the line of an operation that succeeded with all bytes. Those that it has no room for follow in lines of
+ * their own; address is the first one's in the FPGA. */
+void line_finish_bytes(struct line* line, const struct board* board, uint32_t address, const void* bytes,
+                       size_t count);
 
 /* Appends the line to a file of the board, unless the file is longer than most bytes already; 0 is no
  * limit. */
@@ -156,12 +180,20 @@ int device_ioctl(enum device device, int descriptor, uint32_t request, void* arg
 /* Stores the live picture in the FPGA's image memory, as the store trigger does. */
 void store_live_picture(const struct board* board);
 
-/* Turns the registers of the display controller, mapped at lime, into this program's byte order. */
-void lime_adopt(struct board_control* control, uint8_t* lime);
+/* Turns the registers of the display controller into this program's byte order. windows: their mapping, from
+ * LIME_HOST_WINDOW on. */
+void lime_adopt(struct board_control* control, uint8_t* windows);
+
+/* Notes the registers of the display controller that have changed since the last note. Their stores are no calls, so
+ * this is done in front of each line of a full trace, and at the end of the program. */
+void lime_note(const struct board* board);
+
+/* Pass-through: the program has mapped the real display controller, with this length, from its begin on. */
+void lime_watch(const struct board* board, int descriptor, size_t length);
 
 /* device_map() judges a mapping before it is made, and returns an error number or 0. device_mapped() notes
  * its result. */
 int device_map(enum device device);
-void device_mapped(enum device device, size_t length, int error);
+void device_mapped(enum device device, int descriptor, size_t length, int error);
 
 #endif

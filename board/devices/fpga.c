@@ -74,33 +74,39 @@ static int fpga_transfer(const struct board* board, bool writing, unsigned bytes
     return 0;
 }
 
-static int fpga_plain(const struct board* board)
+static int fpga_plain(const struct board* board, int descriptor, void* argument)
 {
+    int result = board->pass ? request_pass(descriptor, FPGA_PLAIN, argument) : 0;
     if (tracing(board))
-        request_trace(board, DEVICE_FPGA, "ioctl", FPGA_PLAIN, 8, NULL, 0, 0, 0);
-    return 0;
+        request_trace(board, DEVICE_FPGA, "ioctl", FPGA_PLAIN, 8, NULL, 0, 0, result < 0 ? errno : 0);
+    return result;
 }
 
-int fpga_ioctl(const struct board* board, uint32_t request, void* argument)
+int fpga_ioctl(const struct board* board, int descriptor, uint32_t request, void* argument)
 {
     static const char* const names[FPGA_TRANSFERS] = {"read8",  "read16",  "read32",
                                                       "write8", "write16", "write32"};
     struct fpga_record* record = argument;
     uint32_t number = request - FPGA_READ_8;
     if (request == FPGA_PLAIN)
-        return fpga_plain(board);
-    if (number >= FPGA_TRANSFERS)
-        return request_refuse(board, DEVICE_FPGA, "ioctl", request, 8, ENOTTY);
-    if (record == NULL)
-        return request_refuse(board, DEVICE_FPGA, "ioctl", request, 8, EFAULT);
+        return fpga_plain(board, descriptor, argument);
+    if (number >= FPGA_TRANSFERS || record == NULL)
+        return request_unknown(board, DEVICE_FPGA, descriptor, request, argument,
+                               number >= FPGA_TRANSFERS ? ENOTTY : EFAULT);
     bool writing = number >= FPGA_WIDTHS;
     unsigned bytes = 1u << number % FPGA_WIDTHS;
-    int error = fpga_transfer(board, writing, bytes, record);
+    int result = 0;
+    if (board->pass) {
+        judge_register(board, writing, bytes, record->address, record->value);
+        result = request_pass(descriptor, request, argument);
+    } else {
+        result = outcome(fpga_transfer(board, writing, bytes, record));
+    }
     if (tracing(board))
         request_trace(board, DEVICE_FPGA, names[number], record->address, 8,
-                      writing      ? ""
-                      : error == 0 ? " ="
-                                   : NULL,
-                      record->value, 2 * bytes, error);
-    return outcome(error);
+                      writing       ? ""
+                      : result >= 0 ? " ="
+                                    : NULL,
+                      record->value, 2 * bytes, result < 0 ? errno : 0);
+    return result;
 }

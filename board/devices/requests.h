@@ -20,11 +20,19 @@ void request_trace(const struct board* board, enum device device, const char* op
                    unsigned address_digits, const char* separator, uint32_t value, unsigned value_digits,
                    int error);
 
-/* Judges and notes a request that the device doesn't know. Returns the result of the call. */
-int request_refuse(const struct board* board, enum device device, const char* operation, uint32_t number,
+/* Judges a request that no program may make; error is what the board answers. */
+void request_judge(const struct board* board, enum device device, const char* operation, uint32_t number,
                    unsigned digits, int error);
 
-int fpga_ioctl(const struct board* board, uint32_t request, void* argument);
+/* Judges and notes a request that the board doesn't know, or whose argument is of no use. Refuses it with the error;
+ * a real device answers itself. Returns the result of the call. */
+int request_unknown(const struct board* board, enum device device, int descriptor, uint32_t request,
+                    void* argument, int error);
+
+/* The answer of the real device. */
+int request_pass(int descriptor, uint32_t request, void* argument);
+
+int fpga_ioctl(const struct board* board, int descriptor, uint32_t request, void* argument);
 int i2c_ioctl(const struct board* board, int descriptor, uint32_t request, void* argument);
 
 #endif

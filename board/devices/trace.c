@@ -15,7 +15,11 @@ NEXT(close, int, int)
 NEXT(lseek64, int64_t, int, int64_t, int)
 NEXT(write, ssize_t, int, const void*, size_t)
 
-enum { BYTES_SHOWN = 16 };
+enum {
+    BYTES_SHOWN = 16,
+    LEAST_RUN = 4,    /* of equal bytes that are counted */
+    LONGEST_RUN = 32, /* characters of a run, and of what follows the last one */
+};
 
 static void put(struct line* line, char character)
 {
@@ -79,6 +83,56 @@ void line_bytes(struct line* line, const void* bytes, size_t count)
         line_text(line, " ...");
 }
 
+void line_place(struct line* line, uint32_t place, unsigned digits)
+{
+    line_text(line, " @");
+    line_hex(line, place, digits);
+}
+
+/* How many bytes from the first one on are equal. */
+static size_t run_of(const uint8_t* bytes, size_t count)
+{
+    size_t run = 1;
+    while (run < count && bytes[run] == bytes[0])
+        ++run;
+    return run;
+}
+
+/* As many bytes as the line has room for. Returns their number. */
+static size_t put_bytes(struct line* line, const uint8_t* bytes, size_t count)
+{
+    size_t done = 0;
+    line_text(line, " :");
+    while (done < count && line->length + LONGEST_RUN < sizeof line->text) {
+        size_t run = run_of(bytes + done, count - done);
+        if (run < LEAST_RUN)
+            run = 1;
+        put(line, ' ');
+        put_digits(line, bytes[done], 16, 2);
+        if (run > 1) {
+            put(line, '*');
+            put_digits(line, run, 10, 1);
+        }
+        done += run;
+    }
+    return done;
+}
+
+void line_finish_bytes(struct line* line, const struct board* board, uint32_t address, const void* bytes,
+                       size_t count)
+{
+    size_t done = put_bytes(line, bytes, count);
+    if (done < count)
+        line_text(line, " ...");
+    line_finish(line, board, 0);
+    while (done < count) {
+        line_start(line, DEVICE_FPGA, "bytes");
+        line_place(line, address + (uint32_t)done, 8);
+        done += put_bytes(line, (const uint8_t*)bytes + done, count - done);
+        line_finish(line, board, 0);
+    }
+}
+
 static void put_error(struct line* line, int error)
 {
     const char* name = strerrorname_np(error);
@@ -112,5 +166,6 @@ void line_finish(struct line* line, const struct board* board, int error)
     if (error != 0)
         put_error(line, error);
     put(line, '\n');
+    lime_note(board);
     line_append(line, board, BOARD_TRACE, 0);
 }

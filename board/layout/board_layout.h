@@ -24,7 +24,9 @@
 #include <stdint.h>
 #include <unistd.h>
 
-#define BOARD_VARIABLE "HALDEN_BOARD" /* environment: the board's directory */
+/* Environment: the board's directory, and the one with links to real devices. */
+#define BOARD_VARIABLE      "HALDEN_BOARD"
+#define BOARD_PASS_VARIABLE "HALDEN_BOARD_PASS"
 
 /* Files of the directory. */
 #define BOARD_FPGA        "fpgamem"
@@ -99,6 +101,16 @@ enum board_codec_mode { BOARD_CODEC_MODES(BOARD_CODEC_ENUMERATOR) BOARD_CODEC_MO
 #define BOARD_FAULT_FOREVER 0xffffffffu
 #define BOARD_FAULT_SHORT   1u
 
+/* The lowest byte of the word "trace". The bits above it count how often the trace was switched to full: with a new
+ * count programs note what the display controller has, whether it changed or not. */
+enum board_trace_mode {
+    BOARD_TRACE_OFF,
+    BOARD_TRACE_ON,   /* of a transfer the first bytes */
+    BOARD_TRACE_FULL, /* all of it, with places, and the display controller's registers */
+};
+#define BOARD_TRACE_MODE  0xffu
+#define BOARD_TRACE_COUNT 0x100u /* the lowest bit of the count */
+
 /* A fault. To set one, store 0 in fail, then the other fields, then fail: other programs may read it at any
  * time. */
 struct board_fault {
@@ -114,7 +126,7 @@ struct board_control {
     uint32_t magic;
     uint32_t version;
     uint32_t lime_order;                          /* order of fb0's words */
-    uint32_t trace;                               /* 1: note every device operation */
+    uint32_t trace;                               /* how device operations are noted, see below */
     struct board_fault faults[BOARD_FAULT_SLOTS]; /* by enum board_operation */
     uint32_t codec_mode;                          /* enum board_codec_mode */
     uint32_t codec_delay;                         /* of each call, milliseconds */

@@ -221,7 +221,7 @@ ssize_t board_write(int descriptor, const void* buffer, size_t count)
         else                                                                                             \
             errno = error;                                                                               \
         if (device != DEVICE_NONE)                                                                       \
-            device_mapped(device, length, map == MAP_FAILED ? errno : 0);                                \
+            device_mapped(device, descriptor, length, map == MAP_FAILED ? errno : 0);                    \
         return map;                                                                                      \
     }
 

@@ -199,13 +199,37 @@ bool CBoard::isCameraPlugged() const
 
 void CBoard::setTracing(bool bOn)
 {
-    if (isOpen())
-        board_store(&control()->trace, bOn ? 1 : 0);
+    if (!isOpen())
+        return;
+    const quint32 u32Count = board_load(&control()->trace) & ~BOARD_TRACE_MODE;
+    board_store(&control()->trace, u32Count | (bOn ? BOARD_TRACE_ON : BOARD_TRACE_OFF));
+}
+
+void CBoard::setTracingFully()
+{
+    if (!isOpen())
+        return;
+    const quint32 u32Count = board_load(&control()->trace) & ~BOARD_TRACE_MODE;
+    board_store(&control()->trace, (u32Count + BOARD_TRACE_COUNT) | BOARD_TRACE_FULL);
 }
 
 bool CBoard::isTracing() const
 {
-    return isOpen() && board_load(&control()->trace) != 0;
+    return isOpen() && (board_load(&control()->trace) & BOARD_TRACE_MODE) != BOARD_TRACE_OFF;
+}
+
+bool CBoard::isTracingFully() const
+{
+    return isOpen() && (board_load(&control()->trace) & BOARD_TRACE_MODE) == BOARD_TRACE_FULL;
+}
+
+// One write, in append mode: the lines of programs stay whole.
+bool CBoard::noteInTrace(const QStringList& rcLines)
+{
+    QFile cFile(path(BOARD_TRACE));
+    const QByteArray cText = (rcLines.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8();
+    return rcLines.isEmpty() || (isOpen() && cFile.open(QIODevice::Append | QIODevice::Unbuffered) &&
+                                 cFile.write(cText) == cText.size());
 }
 
 QStringList CBoard::linesOf(const char* pszFile) const

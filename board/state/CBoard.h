@@ -98,10 +98,14 @@ public:
     /// @}
 
     /// \name Trace
-    /// One line a device operation; virtual-board-reference.md has the grammar.
+    /// One line a device operation; virtual-board-reference.md has the grammar. A full trace has all bytes, and can
+    /// be replayed; CTraceSnapshot notes what was there before it.
     /// @{
     void setTracing(bool bOn);
+    void setTracingFully();
     bool isTracing() const;
+    bool isTracingFully() const;
+    bool noteInTrace(const QStringList& rcLines);
     QStringList traceLines() const;
     bool clearTrace();
     /// @}
