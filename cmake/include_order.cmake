@@ -24,6 +24,7 @@ set(order
     board/preload
     board/picture
     board/create
+    board/trace
     board/codec
     board/tool
     board/demo

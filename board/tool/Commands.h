@@ -7,12 +7,14 @@
 
 int commandCamera(const QStringList& rcArguments);
 int commandCodec(const QStringList& rcArguments);
+int commandCompare(const QStringList& rcArguments);
 int commandCreate(const QStringList& rcArguments);
 int commandFault(const QStringList& rcArguments);
 int commandGlyphs(const QStringList& rcArguments);
 int commandJudgements(const QStringList& rcArguments);
 int commandPicture(const QStringList& rcArguments);
 int commandRegisters(const QStringList& rcArguments);
+int commandReplay(const QStringList& rcArguments);
 int commandSignal(const QStringList& rcArguments);
 int commandTrace(const QStringList& rcArguments);
 

@@ -5,7 +5,6 @@
 #include "board/tool/CCommandLine.h"
 #include "board/tool/Commands.h"
 
-#include <QFile>
 #include <QSaveFile>
 #include <QThread>
 
@@ -87,52 +86,4 @@ int commandPicture(const QStringList& rcArguments)
     else
         updatePicture(&cFile);
     return cFile.cError.isEmpty() ? cLine.exitStatus() : cLine.fail(cFile.cError);
-}
-
-// Trace
-
-/// Prints the lines added to the trace since the last time; all of them if the trace was cleared.
-static bool printNewLines(void* pvFile)
-{
-    auto& rcFile = *static_cast<QFile*>(pvFile);
-    if (rcFile.size() < rcFile.pos())
-        rcFile.seek(0);
-    const QByteArray cNew = rcFile.readAll();
-    std::fwrite(cNew.constData(), 1, static_cast<size_t>(cNew.size()), stdout);
-    return std::fflush(stdout) == 0;
-}
-
-static int followTrace(CCommandLine& rcLine, const CBoard& rcBoard)
-{
-    QFile cFile(rcBoard.path(BOARD_TRACE));
-    if (!cFile.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return rcLine.fail(QStringLiteral("%1: %2").arg(cFile.fileName(), cFile.errorString()));
-    repeatUntilStopped(printNewLines, &cFile);
-    return rcLine.exitStatus();
-}
-
-int commandTrace(const QStringList& rcArguments)
-{
-    CCommandLine cLine(QStringLiteral("trace"),
-                       QStringLiteral("Notes each device operation as a line, while it is on."));
-    cLine.addArgument(
-        QStringLiteral("on | off | show | clear | follow"),
-        QStringLiteral("switch it; show or forget the lines; show each line as it comes, until Ctrl-C"));
-    CBoard cBoard;
-    if (!cLine.parse(rcArguments, 1, 1) || !cLine.openBoard(cBoard))
-        return cLine.exitStatus();
-    const QString cWhat = cLine.arguments().first();
-    if (cWhat == QLatin1String("on") || cWhat == QLatin1String("off"))
-        cBoard.setTracing(cWhat == QLatin1String("on"));
-    else if (cWhat == QLatin1String("show"))
-        for (const QString& rcLine : cBoard.traceLines())
-            std::puts(qPrintable(rcLine));
-    else if (cWhat == QLatin1String("clear")) {
-        if (!cBoard.clearTrace())
-            return cLine.fail(QStringLiteral("%1: can't be cleared").arg(cBoard.path(BOARD_TRACE)));
-    } else if (cWhat == QLatin1String("follow"))
-        return followTrace(cLine, cBoard);
-    else
-        return cLine.refuse(QStringLiteral("'%1' is none of on, off, show, clear, follow").arg(cWhat));
-    return cLine.exitStatus();
 }
