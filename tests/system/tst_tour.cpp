@@ -1,6 +1,10 @@
 /* SPDX-License-Identifier: MIT */
 /* The tour of ./run --once, step by step, each picture against its golden one. */
+#include "board/picture/CBoardPicture.h"
 #include "board/tour/CTour.h"
+#include "board/trace/CBoardComparison.h"
+#include "board/trace/CTraceReplay.h"
+#include "board/trace/CTraceSnapshot.h"
 #include "tests/golden.h"
 #include "tests/support/CCodecProcess.h"
 #include "tests/support/CScene.h"
@@ -17,6 +21,7 @@ private slots:
     void cleanupTestCase();
     void steps_data();
     void steps();
+    void a_replay_of_the_trace_shows_the_last_pictures();
     void what_is_no_step_is_refused_data();
     void what_is_no_step_is_refused();
 
@@ -25,12 +30,15 @@ private:
     CCodecProcess m_cCodec;
     QTemporaryDir m_cPictures;
     QScopedPointer<CTour> m_pcTour;
+    QString m_cLastPicture;
+    int m_iLinesOfLastPicture = 0; ///< of the trace, when it was taken
 };
 
 void TestTour::initTestCase()
 {
     QVERIFY2(m_cScene.prepare(), m_cScene.describe());
     QVERIFY2(m_cCodec.start(m_cScene.bus().address(), m_cScene.board().directory()), m_cCodec.describe());
+    QVERIFY(CTraceSnapshot::begin(m_cScene.board()));
     QVERIFY2(m_cScene.start(), m_cScene.describe());
     m_pcTour.reset(new CTour(m_cScene.daemon().client(), m_cScene.board(), m_cPictures.path(),
                              [](const QString& rcLine) { qInfo("%s", qPrintable(rcLine)); }));
@@ -56,8 +64,35 @@ void TestTour::steps()
     QFETCH(QString, step);
     QCOMPARE(m_pcTour->carryOut(step), QString());
     const QString cName = step.section(QStringLiteral("picture "), 1);
-    if (step.startsWith(QLatin1String("picture ")))
-        QCOMPARE(differenceFromGolden(m_pcTour->picture(cName), QStringLiteral("tour_") + cName), QString());
+    if (!step.startsWith(QLatin1String("picture ")))
+        return;
+    QCOMPARE(differenceFromGolden(m_pcTour->picture(cName), QStringLiteral("tour_") + cName), QString());
+    m_cLastPicture = cName;
+    m_iLinesOfLastPicture = m_cScene.board().traceLines().size();
+}
+
+// The last one that was taken, in which the frame generator is the source, and what the monitor shows at the end. The
+// trace has no camera: the replay gets the picture that it sees.
+void TestTour::a_replay_of_the_trace_shows_the_last_pictures()
+{
+    CBoard& rcBoard = m_cScene.board();
+    const QImage cEnd = CBoardPicture::monitor(rcBoard);
+    QVERIFY(CTraceSnapshot::end(rcBoard));
+    CTemporaryBoard cReplayed;
+    QVERIFY(cReplayed.make());
+    cReplayed.board().setCamera(rcBoard.cameraImage());
+    CTraceReplay cReplay(cReplayed.board());
+    QString cError;
+    QVERIFY(cReplay.open(cError));
+    int iLine = 0;
+    for (const QString& rcLine : rcBoard.traceLines()) {
+        QVERIFY2(cReplay.apply(rcLine, cError), qPrintable(rcLine.left(100) + ": " + cError));
+        if (++iLine == m_iLinesOfLastPicture)
+            QVERIFY(CBoardPicture::monitor(cReplayed.board()) == m_pcTour->picture(m_cLastPicture));
+    }
+    QVERIFY(iLine > m_iLinesOfLastPicture);
+    QVERIFY(CBoardPicture::monitor(cReplayed.board()) == cEnd);
+    QCOMPARE(CBoardComparison::firstDifference(rcBoard, cReplayed.board()), QString());
 }
 
 void TestTour::what_is_no_step_is_refused_data()
