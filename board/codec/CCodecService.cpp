@@ -70,7 +70,7 @@ bool CCodecService::start(QString& rcError)
         m_cConnection.registerVirtualObject(QStringLiteral("/Play"), this) &&
         m_cConnection.registerService(SERVICE))
         // The state that an earlier stand-in left on the board is over. A second stand-in never comes here.
-        return m_rcBoard.setCodecState(SCodecState());
+        return m_rcBoard.setCodecState(SCodecState()) && m_rcBoard.claimCodec();
     const QString cReason = m_cConnection.lastError().message();
     rcError = SERVICE + QStringLiteral(": ") +
               (cReason.isEmpty() ? QStringLiteral("the name has an owner already") : cReason);

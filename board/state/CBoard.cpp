@@ -6,7 +6,10 @@
 #include <QSaveFile>
 #include <QtEndian>
 
+#include <cerrno>
 #include <cstring>
+
+#include <sys/file.h>
 
 namespace
 {
@@ -60,6 +63,7 @@ void CBoard::close()
 {
     for (CMappedFile* pcFile : {&m_cControl, &m_cFpga, &m_cLime, &m_cI2c, &m_cCamera})
         pcFile->close();
+    m_cCodecClaim.close();
 }
 
 QString CBoard::path(const char* pszFile) const
@@ -366,6 +370,21 @@ QStringList CBoard::codecCalls() const
 bool CBoard::clearCodecCalls()
 {
     return isOpen() && QFile::resize(path(BOARD_CODEC_LOG), 0);
+}
+
+// The lock goes with the process, even with a killed one. A look at it takes it for a moment: a claim waits for that.
+bool CBoard::claimCodec()
+{
+    m_cCodecClaim.close();
+    m_cCodecClaim.setFileName(path(BOARD_CODEC_LOG));
+    return isOpen() && m_cCodecClaim.open(QIODevice::ReadOnly) && flock(m_cCodecClaim.handle(), LOCK_SH) == 0;
+}
+
+bool CBoard::codecRuns() const
+{
+    QFile cFile(path(BOARD_CODEC_LOG));
+    return isOpen() && cFile.open(QIODevice::ReadOnly) && flock(cFile.handle(), LOCK_EX | LOCK_NB) != 0 &&
+           errno == EWOULDBLOCK;
 }
 
 QString CBoard::codecModeName(board_codec_mode eMode)

@@ -6,6 +6,7 @@
 #include "board/state/CMappedFile.h"
 #include "board/state/SCodecState.h"
 
+#include <QFile>
 #include <QImage>
 #include <QString>
 #include <QStringList>
@@ -139,6 +140,11 @@ public:
     bool noteCodecCall(const QString& rcLine);
     QStringList codecCalls() const;
     bool clearCodecCalls();
+
+    /// Marks this process as a codec stand-in of the board, until it ends or closes the board. codecRuns() says whether
+    /// there is one, however the last one ended.
+    bool claimCodec();
+    bool codecRuns() const;
     /// @}
 
     /// The name of a mode, and the mode of a name: BOARD_CODEC_MODE_COUNT if there is none.
@@ -162,6 +168,7 @@ private:
     CMappedFile m_cLime;
     CMappedFile m_cI2c;
     CMappedFile m_cCamera;
+    QFile m_cCodecClaim; ///< locked while it is open
 };
 
 #endif

@@ -20,6 +20,7 @@ static void printState(const CBoard& rcBoard)
     std::printf("%s, %u ms a call; %s %d %s\n", qPrintable(CBoard::codecModeName(rcBoard.codecMode())),
                 rcBoard.codecDelay(), qPrintable(sState.activityName()), sState.iFrame,
                 qPrintable(sState.cFile));
+    std::puts(rcBoard.codecRuns() ? "halden-codec runs" : "halden-codec doesn't run");
 }
 
 static int slowDown(CCommandLine& rcLine, CBoard& rcBoard)
@@ -50,9 +51,11 @@ int commandCodec(const QStringList& rcArguments)
         QStringLiteral("Controls the codec stand-in, halden-codec, while it runs: chooses how it takes "
                        "its calls, and shows the calls that it got.\n\nModes: %1")
             .arg(modeNames()));
-    cLine.addArgument(QStringLiteral("[show | MODE | slow MS | log | clear]"),
-                      QStringLiteral("show mode and state (default); choose the mode; make each call take MS "
-                                     "milliseconds; show or forget the calls"));
+    cLine.addArgument(
+        QStringLiteral("[show | MODE | slow MS | log | clear]"),
+        QStringLiteral(
+            "show mode and state, and whether it runs (default); choose the mode; make each call take MS "
+            "milliseconds; show or forget the calls"));
     CBoard cBoard;
     if (!cLine.parse(rcArguments, 0, 2))
         return cLine.exitStatus();

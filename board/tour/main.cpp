@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: MIT */
 /* halden-tour: a private bus, a virtual board, the codec stand-in and the daemon, to be shown or to be tried. All of
- * it ends with the program, and its files go. */
+ * it ends with the program. */
+#include "board/tour/CRun.h"
 #include "board/tour/CTour.h"
 #include "tests/support/CCodecProcess.h"
 #include "tests/support/CDaemonProcess.h"
@@ -22,13 +23,23 @@ namespace
 
 const int PAUSE_MS = 100; // between two looks for an interruption
 
-const char* const USAGE = "Usage: halden-tour [SCRIPT PICTURES | --version]\n"
+const char* const USAGE = "Usage: halden-tour [--at DIR] [--verbose]\n"
+                          "       halden-tour restart daemon|codec [--at DIR]\n"
+                          "       halden-tour SCRIPT PICTURES\n"
+                          "       halden-tour --version\n"
                           "\n"
-                          "Starts the daemon on a virtual board, with a bus of its own. Without arguments it "
-                          "runs until Ctrl-C, and\n"
-                          "the program prints what to try. Otherwise the program carries out the script, "
-                          "puts the pictures into the\n"
-                          "folder PICTURES, which it empties first, and ends.\n";
+                          "Starts the daemon on a virtual board, with a bus of its own, runs until Ctrl-C, "
+                          "and prints what to try and what\n"
+                          "happens. Board, bus and picture are in the folder DIR, and the board is there "
+                          "again at the next start. Without\n"
+                          "--at they are in /dev/shm/haldend-run-UID, and the board is new each time.\n"
+                          "\n"
+                          "  --verbose  what the programs say comes out as it is\n"
+                          "  restart    starts one program of such a run again; the board stays as it is\n"
+                          "\n"
+                          "With SCRIPT the program carries out the script on a board of its own, puts the "
+                          "pictures into the folder PICTURES,\n"
+                          "which it empties first, and ends.\n";
 
 // Into a pipe too each line goes at once: the daemon's own lines come in between.
 void print(const QString& rcLine)
@@ -98,15 +109,13 @@ void carryOut(const QString& rcScript, const QString& rcPictures)
            QStringLiteral("haldend didn't end well"));
 }
 
-/// %1 is the bus, %2 the board, %3 and %4 the folders of haldenctl and of halden-board, %5 the picture, %6 the folder
-/// for files.
+/// %1 is the folder of the run, %2 the picture.
 const char* const WHAT_TO_TRY = R"(
 == haldend runs on a virtual board; Ctrl-C ends it
-Picture:  %5 (follows the monitor)
+Picture:  %2 (follows the monitor)
 
 In a second terminal:
-  export DBUS_SYSTEM_BUS_ADDRESS=%1 HALDEN_BOARD=%2
-  export PATH=%3:%4:$PATH
+  . %1/env
 
 Try:
   haldenctl status
@@ -115,46 +124,90 @@ Try:
   haldenctl message "Hello" --at 20,12 --seconds 5
   haldenctl display size 360 288
   haldenctl display position 300 200
-  haldenctl record start %6/film.ts
+  haldenctl record start %1/film.ts
   haldenctl record stop
-  haldenctl image save %6/still.bmp --wait
-  haldenctl doctor --register-files %2/cnfs
+  haldenctl image save %1/still.bmp --wait
+  haldenctl doctor --register-files %1/board/cnfs
   halden-board camera unplug
   haldenctl debug frame-generator on
   halden-board registers --changed
   haldenctl --help
 
-Log and signals:)";
+What happens:)";
 
-void printWhatToTry(CShow& rcShow, const QString& rcFolder, const QString& rcPicture)
+struct SOptions {
+    QString cAt; ///< empty without --at
+    bool bVerbose = false;
+    QStringList cWords; ///< all that are no options
+    bool bUsable = true;
+
+    QString folder() const { return cAt.isEmpty() ? CRunFolder::defaultPath() : cAt; }
+};
+
+SOptions readOptions(QStringList cArguments)
 {
-    print(QString::fromUtf8(WHAT_TO_TRY)
-              .arg(rcShow.busAddress(), rcShow.board().directory(),
-                   QFileInfo(QStringLiteral(HALDENCTL)).absolutePath(),
-                   QFileInfo(QStringLiteral(HALDEND_BOARD_TOOL)).absolutePath(), rcPicture, rcFolder));
+    SOptions sOptions;
+    while (!cArguments.isEmpty()) {
+        const QString cWord = cArguments.takeFirst();
+        if (cWord == QLatin1String("--at") && !cArguments.value(0).isEmpty())
+            sOptions.cAt = cArguments.takeFirst();
+        else if (cWord == QLatin1String("--verbose"))
+            sOptions.bVerbose = true;
+        else if (cWord.startsWith(QLatin1Char('-')))
+            sOptions.bUsable = false;
+        else
+            sOptions.cWords << cWord;
+    }
+    return sOptions;
 }
 
-void stay()
+void stay(const SOptions& rsOptions)
 {
-    CShow cShow;
-    const CMemoryFolder cFolder;
-    const QString cPicture = cFolder.filePath(QStringLiteral("picture.png"));
-    CTour cSignals(cShow.daemon().client(), cShow.board(), cFolder.path(), print);
-    CChildProcess cFollower;
-    cFollower.setProcessChannelMode(QProcess::ForwardedChannels);
-    cFollower.start(QStringLiteral(HALDEND_BOARD_TOOL),
-                    {QStringLiteral("picture"), QStringLiteral("--board"), cShow.board().directory(),
-                     cPicture, QStringLiteral("--follow")});
-    printWhatToTry(cShow, cFolder.path(), cPicture);
+    CRunFolder cFolder(rsOptions.folder(), !rsOptions.cAt.isEmpty());
+    const bool bFolder = cFolder.open();
+    expect(bFolder, cFolder.error());
+    CRun cRun(cFolder, rsOptions.bVerbose);
+    const bool bRuns = cRun.start();
+    expect(bRuns, cRun.error());
+    const bool bWritten = cFolder.writeEnvironment(
+        cRun.busAddress(), {QFileInfo(QStringLiteral(HALDENCTL)).absolutePath(),
+                            QFileInfo(QStringLiteral(HALDEND_BOARD_TOOL)).absolutePath()});
+    expect(bWritten, cFolder.error());
+    print(QString::fromUtf8(WHAT_TO_TRY).arg(cFolder.path(), cRun.picture()));
     QTimer cTimer;
-    QObject::connect(&cTimer, &QTimer::timeout, [&cShow] {
-        if (CInterruption::caught() != 0 || cShow.daemon().process().state() == QProcess::NotRunning)
+    QObject::connect(&cTimer, &QTimer::timeout, [] {
+        if (CInterruption::caught() != 0)
             QCoreApplication::quit();
     });
     cTimer.start(PAUSE_MS);
     QCoreApplication::exec();
-    expect(cShow.daemon().exitCode() == 0 && !cShow.daemon().crashed(),
-           QStringLiteral("haldend ended badly; its messages are above"));
+    if (!cRun.end())
+        throw std::runtime_error(cRun.error().toStdString());
+    CInterruption::check();
+}
+
+void restart(const SOptions& rsOptions)
+{
+    const QString cWrong =
+        CRun::askForRestart(CRunFolder(rsOptions.folder(), true), rsOptions.cWords.value(1));
+    expect(cWrong.isEmpty(), cWrong);
+    print(QStringLiteral("%1 started again").arg(rsOptions.cWords[1]));
+}
+
+/// False if the command line is wrong.
+bool carryOutCommand(const SOptions& rsOptions)
+{
+    const QStringList& rcWords = rsOptions.cWords;
+    const bool bRestart = rcWords.value(0) == QLatin1String("restart");
+    if (!rsOptions.bUsable || (!rcWords.isEmpty() && rcWords.size() != 2) || (bRestart && rsOptions.bVerbose))
+        return false;
+    if (rcWords.isEmpty())
+        stay(rsOptions);
+    else if (bRestart)
+        restart(rsOptions);
+    else
+        carryOut(rcWords[0], rcWords[1]);
+    return true;
 }
 
 } // namespace
@@ -167,19 +220,20 @@ int main(int argc, char* argv[])
         print(QStringLiteral("halden-tour " HALDEND_VERSION));
         return 0;
     }
-    if (!cArguments.isEmpty() && cArguments.size() != 2) {
-        const bool bHelp = cArguments == QStringList{QStringLiteral("--help")};
-        std::fputs(USAGE, bHelp ? stdout : stderr);
-        return bHelp ? 0 : 2;
+    if (cArguments == QStringList{QStringLiteral("--help")}) {
+        std::fputs(USAGE, stdout);
+        return 0;
     }
     CInterruption::install();
     try {
-        cArguments.isEmpty() ? stay() : carryOut(cArguments[0], cArguments[1]);
+        if (carryOutCommand(readOptions(cArguments)))
+            return 0;
+        std::fputs(USAGE, stderr);
+        return 2;
     } catch (const CInterruption& rcInterruption) {
         return 128 + rcInterruption.signal();
     } catch (const std::exception& rcError) {
         std::fprintf(stderr, "halden-tour: %s\n", rcError.what());
         return 1;
     }
-    return 0;
 }

@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QUrl>
 
 #include <pwd.h>
 #include <unistd.h>
@@ -19,13 +20,19 @@ CPrivateBus::~CPrivateBus()
     stop();
 }
 
+QString CPrivateBus::addressOf(const QString& rcSocket)
+{
+    return QStringLiteral("unix:path=") + QString::fromLatin1(QUrl::toPercentEncoding(rcSocket, "/_-.", "~"));
+}
+
 bool CPrivateBus::start(const QString& rcConfiguration)
 {
     m_cProcess.setProcessChannelMode(QProcess::SeparateChannels);
     m_cProcess.start(
         QStringLiteral("dbus-daemon"),
         {QStringLiteral("--config-file=") + rcConfiguration,
-         QStringLiteral("--address=unix:path=%1").arg(m_cDirectory.filePath(QStringLiteral("bus"))),
+         QStringLiteral("--address=") +
+             addressOf(m_cSocket.isEmpty() ? m_cDirectory.filePath(QStringLiteral("bus")) : m_cSocket),
          QStringLiteral("--nofork"), QStringLiteral("--print-address")});
     // The bus prints its address when it accepts connections: the read is the wait.
     while (!m_cProcess.canReadLine()) {

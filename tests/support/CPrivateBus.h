@@ -19,6 +19,12 @@ public:
     /// configuration file than the virtual board's can be named.
     bool start(const QString& rcConfiguration = QStringLiteral(HALDEND_PRIVATE_BUS_CONF));
 
+    /// The socket of the next start, in place of one in a folder of its own.
+    void setSocket(const QString& rcPath) { m_cSocket = rcPath; }
+
+    /// The address of a socket, as the bus takes it.
+    static QString addressOf(const QString& rcSocket);
+
     /// Who stands in for whom in the daemon's policy; an empty name is left as it is.
     struct SPolicy {
         SPolicy(); ///< The shipped policy, where root is the user of the test.
@@ -40,6 +46,7 @@ public:
 
 private:
     QTemporaryDir m_cDirectory;
+    QString m_cSocket;
     CChildProcess m_cProcess;
     QString m_cAddress;
     QString m_cError;

@@ -514,14 +514,18 @@ void TestHaldenBoard::steers_the_codec()
     QCOMPARE(run({"codec", "slow", "250"}), 0);
     QCOMPARE(m_cBoard.codecDelay(), 250u);
     QCOMPARE(run({"codec"}), 0);
-    QCOMPARE(outputLines(), QStringList("ok, 250 ms a call; idle 0 "));
+    QCOMPARE(outputLines(), QStringList({"ok, 250 ms a call; idle 0 ", "halden-codec doesn't run"}));
     SCodecState sState;
     sState.eActivity = SCodecState::PLAYING_PAUSED;
     sState.iFrame = 75;
     sState.cFile = QStringLiteral("a.ts");
     QVERIFY(m_cBoard.setCodecState(sState));
     QCOMPARE(run({"codec", "show"}), 0);
-    QCOMPARE(outputLines(), QStringList("ok, 250 ms a call; playing-paused 75 a.ts"));
+    QCOMPARE(outputLines(),
+             QStringList({"ok, 250 ms a call; playing-paused 75 a.ts", "halden-codec doesn't run"}));
+    QVERIFY(m_cBoard.claimCodec());
+    QCOMPARE(run({"codec"}), 0);
+    QCOMPARE(outputLines().last(), QString("halden-codec runs"));
 }
 
 void TestHaldenBoard::shows_and_clears_the_codec_calls()
