@@ -122,6 +122,10 @@ QString CTraceNames::namedI2c(const STraceOperation& rsOperation)
         return QStringLiteral("i2c slave ") + chipName(*u32Argument);
     }
     const qint64 iChip = rsOperation.u32Place.has_value() ? qint64(*rsOperation.u32Place) : m_iChip;
+    if (rcName == QLatin1String("bytes") && iChip >= 0)
+        return QStringLiteral("i2c bytes %1 bytes from %2 0x00")
+            .arg(rsOperation.cBytes.size())
+            .arg(chipName(static_cast<quint32>(iChip)));
     if ((rcName != QLatin1String("read") && rcName != QLatin1String("write")) || !u32Argument.has_value() ||
         iChip < 0)
         return QString();

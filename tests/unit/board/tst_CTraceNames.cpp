@@ -74,6 +74,8 @@ void TestCTraceNames::names_a_line_data()
                              << "i2c slave 0x26";
     QTest::newRow("chip's register") << "i2c write 0x0a @ 0x25 0x7d"
                                      << "i2c write LUBR lubr=125";
+    QTest::newRow("all of a chip") << "i2c bytes @ 0x25 : 00*255 41"
+                                   << "i2c bytes 256 bytes from saa7113 0x00";
     QTest::newRow("status") << "i2c read 0x1f @ 0x25 = 0x40"
                             << "i2c read SBVD hlvln_hlck=1";
 }

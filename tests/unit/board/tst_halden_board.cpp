@@ -171,7 +171,7 @@ void TestHaldenBoard::helps_data()
     QTest::newRow("tool") << QStringList("--help") << "registers";
     QTest::newRow("tool, short") << QStringList("-h") << "HALDEN_BOARD";
     for (const char* pszCommand : {"create", "picture", "registers", "trace", "camera", "fault", "glyphs",
-                                   "signal", "judgements", "codec"})
+                                   "signal", "judgements", "codec", "replay", "compare"})
         QTest::newRow(pszCommand) << QStringList({pszCommand, "--help"}) << "--board <DIR>";
     QTest::newRow("operations") << QStringList({"fault", "-h"}) << "fpga-ioctl-write";
 }
