@@ -44,7 +44,7 @@ letters are D-Bus types:
 **No reply**: Call it with the no-reply flag. Without the flag (`busctl`'s default) you get an empty reply once the call
 is done. The daemon carries out calls in the order in which you send them.
 
-The examples can be used as they stand. With `./run` set `DBUS_SYSTEM_BUS_ADDRESS` to the address that it prints. The
+The examples can be used as they stand. With `./run` source the file `env` that it names, which sets the bus. The
 line below an example is the output of `busctl`: the type of the answer, then its value. The values are those of a daemon
 with a window of 360 × 288 pixels, one visible text, and a codec service that confirms every command. The text has the
 handle 1, the id 102, and says "Manhole 17".
