@@ -15,7 +15,8 @@ const char* redirected(const char* path, char room[PATH_MAX])
     if (path == NULL || strncmp(path, folder, length) != 0 || (path[length] != '/' && path[length] != '\0'))
         return path;
     const struct board* board = board_current();
-    if (board == NULL || board->pass || strlen(board->directory) + sizeof "/" BOARD_CNFS + strlen(path + length) > PATH_MAX)
+    if (board == NULL || board->pass ||
+        strlen(board->directory) + sizeof "/" BOARD_CNFS + strlen(path + length) > PATH_MAX)
         return path;
     stpcpy(stpcpy(stpcpy(room, board->directory), "/" BOARD_CNFS), path + length);
     return room;

@@ -17,18 +17,18 @@ struct SCommand {
 };
 
 const SCommand COMMANDS[] = {
-    {"create",     "DIR",                              "makes a board",                     commandCreate    },
-    {"picture",    "OUT.png [--follow] [--recorded]",  "writes the monitor's picture",      commandPicture   },
-    {"glyphs",     "SET OUT.png",                      "draws a glyph set's contact sheet", commandGlyphs    },
-    {"registers",  "[NAME...] [--changed]",            "lists registers and their fields",  commandRegisters },
+    {"create",     "DIR",                             "makes a board",                     commandCreate    },
+    {"picture",    "OUT.png [--follow] [--recorded]", "writes the monitor's picture",      commandPicture   },
+    {"glyphs",     "SET OUT.png",                     "draws a glyph set's contact sheet", commandGlyphs    },
+    {"registers",  "[NAME...] [--changed]",           "lists registers and their fields",  commandRegisters },
     {"trace",      "on | full | off | show | follow", "notes device operations",           commandTrace     },
-    {"replay",     "TRACE [--until N | --step] ...",   "builds a board from a trace",       commandReplay    },
-    {"compare",    "A B",                              "names the first difference",        commandCompare   },
-    {"judgements", "[show | clear]",                   "shows forbidden operations",        commandJudgements},
-    {"camera",     "test | FILE | unplug | plug",      "chooses the camera's picture",      commandCamera    },
-    {"signal",     "on | off",                         "switches the video signal",         commandSignal    },
-    {"codec",      "MODE | slow MS | log | clear",     "controls the codec stand-in",       commandCodec     },
-    {"fault",      "OPERATION | list | clear",         "makes operations fail",             commandFault     },
+    {"replay",     "TRACE [--until N | --step] ...",  "builds a board from a trace",       commandReplay    },
+    {"compare",    "A B",                             "names the first difference",        commandCompare   },
+    {"judgements", "[show | clear]",                  "shows forbidden operations",        commandJudgements},
+    {"camera",     "test | FILE | unplug | plug",     "chooses the camera's picture",      commandCamera    },
+    {"signal",     "on | off",                        "switches the video signal",         commandSignal    },
+    {"codec",      "MODE | slow MS | log | clear",    "controls the codec stand-in",       commandCodec     },
+    {"fault",      "OPERATION | list | clear",        "makes operations fail",             commandFault     },
 };
 
 void printUsage(FILE* pcStream)

@@ -7,6 +7,7 @@
 #include <QFileInfo>
 
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -52,9 +53,15 @@ bool CRunFolder::fail(const QString& rcError)
 
 bool CRunFolder::take()
 {
-    if (!QDir().mkpath(m_cPath))
+    // One that goes at the end must be no link: all that is in it goes, too. In a place for everybody, others could
+    // have made one.
+    if (!m_bKeep && QFileInfo(m_cPath).isSymLink())
+        return fail(QStringLiteral("%1 is a link").arg(m_cPath));
+    const mode_t uMask = umask(077);
+    const bool bMade = QDir().mkpath(m_cPath);
+    umask(uMask);
+    if (!bMade)
         return fail(QStringLiteral("%1: can't be made").arg(m_cPath));
-    // Of somebody else's folder the programs in it would be theirs, too.
     if (QFileInfo(m_cPath).ownerId() != geteuid())
         return fail(QStringLiteral("%1 belongs to another user").arg(m_cPath));
     if (QFile::encodeName(socket()).size() >= static_cast<int>(sizeof(sockaddr_un::sun_path)))

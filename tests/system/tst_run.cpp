@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: MIT */
 /* The program behind ./run, for a working day: one folder, restarts, what it reports, and its end. */
 #include "board/state/CBoard.h"
+#include "board/tour/CRunFolder.h"
 #include "tests/support/CChildProcess.h"
 #include "tests/support/CMemoryFolder.h"
 #include "tests/support/Timeouts.h"
@@ -12,6 +13,8 @@
 #include <QtTest>
 
 #include <csignal>
+
+#include <unistd.h>
 
 class TestRun : public QObject
 {
@@ -34,6 +37,8 @@ private slots:
     void refuses_lines();
     void refuses_folders_of_no_use();
     void there_is_nothing_to_restart_without_a_run();
+    void a_folder_without_a_name_goes_at_the_end();
+    void a_link_is_no_folder_that_goes_at_the_end();
 
 private:
     void start(const QStringList& rcArguments = {});
@@ -275,6 +280,30 @@ void TestRun::there_is_nothing_to_restart_without_a_run()
     start();
     QCOMPARE(ask(HALDEN_TOUR, {"restart", "bus", "--at", m_pcFolder->path()}), 1);
     QCOMPARE(m_cAnswer, QByteArray("halden-tour: 'bus' is none of daemon, codec\n"));
+}
+
+void TestRun::a_folder_without_a_name_goes_at_the_end()
+{
+    {
+        CRunFolder cFolder(file("run"), false);
+        QVERIFY2(cFolder.open(), qPrintable(cFolder.error()));
+        QVERIFY(cFolder.board().isOpen());
+        QCOMPARE(QFileInfo(file("run")).permissions() & (QFile::ReadGroup | QFile::ReadOther),
+                 QFile::Permissions());
+    }
+    QVERIFY(!QFile::exists(file("run")));
+    QVERIFY(CRunFolder::defaultPath().endsWith(QString("/haldend-run-%1").arg(::geteuid())));
+}
+
+void TestRun::a_link_is_no_folder_that_goes_at_the_end()
+{
+    QVERIFY(QDir(m_pcFolder->path()).mkpath("precious") && QFile::link(file("precious"), file("run")));
+    {
+        CRunFolder cFolder(file("run"), false);
+        QVERIFY(!cFolder.open());
+        QCOMPARE(cFolder.error(), file("run") + " is a link");
+    }
+    QVERIFY(QFile::exists(file("precious")));
 }
 
 QTEST_GUILESS_MAIN(TestRun)

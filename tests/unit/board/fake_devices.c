@@ -31,7 +31,9 @@ static int i2c_transfer(int descriptor, const struct i2c_smbus_ioctl_data* trans
     return done == 1 ? 0 : -1;
 }
 
-int ioctl(int descriptor, unsigned long request, ...)
+/* The C library's header has another declaration of the public name. */
+int fake_ioctl(int descriptor, unsigned long request, ...) __asm__("ioctl");
+int fake_ioctl(int descriptor, unsigned long request, ...)
 {
     va_list arguments;
     va_start(arguments, request);
