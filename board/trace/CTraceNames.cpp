@@ -27,10 +27,10 @@ QString registerOf(const SRegisterPlace& rsPlace, const std::optional<quint32>& 
 /// Register or palette; empty if nothing is there.
 QString fpgaRegisterText(quint32 u32Address, const std::optional<quint32>& ru32Value)
 {
-    const QString cRegister = registerOf({SRegisterPlace::FPGA, 0, u32Address}, ru32Value);
+    QString cRegister = registerOf({SRegisterPlace::FPGA, 0, u32Address}, ru32Value);
     if (!cRegister.isEmpty())
         return cRegister;
-    const QString cPlace = memoryPlace(u32Address);
+    QString cPlace = memoryPlace(u32Address);
     if (cPlace.startsWith(QLatin1String("0x")))
         return QString();
     if (!ru32Value.has_value())

@@ -92,7 +92,7 @@ QString letter(uchar u8Code, int iSet)
     const quint16 u16Letter = font_sets[iSet - 1].unicode->characters[u8Code];
     if (u8Code == 0)
         return QStringLiteral(" ");
-    if (u16Letter == 0 || u16Letter < 0x20)
+    if (u16Letter < 0x20)
         return QStringLiteral("\\x%1").arg(int(u8Code), 2, 16, QLatin1Char('0'));
     const QString cLetter{QChar(u16Letter)};
     return cLetter == QLatin1String("\"") || cLetter == QLatin1String("\\") ? QLatin1Char('\\') + cLetter

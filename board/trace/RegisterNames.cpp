@@ -111,7 +111,7 @@ const SRegisterName* registerName(const SRegisterPlace& rsPlace)
 
 QString registerFields(const SRegisterName& rsName, quint32 u32Value)
 {
-    const QString cPage = pageText(rsName, u32Value);
+    QString cPage = pageText(rsName, u32Value);
     if (!cPage.isEmpty())
         return cPage;
     if (u32Value == 0)
