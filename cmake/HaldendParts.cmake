@@ -31,6 +31,7 @@ endfunction()
 set(HALDEND_PACKAGE_busctl systemd)
 set(HALDEND_PACKAGE_dbus-daemon dbus)
 set(HALDEND_PACKAGE_dbus-monitor dbus)
+set(HALDEND_PACKAGE_ffprobe ffmpeg)
 
 function(haldend_find_test_programs variable part)
     set(${variable} ON PARENT_SCOPE)

@@ -19,6 +19,7 @@ set(order
     ctl
     board/layout
     board/state
+    board/film
     board/judge
     board/devices
     board/preload

@@ -12,6 +12,9 @@
 #define VIDEO_HEIGHT      576
 #define VIDEO_FIELD_LINES (VIDEO_HEIGHT / 2)
 
+/* Frames a second. */
+#define VIDEO_FRAME_RATE 25
+
 /* Bytes of a stored line and of a stored frame. */
 #define VIDEO_LINE_BYTES  (4u * VIDEO_WIDTH)
 #define VIDEO_FRAME_BYTES (VIDEO_LINE_BYTES * VIDEO_HEIGHT)
