@@ -1,20 +1,13 @@
 /* SPDX-License-Identifier: MIT */
 #include "board/codec/CCodec.h"
 
+#include "board/codec/CFilmPlayback.h"
+#include "board/codec/CFilmRecording.h"
+#include "board/codec/CTextFilm.h"
 #include "board/state/CBoard.h"
-
-#include <cerrno>
-#include <cstring>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace
 {
-
-const int TICK_MS = 200;
-const int FRAMES_PER_TICK = 5;
-const int LINES_PER_TICK = 1024; // 64 bytes each
 
 /// The activities in which a command is allowed, as bits, and the activity that it leads to.
 struct STransition {
@@ -43,12 +36,9 @@ const STransition TRANSITIONS[] = {
 
 } // namespace
 
-CCodec::CCodec(CBoard& rcBoard) : m_rcBoard(rcBoard) {}
+CCodec::CCodec(CBoard& rcBoard, bool bVideo) : m_rcBoard(rcBoard), m_bVideo(bVideo) {}
 
-CCodec::~CCodec()
-{
-    closeFile();
-}
+CCodec::~CCodec() = default;
 
 bool CCodec::carryOut(ECommand eCommand, const QString& rcFile, QString& rcError)
 {
@@ -58,64 +48,55 @@ bool CCodec::carryOut(ECommand eCommand, const QString& rcFile, QString& rcError
         return false;
     }
     if (m_sState.eActivity == SCodecState::IDLE) {
-        if (!openFile(eCommand, rcFile, rcError))
+        m_pcFilm = eCommand == RECORD ? startRecording(rcFile, rcError) : startPlayback(rcFile, rcError);
+        if (m_pcFilm == nullptr)
             return false;
-        m_sState.iFrame = 0;
         m_sState.cFile = rcFile;
     }
-    m_sState.eActivity = rsTransition.eTo;
-    if (m_sState.eActivity == SCodecState::IDLE) {
-        closeFile();
-        m_sState = SCodecState();
-    }
-    if (m_sState.isRunning())
-        m_cTimer.start(TICK_MS, Qt::PreciseTimer, this);
-    else
-        m_cTimer.stop();
-    m_rcBoard.setCodecState(m_sState);
+    changeTo(rsTransition.eTo);
     return true;
 }
 
-bool CCodec::openFile(ECommand eCommand, const QString& rcFile, QString& rcError)
+void CCodec::changeTo(SCodecState::EActivity eActivity)
 {
-    if (eCommand == RECORD && m_rcBoard.codecMode() == BOARD_CODEC_LOSE)
-        return true;
-    // Append mode: if another program changes the file's length, the file grows on from there.
-    const int iFlags = eCommand == RECORD ? O_WRONLY | O_CREAT | O_TRUNC | O_APPEND : O_RDONLY;
-    // Not QFile, which encodes names as the environment says.
-    m_iFile = ::open(rcFile.toUtf8().constData(), iFlags | O_CLOEXEC, 0666);
-    if (m_iFile >= 0)
-        return true;
-    rcError = QStringLiteral("%1: %2").arg(rcFile, QString::fromLocal8Bit(std::strerror(errno)));
-    return false;
+    const bool bRan = m_sState.isRunning();
+    m_sState.eActivity = eActivity;
+    if (m_sState.isRunning()) {
+        m_pcFilm->resume();
+        m_cTimer.start(IFilm::TICK_MS, Qt::PreciseTimer, this);
+    } else {
+        m_cTimer.stop();
+        if (bRan)
+            m_pcFilm->pause();
+    }
+    m_sState.iFrame = m_pcFilm->frames();
+    if (eActivity == SCodecState::IDLE)
+        m_sState = SCodecState();
+    m_rcBoard.setCodecState(m_sState);
+    // Only now: while the board says that a film is played back, its frame is there.
+    if (eActivity == SCodecState::IDLE)
+        m_pcFilm.reset();
 }
 
-void CCodec::closeFile()
+std::unique_ptr<IFilm> CCodec::startRecording(const QString& rcFile, QString& rcError)
 {
-    if (m_iFile >= 0)
-        ::close(m_iFile);
-    m_iFile = -1;
+    if (m_rcBoard.codecMode() == BOARD_CODEC_LOSE)
+        return CTextFilm::recordNothing(m_rcBoard);
+    if (m_bVideo)
+        return CFilmRecording::start(m_rcBoard, rcFile, rcError);
+    return CTextFilm::record(m_rcBoard, rcFile, rcError);
+}
+
+std::unique_ptr<IFilm> CCodec::startPlayback(const QString& rcFile, QString& rcError)
+{
+    if (m_bVideo)
+        return CFilmPlayback::start(m_rcBoard, rcFile, rcError);
+    return CTextFilm::play(m_rcBoard, rcFile, rcError);
 }
 
 void CCodec::timerEvent(QTimerEvent* /*pcEvent*/)
 {
-    if (m_sState.eActivity == SCodecState::RECORDING && m_rcBoard.codecMode() != BOARD_CODEC_STALL)
-        grow();
-    m_sState.iFrame += FRAMES_PER_TICK;
+    m_pcFilm->tick();
+    m_sState.iFrame = m_pcFilm->frames();
     m_rcBoard.setCodecState(m_sState);
-}
-
-void CCodec::grow()
-{
-    QByteArray cBlock;
-    for (int i = 0; i < LINES_PER_TICK; ++i)
-        cBlock += QStringLiteral("halden-codec: frame %1, line %2")
-                      .arg(m_sState.iFrame, 10, 10, QLatin1Char('0'))
-                      .arg(i, 4, 10, QLatin1Char('0'))
-                      .leftJustified(63)
-                      .toLatin1() +
-                  '\n';
-    // On a full disk the file stops growing, which the daemon notices.
-    if (m_iFile >= 0 && ::write(m_iFile, cBlock.constData(), static_cast<size_t>(cBlock.size())) < 0)
-        qWarning("%s: %s", qPrintable(m_sState.cFile), std::strerror(errno));
 }

@@ -2,6 +2,7 @@
 #include "board/codec/CCodecService.h"
 
 #include "board/state/CBoard.h"
+#include "board/state/CPlaybackFile.h"
 
 #include <QDBusError>
 #include <QTimer>
@@ -59,8 +60,8 @@ QString lineOf(const QDBusMessage& rcMessage)
 
 } // namespace
 
-CCodecService::CCodecService(CBoard& rcBoard)
-    : m_rcBoard(rcBoard), m_cCodec(rcBoard), m_cConnection(QDBusConnection::systemBus())
+CCodecService::CCodecService(CBoard& rcBoard, bool bVideo)
+    : m_rcBoard(rcBoard), m_cCodec(rcBoard, bVideo), m_cConnection(QDBusConnection::systemBus())
 {
 }
 
@@ -68,9 +69,12 @@ bool CCodecService::start(QString& rcError)
 {
     if (m_cConnection.registerVirtualObject(QStringLiteral("/Record"), this) &&
         m_cConnection.registerVirtualObject(QStringLiteral("/Play"), this) &&
-        m_cConnection.registerService(SERVICE))
+        m_cConnection.registerService(SERVICE)) {
         // The state that an earlier stand-in left on the board is over. A second stand-in never comes here.
-        return m_rcBoard.setCodecState(SCodecState()) && m_rcBoard.claimCodec();
+        const bool bStored = m_rcBoard.setCodecState(SCodecState());
+        CPlaybackFile::remove(m_rcBoard);
+        return bStored && m_rcBoard.claimCodec();
+    }
     const QString cReason = m_cConnection.lastError().message();
     rcError = SERVICE + QStringLiteral(": ") +
               (cReason.isEmpty() ? QStringLiteral("the name has an owner already") : cReason);

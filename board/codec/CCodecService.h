@@ -20,8 +20,8 @@ class CCodecService : public QDBusVirtualObject
     Q_OBJECT
 
 public:
-    /// Keeps a reference to the board, which must be open.
-    explicit CCodecService(CBoard& rcBoard);
+    /// Keeps a reference to the board, which must be open. bVideo: records and plays films.
+    CCodecService(CBoard& rcBoard, bool bVideo);
 
     /// Registers the objects and the name on the system bus. False if that fails; rcError says why.
     [[nodiscard]] bool start(QString& rcError);

@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: MIT */
 /* halden-codec: the codec service's stand-in, on the system bus and on the board that HALDEN_BOARD names. */
 #include "board/codec/CCodecService.h"
+#include "board/film/CFilmWriter.h"
 #include "board/state/CBoard.h"
 
 #include <QCoreApplication>
@@ -21,18 +22,21 @@ int main(int argc, char* argv[])
         std::puts("halden-codec " HALDEND_VERSION);
         return EXIT_SUCCESS;
     }
-    if (argc > 1) {
-        std::fputs(
-            "Usage: halden-codec [--version]\n\nWorks on the board in the directory named by " BOARD_VARIABLE
-            ", and on the system bus.\nControl it with: halden-board codec\n",
-            stderr);
+    const bool bNoVideo = argc == 2 && std::strcmp(argv[1], "--no-video") == 0;
+    if (argc > 1 && !bNoVideo) {
+        std::fputs("Usage: halden-codec [--no-video | --version]\n\n"
+                   "Works on the board in the directory named by " BOARD_VARIABLE
+                   ", and on the system bus. Records films, and plays films\nback; with --no-video it writes "
+                   "text, and "
+                   "shows colour bars.\nControl it with: halden-board codec\n",
+                   stderr);
         return 2;
     }
     QCoreApplication cApplication(argc, argv);
     CBoard cBoard;
     if (!cBoard.open(qEnvironmentVariable(BOARD_VARIABLE)))
         return fail(cBoard.errorString());
-    CCodecService cService(cBoard);
+    CCodecService cService(cBoard, !bNoVideo && CFilmWriter::isBuiltIn());
     QString cError;
     if (!cService.start(cError))
         return fail(cError);

@@ -39,6 +39,7 @@
 #define BOARD_JUDGEMENTS  "judgements"
 #define BOARD_CODEC_STATE "codec-state"
 #define BOARD_CODEC_LOG   "codec-log"
+#define BOARD_PLAYBACK    "playback" /* only while a film is played back */
 
 #define BOARD_CNFS_FIXED "/usr/etc/cnfs" /* the daemon's folder that BOARD_CNFS replaces */
 
@@ -131,6 +132,15 @@ struct board_control {
     uint32_t codec_mode;                          /* enum board_codec_mode */
     uint32_t codec_delay;                         /* of each call, milliseconds */
 };
+
+/* The head of the file playback. Behind it are two frames in the camera's format: sequence % 2 is the one to show, and the
+ * other one may change at any time. */
+struct board_playback {
+    uint32_t sequence; /* number of the frame; 0: none yet */
+    uint32_t reserved[15];
+};
+
+#define BOARD_PLAYBACK_BYTES (sizeof(struct board_playback) + 2u * VIDEO_FRAME_BYTES)
 
 static inline uint32_t board_load(const uint32_t* word)
 {

@@ -89,7 +89,7 @@ void CFpgaMixer::source(quint32 u32Control, bool bRestore)
     if (bRestore)
         storedFrame();
     else if ((u32Control & FPGA_CTRL_POR) == FPGA_CTRL_POR)
-        m_cFrame = CPlaybackPicture::frame(m_rcBoard.codecState());
+        m_cFrame = CPlaybackPicture::frame(m_rcBoard);
     else if ((u32Control & FPGA_CTRL_FGON) != 0)
         m_cFrame.fill(OPAQUE | m_rcBoard.fpgaRegister(FPGA_FGCC));
     else if (m_rcBoard.isCameraPlugged())

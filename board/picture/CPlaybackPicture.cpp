@@ -3,6 +3,8 @@
 
 #include "board/layout/board_layout.h"
 #include "board/picture/CGlyphSheet.h"
+#include "board/state/CBoard.h"
+#include "board/state/CPlaybackFile.h"
 
 namespace
 {
@@ -51,16 +53,28 @@ QString shown(const QString& rcFile)
     return cName.size() <= MOST_CHARACTERS ? cName : QStringLiteral("...") + cName.right(MOST_CHARACTERS - 3);
 }
 
+bool isPlaying(const SCodecState& rsState)
+{
+    return rsState.eActivity == SCodecState::PLAYING || rsState.eActivity == SCodecState::PLAYING_PAUSED;
+}
+
 } // namespace
+
+QImage CPlaybackPicture::frame(const CBoard& rcBoard)
+{
+    const SCodecState sState = rcBoard.codecState();
+    const QImage cFilm = isPlaying(sState) ? CPlaybackFile::frame(rcBoard) : QImage();
+    return cFilm.isNull() ? frame(sState) : cFilm;
+}
 
 QImage CPlaybackPicture::frame(const SCodecState& rsState)
 {
     QImage cImage(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
-    const bool bPaused = rsState.eActivity == SCodecState::PLAYING_PAUSED;
-    if (!bPaused && rsState.eActivity != SCodecState::PLAYING) {
+    if (!isPlaying(rsState)) {
         cImage.fill(BLACK);
         return cImage;
     }
+    const bool bPaused = rsState.eActivity == SCodecState::PLAYING_PAUSED;
     const int iFrame = qMax(0, rsState.iFrame);
     drawBars(cImage, iFrame);
     const QString LINES[] = {bPaused ? QStringLiteral("PLAYBACK PAUSED") : QStringLiteral("PLAYBACK"),

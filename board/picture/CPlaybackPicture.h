@@ -6,12 +6,19 @@
 
 #include <QImage>
 
-/// The codec stand-in's output, 720 x 576, easy to tell from the camera's: colour bars that move 4 pixels to
-/// the left with each frame, and on a dark band the file's name, the frame's number and whether playback is
-/// paused. Black while nothing is played back.
+class CBoard;
+
+/// The codec stand-in's output, 720 x 576: the frame of the film that it plays back, and black while nothing is played
+/// back. A stand-in without video, as of tests, gives a picture that is easy to tell from the camera's: colour bars that
+/// move 4 pixels to the left with each frame, and on a dark band the file's name, the frame's number and whether playback
+/// is paused.
 class CPlaybackPicture
 {
 public:
+    /// What the board's stand-in gives now.
+    static QImage frame(const CBoard& rcBoard);
+
+    /// What one without video gives.
     static QImage frame(const SCodecState& rsState);
 };
 

@@ -38,7 +38,7 @@ bool CCodecProcess::start(const QString& rcBusAddress, const QString& rcBoard)
     m_cProcess.setProcessEnvironment(m_cEnvironment);
     const QString cClient = QUuid::createUuid().toString();
     const bool bStarted = startAndWaitForService(
-        [this] { m_cProcess.start(QStringLiteral(HALDEND_CODEC), QStringList()); }, m_cProcess,
+        [this] { m_cProcess.start(QStringLiteral(HALDEND_CODEC), m_cArguments); }, m_cProcess,
         QDBusConnection::connectToBus(rcBusAddress, cClient), QStringLiteral("velmar.mobilygen"));
     QDBusConnection::disconnectFromBus(cClient);
     m_iPid = m_cProcess.processId();
@@ -65,6 +65,12 @@ void CCodecProcess::hold()
 void CCodecProcess::goOn()
 {
     sendSignal(SIGCONT);
+}
+
+bool CCodecProcess::kill()
+{
+    m_cProcess.kill();
+    return waitForEnd();
 }
 
 void CCodecProcess::end()

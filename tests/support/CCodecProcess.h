@@ -24,6 +24,9 @@ public:
     /// Starts on another clock.
     void useClock(const SClock& rsClock);
 
+    /// Lets it record and play films from the next start on. By default it does without video, which costs nothing.
+    void useVideo() { m_cArguments.clear(); }
+
     /// Starts it and waits until it owns its name. False if it doesn't get there. After an end it can be
     /// started again.
     bool start(const QString& rcBusAddress, const QString& rcBoard);
@@ -34,6 +37,9 @@ public:
     /// Lets it stand still, so that a call of it lasts until it goes on.
     void hold();
     void goOn();
+
+    /// Ends it at once, as a crash does, and waits for that.
+    bool kill();
 
     /// Ends it, whatever it is doing.
     void end();
@@ -48,6 +54,7 @@ private:
 
     CChildProcess m_cProcess;
     QProcessEnvironment m_cEnvironment;
+    QStringList m_cArguments{QStringLiteral("--no-video")};
     qint64 m_iPid = 0; ///< while it runs, and until end()
 };
 

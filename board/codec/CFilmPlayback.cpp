@@ -1,0 +1,68 @@
+/* SPDX-License-Identifier: MIT */
+#include "board/codec/CFilmPlayback.h"
+
+#include "board/state/CBoard.h"
+
+namespace
+{
+
+// A machine that is too slow for the film shows one in so many frames.
+const int MOST_LEFT_OUT = VIDEO_FRAME_RATE;
+
+} // namespace
+
+std::unique_ptr<CFilmPlayback> CFilmPlayback::start(const CBoard& rcBoard, const QString& rcFile,
+                                                    QString& rcError)
+{
+    std::unique_ptr<CFilmPlayback> pcFilm(new CFilmPlayback);
+    if (!pcFilm->open(rcBoard, rcFile, rcError))
+        return nullptr;
+    pcFilm->show();
+    pcFilm->CFilmThread::start(pcFilm->next());
+    return pcFilm;
+}
+
+bool CFilmPlayback::open(const CBoard& rcBoard, const QString& rcFile, QString& rcError)
+{
+    if (!m_cReader.open(rcFile)) {
+        rcError = m_cReader.errorString();
+        return false;
+    }
+    if (!m_cReader.next()) {
+        rcError = QStringLiteral("%1: no frame of it can be decoded").arg(rcFile);
+        return false;
+    }
+    return m_cFile.create(rcBoard, rcError);
+}
+
+CFilmPlayback::~CFilmPlayback()
+{
+    end();
+}
+
+CFilmPlayback::CPosition CFilmPlayback::frame(CPosition cNow)
+{
+    const CPosition cOver = std::chrono::microseconds(m_cReader.time() + m_cReader.duration());
+    if (cOver > cNow || m_iLeftOut >= MOST_LEFT_OUT)
+        show();
+    else
+        ++m_iLeftOut;
+    return next();
+}
+
+void CFilmPlayback::show()
+{
+    m_cFile.show(m_cReader.picture());
+    m_iLeftOut = 0;
+}
+
+/// Decodes the next frame ahead of its time. At the end of the film the last one stays, and is shown in any case.
+CFilmPlayback::CPosition CFilmPlayback::next()
+{
+    countFrame();
+    if (m_cReader.next())
+        return std::chrono::microseconds(m_cReader.time());
+    if (m_iLeftOut > 0)
+        show();
+    return NEVER;
+}
