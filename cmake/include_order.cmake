@@ -18,6 +18,7 @@ set(order
     daemon
     ctl
     board/layout
+    board/camera
     board/state
     board/film
     board/judge

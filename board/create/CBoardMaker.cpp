@@ -69,6 +69,8 @@ bool CBoardMaker::create(const QString& rcDirectory, QString& rcError)
         !createFile(rcDirectory, BOARD_LIME, static_cast<qint64>(board_lime_bytes()), rcError) ||
         !createFile(rcDirectory, BOARD_I2C, BOARD_I2C_BYTES, rcError) ||
         !createFile(rcDirectory, BOARD_CAMERA, BOARD_CAMERA_BYTES, rcError) ||
+        !createFile(rcDirectory, BOARD_FRAMES, BOARD_FRAMES_BYTES, rcError) ||
+        !createFile(rcDirectory, BOARD_CAMERA_LOCK, 0, rcError) ||
         !createFile(rcDirectory, BOARD_TRACE, 0, rcError) ||
         !createFile(rcDirectory, BOARD_JUDGEMENTS, 0, rcError) ||
         !createFile(rcDirectory, BOARD_CODEC_STATE, 0, rcError) ||

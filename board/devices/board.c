@@ -104,6 +104,7 @@ static int attach(struct board* board, const char* directory, const char** culpr
 {
     struct file control = FILE_WHOLE(BOARD_CONTROL, sizeof(struct board_control));
     struct file camera = FILE_WHOLE(BOARD_CAMERA, BOARD_CAMERA_BYTES);
+    struct file frames = FILE_WHOLE(BOARD_FRAMES, BOARD_FRAMES_BYTES);
     struct file files[DEVICE_COUNT] = {
         [DEVICE_FPGA] = FILE_WHOLE(BOARD_FPGA, BOARD_FPGA_BYTES),
         [DEVICE_LIME] = {.name = BOARD_LIME,
@@ -123,6 +124,10 @@ static int attach(struct board* board, const char* directory, const char** culpr
         *culprit = camera.name;
         error = map_file(&camera, board->directory);
     }
+    if (error == 0) {
+        *culprit = frames.name;
+        error = map_file(&frames, board->directory);
+    }
     for (int device = DEVICE_FPGA; error == 0 && device < DEVICE_COUNT; ++device) {
         *culprit = files[device].name;
         error = map_file(&files[device], board->directory);
@@ -133,11 +138,13 @@ static int attach(struct board* board, const char* directory, const char** culpr
         board->fpga = files[DEVICE_FPGA].map;
         board->i2c = files[DEVICE_I2C].map;
         board->camera = camera.map;
+        board->frames = frames.map;
         board->lime->windows = files[DEVICE_LIME].map;
         lime_adopt(board->control, files[DEVICE_LIME].map);
     } else {
         unmap_file(&control);
         unmap_file(&camera);
+        unmap_file(&frames);
         for (int device = DEVICE_FPGA; device < DEVICE_COUNT; ++device)
             unmap_file(&files[device]);
     }
@@ -205,6 +212,7 @@ static void release(struct board* board)
         munmap(board->fpga, BOARD_FPGA_BYTES);
         munmap(board->i2c, BOARD_I2C_BYTES);
         munmap((void*)board->camera, BOARD_CAMERA_BYTES);
+        munmap((void*)board->frames, BOARD_FRAMES_BYTES);
         munmap((void*)board->lime->windows, LIME_WINDOWS_END - LIME_HOST_WINDOW);
     }
     munmap(board, ROOM);

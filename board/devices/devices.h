@@ -12,6 +12,7 @@
 #ifndef HALDEND_BOARD_DEVICES_DEVICES_H
 #define HALDEND_BOARD_DEVICES_DEVICES_H
 
+#include "board/camera/live.h"
 #include "board/layout/board_layout.h"
 
 #include <limits.h>
@@ -91,6 +92,7 @@ struct board {
     uint8_t* fpga;         /* all of fpgamem */
     uint8_t* i2c;          /* all of i2c-1 */
     const uint8_t* camera; /* all of it */
+    const uint8_t* frames; /* all of camera-frames */
     struct lime_notes* lime;
     struct file_identity files[DEVICE_COUNT];
 };
@@ -176,6 +178,9 @@ int64_t device_seek(enum device device, int descriptor, int64_t offset, int when
 ssize_t device_read(enum device device, int descriptor, void* buffer, size_t count);
 ssize_t device_write(enum device device, int descriptor, const void* buffer, size_t count);
 int device_ioctl(enum device device, int descriptor, uint32_t request, void* argument);
+
+/* The board's files of the live picture, without the tables of the moving camera. */
+struct live board_live(const struct board* board);
 
 /* Stores the live picture in the FPGA's image memory, as the store trigger does. */
 void store_live_picture(const struct board* board);

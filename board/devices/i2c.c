@@ -27,6 +27,20 @@ static bool read_only(unsigned chip, unsigned sub_address)
     return chip == SAA7113_SLAVE && sub_address == SAA7113_STATUS;
 }
 
+/* The decoder says so too when the source of the camera's picture is gone. */
+static uint8_t i2c_value(const struct board* board, unsigned chip, unsigned sub_address)
+{
+    uint8_t value = board->i2c[chip * 256 + sub_address];
+    if (!read_only(chip, sub_address))
+        return value;
+    int saved = errno;
+    struct live live = board_live(board);
+    if (!live_has_signal(&live))
+        value |= SAA7113_STATUS_NO_LOCK;
+    errno = saved;
+    return value;
+}
+
 static int i2c_byte(const struct board* board, unsigned chip, const struct i2c_smbus_ioctl_data* transfer)
 {
     bool writing = transfer->read_write == I2C_SMBUS_WRITE;
@@ -36,11 +50,10 @@ static int i2c_byte(const struct board* board, unsigned chip, const struct i2c_s
     judge_byte(board, writing, chip, transfer->command);
     if (chip != SAA7113_SLAVE && chip != SAA7129_SLAVE)
         return ENXIO;
-    uint8_t* cell = board->i2c + chip * 256 + transfer->command;
     if (!writing)
-        transfer->data->byte = *cell;
+        transfer->data->byte = i2c_value(board, chip, transfer->command);
     else if (!read_only(chip, transfer->command))
-        *cell = transfer->data->byte;
+        board->i2c[chip * 256 + transfer->command] = transfer->data->byte;
     return 0;
 }
 

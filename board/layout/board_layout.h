@@ -34,6 +34,9 @@
 #define BOARD_I2C         "i2c-1"
 #define BOARD_CNFS        "cnfs"
 #define BOARD_CAMERA      "camera"
+#define BOARD_FRAMES      "camera-frames"
+#define BOARD_CAMERA_LOCK "camera-lock"
+#define BOARD_CAMERA_LOG  "camera-log"
 #define BOARD_CONTROL     "control"
 #define BOARD_TRACE       "trace"
 #define BOARD_JUDGEMENTS  "judgements"
@@ -43,8 +46,12 @@
 
 #define BOARD_CNFS_FIXED "/usr/etc/cnfs" /* the daemon's folder that BOARD_CNFS replaces */
 
-/* Sizes in bytes: of the camera's picture, of the FPGA's memory, of the chips' registers. */
+/* The frames that halden-camera delivers take turns in so many places. */
+#define BOARD_FRAME_PLACES 3u
+
+/* Sizes in bytes: of the camera's picture and frames, of the FPGA's memory, of the chips' registers. */
 #define BOARD_CAMERA_BYTES VIDEO_FRAME_BYTES
+#define BOARD_FRAMES_BYTES (BOARD_FRAME_PLACES * VIDEO_FRAME_BYTES)
 #define BOARD_FPGA_BYTES   FPGA_END
 #define BOARD_I2C_BYTES    (128u * 256u)
 
@@ -94,8 +101,15 @@ enum board_operation {
 enum board_codec_mode { BOARD_CODEC_MODES(BOARD_CODEC_ENUMERATOR) BOARD_CODEC_MODE_COUNT };
 #undef BOARD_CODEC_ENUMERATOR
 
+/* Where the camera's picture comes from. */
+enum board_camera_source {
+    BOARD_CAMERA_STILL,  /* the picture in BOARD_CAMERA */
+    BOARD_CAMERA_MOVING, /* made by its number: board/camera/moving.h */
+    BOARD_CAMERA_FRAMES  /* BOARD_FRAMES, which halden-camera fills: board/camera/frames.h */
+};
+
 #define BOARD_MAGIC         0x64426c48u /* "HlBd" in the file */
-#define BOARD_VERSION       2u
+#define BOARD_VERSION       3u
 #define BOARD_ORDER_LITTLE  1u
 #define BOARD_ORDER_BIG     2u
 #define BOARD_FAULT_SLOTS   32u
@@ -123,6 +137,19 @@ struct board_fault {
     uint32_t reserved[3];
 };
 
+/* The camera. Its frames are counted from the choice of the source, 25 a second. */
+struct board_camera {
+    uint32_t source; /* enum board_camera_source */
+    uint32_t choice; /* counts the choices of a source */
+    uint32_t start;  /* the choice's time: frames since the start of the machine */
+    uint32_t fixed;  /* 0: the clock counts the frames; else 1 + the number of the only frame */
+    uint32_t wanted; /* counts the looks at BOARD_FRAMES */
+    uint32_t helper; /* of halden-camera: enum frames_state */
+    uint32_t
+        delivered; /* frames that halden-camera has delivered; the last one is at this number, modulo the places */
+    uint32_t reserved;
+};
+
 struct board_control {
     uint32_t magic;
     uint32_t version;
@@ -131,6 +158,7 @@ struct board_control {
     struct board_fault faults[BOARD_FAULT_SLOTS]; /* by enum board_operation */
     uint32_t codec_mode;                          /* enum board_codec_mode */
     uint32_t codec_delay;                         /* of each call, milliseconds */
+    struct board_camera camera;
 };
 
 /* The head of the file playback. Behind it are two frames in the camera's format: sequence % 2 is the one to show, and the

@@ -35,6 +35,10 @@ const SControlBits CONTROL_BITS[] = {
 QRgb blend(QRgb uUnder, QRgb uOver)
 {
     const int iAlpha = qAlpha(uOver);
+    if (iAlpha == 0)
+        return uUnder;
+    if (iAlpha == 255)
+        return uOver;
     const auto cMix = [iAlpha](int iUnder, int iOver) {
         return (iUnder * (255 - iAlpha) + iOver * iAlpha + 127) / 255;
     };
@@ -92,10 +96,8 @@ void CFpgaMixer::source(quint32 u32Control, bool bRestore)
         m_cFrame = CPlaybackPicture::frame(m_rcBoard);
     else if ((u32Control & FPGA_CTRL_FGON) != 0)
         m_cFrame.fill(OPAQUE | m_rcBoard.fpgaRegister(FPGA_FGCC));
-    else if (m_rcBoard.isCameraPlugged())
-        m_cFrame = m_rcBoard.cameraImage().convertToFormat(QImage::Format_RGB32);
     else
-        m_cFrame.fill(OPAQUE);
+        m_rcBoard.takeLivePicture(line(m_cFrame, 0));
 }
 
 void CFpgaMixer::storedFrame()
@@ -104,8 +106,9 @@ void CFpgaMixer::storedFrame()
         const int iStored = y / 2 + (y % 2) * VIDEO_FIELD_LINES;
         const QByteArray cLine = m_rcBoard.fpgaMemory(
             FPGA_VIDEO_IMAGE + static_cast<quint32>(iStored) * 4 * VIDEO_WIDTH, 4 * VIDEO_WIDTH);
+        QRgb* puLine = line(m_cFrame, y);
         for (int x = 0; x < VIDEO_WIDTH; ++x)
-            line(m_cFrame, y)[x] = OPAQUE | word(cLine, x);
+            puLine[x] = OPAQUE | word(cLine, x);
     }
 }
 
@@ -116,10 +119,14 @@ void CFpgaMixer::graphicLayer()
         m_rcBoard.fpgaMemory(m_rcBoard.fpgaRegister(FPGA_GRAPHIC_SHOW) << 8, VIDEO_WIDTH * VIDEO_FIELD_LINES);
     if (cPage.isEmpty())
         return;
+    QRgb auPalette[256];
+    for (int i = 0; i < 256; ++i)
+        auPalette[i] = word(cPalette, i);
     for (int y = 0; y < VIDEO_HEIGHT; ++y) {
         const auto* pu8Pixels = reinterpret_cast<const uchar*>(cPage.constData()) + y / 2 * VIDEO_WIDTH;
+        QRgb* puLine = line(m_cFrame, y);
         for (int x = 0; x < VIDEO_WIDTH; ++x)
-            line(m_cFrame, y)[x] = blend(line(m_cFrame, y)[x], word(cPalette, pu8Pixels[x]));
+            puLine[x] = blend(puLine[x], auPalette[pu8Pixels[x]]);
     }
 }
 
@@ -144,28 +151,32 @@ void CFpgaMixer::textLayer()
     for (int y = iTop; y < VIDEO_HEIGHT; ++y) {
         const int iRow = (y - iTop) / 2 / m_iCellHeight;
         if (iRow < VIDEO_TEXT_ROWS)
-            textRow(y, iTop, cPage.mid(iRow * TEXT_ROW_BYTES, TEXT_ROW_BYTES));
+            textRow(y, iTop, cPage.constData() + iRow * TEXT_ROW_BYTES);
     }
 }
 
 // One frame line of a row of cells.
-void CFpgaMixer::textRow(int iLine, int iTop, const QByteArray& rcCells)
+void CFpgaMixer::textRow(int iLine, int iTop, const char* pszCells)
 {
     const int iGlyphRow = (iLine - iTop) / 2 % m_iCellHeight;
     const int iHalf = (iLine - iTop) % 2;
-    for (int i = 0; i < VIDEO_TEXT_COLUMNS * m_iCellWidth && m_iTextLeft + i < VIDEO_WIDTH; ++i) {
-        const int iCell = i / m_iCellWidth;
-        const int iPixel = i % m_iCellWidth;
-        const auto u8Code = static_cast<uchar>(rcCells[2 * iCell]);
-        const auto u8Color = static_cast<uchar>(rcCells[2 * iCell + 1]);
-        bool bSet = false;
-        if (iGlyphRow < GLYPH_HALF_ROWS && iPixel < GLYPH_PIXELS) {
-            const int iOffset = u8Code * GLYPH_BYTES + (iHalf * GLYPH_HALF_ROWS + iGlyphRow) * 2;
-            const auto u16Row = qFromLittleEndian<quint16>(m_cGlyphs.constData() + iOffset);
-            bSet = (u16Row >> (GLYPH_PIXELS - 1 - iPixel) & 1) != 0;
-        }
-        QRgb& ruPixel = line(m_cFrame, iLine)[m_iTextLeft + i];
-        ruPixel = blend(ruPixel, bSet ? m_auForeground[u8Color >> 4] : m_auBackground[u8Color & 0xf]);
+    QRgb* puLine = line(m_cFrame, iLine);
+    for (int iCell = 0; iCell < VIDEO_TEXT_COLUMNS; ++iCell) {
+        const int iLeft = m_iTextLeft + iCell * m_iCellWidth;
+        const auto u8Code = static_cast<uchar>(pszCells[2 * iCell]);
+        const auto u8Color = static_cast<uchar>(pszCells[2 * iCell + 1]);
+        quint32 u32Bits = 0;
+        if (iGlyphRow < GLYPH_HALF_ROWS)
+            u32Bits = qFromLittleEndian<quint16>(m_cGlyphs.constData() + u8Code * GLYPH_BYTES +
+                                                 (iHalf * GLYPH_HALF_ROWS + iGlyphRow) * 2);
+        u32Bits <<= 32 - GLYPH_PIXELS; // the first pixel at the top, none behind the last
+        const QRgb uForeground = m_auForeground[u8Color >> 4];
+        const QRgb uBackground = m_auBackground[u8Color & 0xf];
+        if (u32Bits == 0 && qAlpha(uBackground) == 0)
+            continue;
+        const int iRight = qMin<int>(VIDEO_WIDTH, iLeft + m_iCellWidth);
+        for (int x = iLeft; x < iRight; ++x, u32Bits <<= 1)
+            puLine[x] = blend(puLine[x], u32Bits >> 31 != 0 ? uForeground : uBackground);
     }
 }
 

@@ -13,7 +13,7 @@ class CBoard;
 ///
 /// - Source: the first that applies: (1) stored frame, if the control set's restore bit is set; (2) the
 ///   codec's playback, if both por bits of CTRL are set; (3) the frame generator's colour, if fgon is set;
-///   (4) the camera, or black.
+///   (4) the camera behind the decoder, or black.
 /// - Graphic layer: the page that the display register names, 720 x 288 field lines, by its palette.
 /// - Text layer: 53 x 26 cells of the page that TEMO names, the first at TSXP (pixels), TSYP (field lines),
 ///   TESZ pixels wide and field lines high; even frame lines show a glyph's first half, odd ones its second.
@@ -38,7 +38,7 @@ private:
     void storedFrame();
     void graphicLayer();
     void textLayer();
-    void textRow(int iLine, int iTop, const QByteArray& rcCells);
+    void textRow(int iLine, int iTop, const char* pszCells);
     void cursor();
 
     const CBoard& m_rcBoard;

@@ -49,7 +49,7 @@ CPictureRenderer::CPictureRenderer(const CBoard& rcBoard, const QImage& rcCaptur
 QImage CPictureRenderer::render()
 {
     const quint32 u32Mode = m_rcBoard.limeRegister(CBoard::LIME_DISPLAY, LIME_DCM1);
-    if ((u32Mode & LIME_DCM1_DISPLAY) == 0) {
+    if ((u32Mode & LIME_DCM1_DISPLAY) == 0 || m_rcBoard.isChipSilent(SAA7129_SLAVE)) {
         m_cPicture.fill(OPAQUE);
         return m_cPicture;
     }
@@ -86,14 +86,16 @@ void CPictureRenderer::renderGraphic()
     const int iTop = high12(u32Place);
     const int iRight = qMin<int>(VIDEO_WIDTH, iLeft + low12(u32Size));
     const int iBottom = qMin<int>(VIDEO_HEIGHT, iTop + high12(u32Size));
+    if (iRight <= iLeft)
+        return;
+    quint16 au16Pixels[VIDEO_WIDTH];
     for (int y = iTop; y < iBottom; ++y) {
-        auto* pu32Line = reinterpret_cast<QRgb*>(m_cPicture.scanLine(y));
-        const quint32 u32Line = u32Origin + static_cast<quint32>(y - iTop) * u32Stride;
-        for (int x = iLeft; x < iRight; ++x) {
-            const quint16 u16Pixel = m_rcBoard.limeMemory16(u32Line + static_cast<quint32>(x - iLeft) * 2);
-            if (u16Pixel != 0 || !bZeroTransparent)
-                pu32Line[x] = rgbOf1555(u16Pixel);
-        }
+        auto* pu32Line = reinterpret_cast<QRgb*>(m_cPicture.scanLine(y)) + iLeft;
+        m_rcBoard.limeMemory16(u32Origin + static_cast<quint32>(y - iTop) * u32Stride, iRight - iLeft,
+                               au16Pixels);
+        for (int x = 0; x < iRight - iLeft; ++x)
+            if (au16Pixels[x] != 0 || !bZeroTransparent)
+                pu32Line[x] = rgbOf1555(au16Pixels[x]);
     }
 }
 
@@ -111,11 +113,14 @@ void CPictureRenderer::renderVideo()
     if (iWidth <= 0)
         return;
 
+    int aiSource[VIDEO_WIDTH];
+    for (int x = 0; x < iWidth; ++x)
+        aiSource[x] = cHorizontal.source(x);
     for (int y = 0; y < iHeight; ++y) {
         const auto* pu32Source =
             reinterpret_cast<const QRgb*>(m_cCaptured.constScanLine(cVertical.source(y)));
         auto* pu32Line = reinterpret_cast<QRgb*>(m_cPicture.scanLine(iTop + y)) + iLeft;
         for (int x = 0; x < iWidth; ++x)
-            pu32Line[x] = OPAQUE | pu32Source[cHorizontal.source(x)];
+            pu32Line[x] = OPAQUE | pu32Source[aiSource[x]];
     }
 }

@@ -10,7 +10,7 @@ class CBoard;
 ///
 /// This is the virtual board's model of its display path, not a statement about the hardware:
 ///
-/// - Display off (DCM1 bit 31 clear): black.
+/// - Display off (DCM1 bit 31 clear), or a video encoder whose registers are all 0: black.
 /// - Behind everything: the background colour, DBGC.
 /// - Layer 1 (DCM1 bit 17): the FPGA's output, scaled by CSC, its top left corner at L1WXY, cut at the right
 ///   and bottom by the window size L1WWH. A scale of 0 in either direction shows no video.

@@ -1,6 +1,9 @@
 /* SPDX-License-Identifier: MIT */
 #include "board/state/CBoard.h"
 
+#include "board/camera/decoder.h"
+#include "board/camera/frames.h"
+
 #include <QDir>
 #include <QFile>
 #include <QSaveFile>
@@ -43,6 +46,7 @@ bool CBoard::open(const QString& rcDirectory)
 {
     close();
     m_cDirectory = QDir(rcDirectory).absolutePath();
+    m_cEncodedDirectory = QFile::encodeName(m_cDirectory);
     m_cError.clear();
     bool bUsable = map(m_cControl, BOARD_CONTROL, sizeof(board_control));
     if (bUsable &&
@@ -53,7 +57,8 @@ bool CBoard::open(const QString& rcDirectory)
     }
     bUsable = bUsable && map(m_cFpga, BOARD_FPGA, BOARD_FPGA_BYTES) &&
               map(m_cLime, BOARD_LIME, static_cast<qint64>(board_lime_bytes())) &&
-              map(m_cI2c, BOARD_I2C, BOARD_I2C_BYTES) && map(m_cCamera, BOARD_CAMERA, BOARD_CAMERA_BYTES);
+              map(m_cI2c, BOARD_I2C, BOARD_I2C_BYTES) && map(m_cCamera, BOARD_CAMERA, BOARD_CAMERA_BYTES) &&
+              map(m_cFrames, BOARD_FRAMES, BOARD_FRAMES_BYTES);
     if (!bUsable)
         close();
     return bUsable;
@@ -61,7 +66,7 @@ bool CBoard::open(const QString& rcDirectory)
 
 void CBoard::close()
 {
-    for (CMappedFile* pcFile : {&m_cControl, &m_cFpga, &m_cLime, &m_cI2c, &m_cCamera})
+    for (CMappedFile* pcFile : {&m_cControl, &m_cFpga, &m_cLime, &m_cI2c, &m_cCamera, &m_cFrames})
         pcFile->close();
     m_cCodecClaim.close();
 }
@@ -118,6 +123,12 @@ quint16 CBoard::limeMemory16(quint32 u32Address) const
     return limeSwapped() ? qbswap(u16Word) : u16Word;
 }
 
+void CBoard::limeMemory16(quint32 u32Address, int iCount, quint16* pu16Words) const
+{
+    for (int i = 0; i < iCount; ++i)
+        pu16Words[i] = limeMemory16(u32Address + 2 * static_cast<quint32>(i));
+}
+
 void CBoard::setLimeMemory16(quint32 u32Address, quint16 u16Value)
 {
     if (!isOpen() || !isLimeMemory(u32Address))
@@ -162,6 +173,11 @@ void CBoard::setI2cRegister(quint8 u8Chip, quint8 u8Sub, quint8 u8Value)
         m_cI2c.data()[u8Chip * 256 + u8Sub] = u8Value;
 }
 
+bool CBoard::isChipSilent(quint8 u8Chip) const
+{
+    return !isOpen() || u8Chip >= 128 || chip_is_zeroed(m_cI2c.data() + u8Chip * 256);
+}
+
 // Camera
 
 void CBoard::setCamera(const QImage& rcImage)
@@ -175,6 +191,54 @@ void CBoard::setCamera(const QImage& rcImage)
     for (int y = 0; y < VIDEO_HEIGHT; ++y)
         qToLittleEndian<quint32>(cImage.constScanLine(y), VIDEO_WIDTH,
                                  m_cCamera.data() + 4 * VIDEO_WIDTH * y);
+    live_choose(control(), BOARD_CAMERA_STILL, 0);
+}
+
+void CBoard::setMovingCamera(int iFrame)
+{
+    if (isOpen())
+        live_choose(control(), BOARD_CAMERA_MOVING, iFrame < 0 ? 0 : static_cast<quint32>(iFrame) + 1);
+}
+
+quint32 CBoard::setCameraFrames()
+{
+    return isOpen() ? live_choose(control(), BOARD_CAMERA_FRAMES, 0) : 0;
+}
+
+bool CBoard::isCameraChosen(quint32 u32Choice) const
+{
+    return isOpen() && board_load(&camera()->choice) == u32Choice;
+}
+
+board_camera_source CBoard::cameraSource() const
+{
+    return isOpen() ? static_cast<board_camera_source>(board_load(&camera()->source)) : BOARD_CAMERA_STILL;
+}
+
+quint32 CBoard::cameraFrame() const
+{
+    return isOpen() ? live_frame_number(control()) : 0;
+}
+
+const moving* CBoard::movingTables() const
+{
+    if (!live_needs_moving(control()))
+        return nullptr;
+    if (m_pcMoving == nullptr) {
+        m_pcMoving.reset(new std::max_align_t[moving_bytes() / sizeof(std::max_align_t) + 1]);
+        moving_prepare(m_pcMoving.get());
+    }
+    return reinterpret_cast<const moving*>(m_pcMoving.get());
+}
+
+live CBoard::liveFiles() const
+{
+    return {m_cEncodedDirectory.constData(),
+            control(),
+            m_cI2c.data(),
+            m_cCamera.data(),
+            m_cFrames.data(),
+            movingTables()};
 }
 
 QImage CBoard::cameraImage() const
@@ -182,9 +246,36 @@ QImage CBoard::cameraImage() const
     if (!isOpen())
         return QImage();
     QImage cImage(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
-    for (int y = 0; y < VIDEO_HEIGHT; ++y)
-        qFromLittleEndian<quint32>(m_cCamera.data() + 4 * VIDEO_WIDTH * y, VIDEO_WIDTH, cImage.scanLine(y));
+    const live sLive = liveFiles();
+    live_camera(&sLive, reinterpret_cast<quint32*>(cImage.bits()));
     return cImage;
+}
+
+void CBoard::takeLivePicture(QRgb* puPixels) const
+{
+    if (!isOpen())
+        return;
+    const live sLive = liveFiles();
+    live_picture(&sLive, puPixels);
+}
+
+bool CBoard::isCameraAlive() const
+{
+    return isOpen() && (cameraSource() != BOARD_CAMERA_FRAMES ||
+                        frames_alive(control(), m_cEncodedDirectory.constData()));
+}
+
+bool CBoard::hasSignal() const
+{
+    if (!isOpen())
+        return false;
+    const live sLive = liveFiles();
+    return live_has_signal(&sLive);
+}
+
+board_camera* CBoard::camera() const
+{
+    return isOpen() ? &control()->camera : nullptr;
 }
 
 void CBoard::setCameraPlugged(bool bPlugged)

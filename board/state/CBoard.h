@@ -2,6 +2,7 @@
 #ifndef HALDEND_BOARD_STATE_CBOARD_H
 #define HALDEND_BOARD_STATE_CBOARD_H
 
+#include "board/camera/live.h"
 #include "board/layout/board_layout.h"
 #include "board/state/CMappedFile.h"
 #include "board/state/SCodecState.h"
@@ -11,6 +12,9 @@
 #include <QString>
 #include <QStringList>
 #include <QVector>
+
+#include <cstddef>
+#include <memory>
 
 /// A virtual board from outside: what a test or a tool can see of it, and how it steers it.
 ///
@@ -71,6 +75,7 @@ public:
     quint32 limeRegister(ELimeWindow eWindow, quint32 u32Offset) const;
     void setLimeRegister(ELimeWindow eWindow, quint32 u32Offset, quint32 u32Value);
     quint16 limeMemory16(quint32 u32Address) const;
+    void limeMemory16(quint32 u32Address, int iCount, quint16* pu16Words) const; ///< so many in a row
     void setLimeMemory16(quint32 u32Address, quint16 u16Value);
     /// @}
 
@@ -87,15 +92,45 @@ public:
     /// @{
     quint8 i2cRegister(quint8 u8Chip, quint8 u8Sub) const;
     void setI2cRegister(quint8 u8Chip, quint8 u8Sub, quint8 u8Value);
+    bool isChipSilent(quint8 u8Chip) const; ///< all its registers are 0, the decoder's status apart
     /// @}
 
     /// \name Camera
-    /// The picture is 720 x 576; another size is scaled to it. Unplugged, the decoder reports no lock.
+    /// The source is a still picture, the moving camera, or frames that halden-camera delivers. Each set...() chooses
+    /// one, and counts its frames from now, 25 a second.
     /// @{
+    static const int RUNNING = -1; ///< for setMovingCamera(): the frame is what the clock says
+
+    /// A picture of another size is scaled to 720 x 576.
     void setCamera(const QImage& rcImage);
+    void setMovingCamera(int iFrame = RUNNING);
+
+    /// For the starter of halden-camera. Returns the number of the choice.
+    quint32 setCameraFrames();
+    bool isCameraChosen(quint32 u32Choice) const; ///< no other source was chosen since
+
+    board_camera_source cameraSource() const;
+    quint32 cameraFrame() const; ///< the number of its frame now
+
+    /// The camera's picture now, before the decoder: 720 x 576, Format_RGB32, black without a source.
     QImage cameraImage() const;
+
+    /// What the FPGA gets of it now: black without a signal. Null pixels, 720 x 576, are an error.
+    void takeLivePicture(QRgb* puPixels) const;
+
+    /// Unplugged, the decoder reports no lock.
     void setCameraPlugged(bool bPlugged);
     bool isCameraPlugged() const;
+
+    /// Whether the source gives pictures: one that halden-camera delivers does while that lives.
+    bool isCameraAlive() const;
+
+    /// Whether the decoder gets a signal: the camera is plugged in, and its source lives.
+    bool hasSignal() const;
+
+    /// For halden-camera: the control words, and the places for its frames; null if the board isn't open.
+    board_camera* camera() const;
+    uchar* cameraFrames() const { return m_cFrames.data(); }
     /// @}
 
     /// \name Trace
@@ -160,6 +195,8 @@ private:
     bool map(CMappedFile& rcFile, const char* pszFile, qint64 iBytes);
     board_control* control() const;
     bool limeSwapped() const;
+    live liveFiles() const;
+    const moving* movingTables() const;
 
     QString m_cDirectory;
     QString m_cError;
@@ -169,6 +206,9 @@ private:
     CMappedFile m_cI2c;
     CMappedFile m_cCamera;
     QFile m_cCodecClaim; ///< locked while it is open
+    CMappedFile m_cFrames;
+    QByteArray m_cEncodedDirectory;                         ///< for the C layer, which points to it
+    mutable std::unique_ptr<std::max_align_t[]> m_pcMoving; ///< made when it is needed first
 };
 
 #endif

@@ -83,10 +83,16 @@ bool CRunFolder::openBoard()
     if (!m_bKeep)
         QDir(cBoard).removeRecursively();
     QString cError;
-    if (!QFileInfo::exists(cBoard) && !CBoardMaker::create(cBoard, cError))
+    const bool bNew = !QFileInfo::exists(cBoard);
+    if (bNew && !CBoardMaker::create(cBoard, cError))
         return fail(cError);
-    return m_cBoard.open(cBoard) || fail(QStringLiteral("%1; to begin with a new board, remove %2")
-                                             .arg(m_cBoard.errorString(), cBoard));
+    if (!m_cBoard.open(cBoard))
+        return fail(
+            QStringLiteral("%1; to begin with a new board, remove %2").arg(m_cBoard.errorString(), cBoard));
+    // A board that stays keeps the camera that was chosen.
+    if (bNew)
+        m_cBoard.setMovingCamera();
+    return true;
 }
 
 bool CRunFolder::open()

@@ -1,9 +1,19 @@
 /* SPDX-License-Identifier: MIT */
-/* The display controller with display and live video on, unscaled, for tests of pictures that have no daemon. */
+/* The display controller with display and live video on, unscaled, and the video decoder and encoder set up, for tests of
+ * pictures that have no daemon. */
 #ifndef HALDEND_TESTS_LIVEVIDEO_H
 #define HALDEND_TESTS_LIVEVIDEO_H
 
 #include "board/state/CBoard.h"
+
+/// As much of both as their pictures depend on, as in the shipped register files.
+inline void programVideoChips(CBoard& rcBoard)
+{
+    rcBoard.setI2cRegister(0x25, 0x0a, 125); // LUBR
+    rcBoard.setI2cRegister(0x25, 0x0b, 71);  // LUCON
+    rcBoard.setI2cRegister(0x25, 0x0c, 126); // CRSAT
+    rcBoard.setI2cRegister(0x44, 0x61, 2);   // standard control: PAL
+}
 
 inline void showLiveVideo(CBoard& rcBoard)
 {

@@ -47,6 +47,7 @@ private slots:
     void switches_and_shows_the_trace();
     void follows_the_trace();
     void chooses_the_camera_picture();
+    void lets_the_camera_move();
     void plugs_the_camera();
     void switches_the_signal();
     void shows_and_clears_judgements();
@@ -114,6 +115,10 @@ void TestHaldenBoard::refuses_bad_lines_data()
     QTest::newRow("unknown register")
         << QStringList({"registers", "NONE"}) << "unknown register or chip 'NONE'";
     QTest::newRow("frame of a file") << QStringList({"camera", "a.png", "--frame", "1"}) << "--frame";
+    QTest::newRow("frame of a plug") << QStringList({"camera", "plug", "--frame", "1"}) << "--frame";
+    QTest::newRow("frame too large") << QStringList({"camera", "moving", "--frame", "2147483647"})
+                                     << "too large";
+    QTest::newRow("camera too much") << QStringList({"camera", "test", "test"}) << "unexpected argument";
     QTest::newRow("frame") << QStringList({"camera", "test", "--frame", "one"}) << "'one' is not a number";
     QTest::newRow("frame large") << QStringList({"camera", "test", "--frame", "3000000000"}) << "too large";
     QTest::newRow("signal how") << QStringList({"signal", "maybe"}) << "'maybe' is none of on, off";
@@ -217,6 +222,7 @@ void TestHaldenBoard::takes_the_board_from_option_or_variable()
 
 void TestHaldenBoard::writes_the_picture()
 {
+    programVideoChips(m_cBoard);
     QCOMPARE(run({"picture", file("out.png")}), 0);
     QImage cImage;
     QVERIFY(cImage.load(file("out.png"), "PNG"));
@@ -225,6 +231,7 @@ void TestHaldenBoard::writes_the_picture()
 
 void TestHaldenBoard::follows_the_picture()
 {
+    programVideoChips(m_cBoard);
     QProcess cProcess;
     cProcess.setProcessEnvironment(m_cEnvironment);
     cProcess.start(QStringLiteral(HALDEND_BOARD_TOOL), {"picture", file("out.png"), "--follow"});
@@ -243,6 +250,7 @@ void TestHaldenBoard::follows_the_picture()
 
 void TestHaldenBoard::writes_the_recorded_picture()
 {
+    programVideoChips(m_cBoard);
     // The monitor's window is cut; the recorded picture is whole.
     const QString cPath = file("recorded.png");
     QCOMPARE(run({QStringLiteral("picture"), QStringLiteral("--recorded"), cPath}), 0);
@@ -465,6 +473,17 @@ void TestHaldenBoard::chooses_the_camera_picture()
     QCOMPARE(m_cBoard.cameraImage(), CTestPicture::frame(25));
     QCOMPARE(run({"camera", "test"}), 0);
     QCOMPARE(m_cBoard.cameraImage(), CTestPicture::frame(0));
+}
+
+void TestHaldenBoard::lets_the_camera_move()
+{
+    QCOMPARE(run({"camera", "moving", "--frame", "77"}), 0);
+    QCOMPARE(m_cBoard.cameraSource(), BOARD_CAMERA_MOVING);
+    QCOMPARE(m_cBoard.cameraFrame(), 77u);
+    QCOMPARE(run({"camera", "moving"}), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(m_cBoard.cameraFrame() != 77 && m_cBoard.cameraFrame() > 0, PROCESS_MS);
+    QCOMPARE(run({"camera", "test"}), 0);
+    QCOMPARE(m_cBoard.cameraSource(), BOARD_CAMERA_STILL);
 }
 
 void TestHaldenBoard::plugs_the_camera()
