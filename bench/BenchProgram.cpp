@@ -93,6 +93,11 @@ void printRatios(const CRatioTable& rcTable, const std::string& rcRounds)
 {
     std::cout << rcTable.text() << "\nMedians of " << rcRounds
               << "; the ratio is the median of the rounds' ratios.\n";
+    warnOfOtherBuilds();
+}
+
+void warnOfOtherBuilds()
+{
     if (strcmp(BENCH_BUILD_TYPE, "Release") != 0)
-        std::cout << "This is no release build: its ratios say nothing about what is shipped.\n";
+        std::cout << "This is no release build: its figures say nothing about what is shipped.\n";
 }

@@ -58,4 +58,7 @@ CRoundStatistics measureRounds(int iRounds, const std::function<CRoundStatistics
 /// that is shipped.
 void printRatios(const CRatioTable& rcTable, const std::string& rcRounds);
 
+/// Prints the warning alone.
+void warnOfOtherBuilds();
+
 #endif
