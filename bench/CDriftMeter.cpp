@@ -53,7 +53,7 @@ double lengthOf(const QString& rcFile)
     QProcess cProbe;
     cProbe.start(QStringLiteral("ffprobe"),
                  {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-show_entries"),
-                  QStringLiteral("stream=duration"), QStringLiteral("-of"), QStringLiteral("csv=p=0"),
+                  QStringLiteral("format=duration"), QStringLiteral("-of"), QStringLiteral("csv=p=0"),
                   rcFile});
     const bool bDone = cProbe.waitForFinished(-1) && cProbe.exitCode() == 0;
     expect(bDone, QStringLiteral("ffprobe can't read the film"));

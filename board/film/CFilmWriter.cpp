@@ -99,6 +99,7 @@ struct CFilmWriter::SFilm {
     bool openEncoder(QString& rcError);
     bool openFormat(QString& rcError);
     bool writePackets(QString& rcError);
+    bool writePacket(QString& rcError);
     bool isWritten(int iResult, QString& rcError);
     int append(const uint8_t* pu8Bytes, int iBytes);
 
@@ -109,7 +110,8 @@ struct CFilmWriter::SFilm {
     CPointer<AVPacket> pcPacket{av_packet_alloc()};
     CPointer<AVFrame> pcFrame{av_frame_alloc()};
     CFrameScaler cScaler;
-    int iErrno = 0; ///< of the last bytes that could not be written
+    int iErrno = 0;      ///< of bytes in the last call of the libraries that could not be written
+    QString cLostReason; ///< of the frame that is missing in the group of frames; empty if none is
 };
 
 namespace
@@ -232,6 +234,18 @@ bool CFilmWriter::SFilm::isWritten(int iResult, QString& rcError)
     return bWritten;
 }
 
+/// Without a frame of its group a frame is no use. So after a loss the film goes on with the next group.
+bool CFilmWriter::SFilm::writePacket(QString& rcError)
+{
+    if ((pcPacket->flags & AV_PKT_FLAG_KEY) != 0)
+        cLostReason.clear();
+    if (cLostReason.isEmpty() && !isWritten(av_write_frame(psFormat, pcPacket.get()), rcError))
+        cLostReason = rcError;
+    if (!cLostReason.isEmpty())
+        rcError = cLostReason;
+    return cLostReason.isEmpty();
+}
+
 /// What the encoder has ready.
 bool CFilmWriter::SFilm::writePackets(QString& rcError)
 {
@@ -240,7 +254,7 @@ bool CFilmWriter::SFilm::writePackets(QString& rcError)
         pcPacket->stream_index = 0;
         pcPacket->duration = 1;
         av_packet_rescale_ts(pcPacket.get(), FRAME_TIME, psFormat->streams[0]->time_base);
-        bWritten = isWritten(av_write_frame(psFormat, pcPacket.get()), rcError) && bWritten;
+        bWritten = writePacket(rcError) && bWritten;
         av_packet_unref(pcPacket.get());
     }
     return bWritten;

@@ -42,8 +42,8 @@ public:
     bool isOpen() const { return m_pcFilm != nullptr; }
 
     /// Writes the next frame: a picture of 720 x 576, Format_RGB32, taken field by field. False if it could not be
-    /// written, as on a full disk; errorString() says why. The film is whole up to the frame before, and the next
-    /// call tries its luck with the next frame.
+    /// written, as on a full disk; errorString() says why. The film is whole up to the frame before, and goes on
+    /// when there is room again, within half a second.
     bool write(const QImage& rcPicture);
 
     /// Writes the frame before once more.
