@@ -65,11 +65,12 @@ QString formatAnswer(const QDBusMessage& rcReply)
 
 } // namespace
 
-const CTour::SCommand CTour::COMMANDS[9] = {
+const CTour::SCommand CTour::COMMANDS[10] = {
     {"say",     &CTour::say           },
     {"call",    &CTour::call          },
     {"wait",    &CTour::wait          },
     {"board",   &CTour::board         },
+    {"frames",  &CTour::waitForFrames },
     {"signal",  &CTour::waitForSignal },
     {"set",     &CTour::setField      },
     {"picture", &CTour::takePicture   },
@@ -192,6 +193,13 @@ QString CTour::board(const QString& rcRest)
     if (!cOutput.isEmpty())
         m_fnPrint(cOutput);
     return {};
+}
+
+QString CTour::waitForFrames(const QString& rcRest)
+{
+    const int iFrames = rcRest.toInt();
+    const bool bSo = waitUntil([&] { return m_rcBoard.codecState().iFrame >= iFrames; });
+    return bSo ? QString() : QStringLiteral("still fewer frames than ") + rcRest;
 }
 
 QString CTour::waitForSignal(const QString& rcRest)

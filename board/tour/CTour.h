@@ -54,12 +54,13 @@ private:
         const char* pszName;
         QString (CTour::*pfnCarryOut)(const QString& rcRest);
     };
-    static const SCommand COMMANDS[9];
+    static const SCommand COMMANDS[10];
 
     QString say(const QString& rcText);
     QString call(const QString& rcRest);
     QString wait(const QString& rcRest);
     QString board(const QString& rcRest);
+    QString waitForFrames(const QString& rcRest);
     QString waitForSignal(const QString& rcRest);
     QString setField(const QString& rcRest);
     QString takePicture(const QString& rcName);

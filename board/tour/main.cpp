@@ -65,6 +65,7 @@ public:
         expect(bBus, m_cBus.error());
         const bool bBoard = m_cBoard.make();
         expect(bBoard, m_cBoard.error());
+        m_cCodec.useVideo();
         m_cCodec.process().setProcessChannelMode(QProcess::ForwardedChannels);
         expect(m_cCodec.start(busAddress(), board().directory()), notReady("halden-codec"));
         m_cDaemon.process().setProcessChannelMode(QProcess::ForwardedChannels);

@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: MIT */
 /* The tour of ./run --once, step by step, each picture against its golden one. */
+#include "board/film/CFilmReader.h"
 #include "board/picture/CBoardPicture.h"
 #include "board/tour/CTour.h"
 #include "board/trace/CBoardComparison.h"
@@ -8,6 +9,7 @@
 #include "tests/golden.h"
 #include "tests/support/CCodecProcess.h"
 #include "tests/support/CScene.h"
+#include "tests/support/CellReader.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -21,6 +23,7 @@ private slots:
     void cleanupTestCase();
     void steps_data();
     void steps();
+    void the_film_has_the_texts();
     void a_replay_of_the_trace_shows_the_last_pictures();
     void what_is_no_step_is_refused_data();
     void what_is_no_step_is_refused();
@@ -37,6 +40,7 @@ private:
 void TestTour::initTestCase()
 {
     QVERIFY2(m_cScene.prepare(), m_cScene.describe());
+    m_cCodec.useVideo();
     QVERIFY2(m_cCodec.start(m_cScene.bus().address(), m_cScene.board().directory()), m_cCodec.describe());
     QVERIFY(CTraceSnapshot::begin(m_cScene.board()));
     QVERIFY2(m_cScene.start(), m_cScene.describe());
@@ -93,6 +97,20 @@ void TestTour::a_replay_of_the_trace_shows_the_last_pictures()
     QVERIFY(iLine > m_iLinesOfLastPicture);
     QVERIFY(CBoardPicture::monitor(cReplayed.board()) == cEnd);
     QCOMPARE(CBoardComparison::firstDifference(rcBoard, cReplayed.board()), QString());
+}
+
+void TestTour::the_film_has_the_texts()
+{
+    if (!CFilmReader::isBuiltIn())
+        return; // the stand-in wrote text, and the steps have taken that
+    CFilmReader cFilm;
+    QVERIFY2(cFilm.open(m_cPictures.filePath(QStringLiteral("film.ts"))), qPrintable(cFilm.errorString()));
+    int iFrames = 0;
+    for (; cFilm.next(); ++iFrames)
+        if (iFrames % 25 == 10)
+            QCOMPARE(readCells(cFilm.picture(), 0, 0, 53, qRgb(255, 255, 255), qRgb(0, 0, 128)),
+                     QByteArray("Inspection 2026-0417  Client: Municipal works  DN 300"));
+    QVERIFY2(iFrames >= 75, qPrintable(QString::number(iFrames)));
 }
 
 void TestTour::what_is_no_step_is_refused_data()
