@@ -24,7 +24,6 @@ const int FRAMES = TURNS * PICTURES;
 
 // The picture of an inspection, in the words of the tour.
 const char* const STEPS[] = {
-    "board camera test --frame 40",
     "call videooverlay show_overlay",
     "call videooverlay create_text",
     "call videooverlay set_text_string is 1 \"Inspection 2026-0417  Client: Municipal works  DN 300\"",
@@ -119,6 +118,7 @@ void CFilmMeter::takePictures()
     QFile cRaw(path("pictures.raw"));
     expect(cRaw.open(QIODevice::WriteOnly), cRaw.errorString());
     for (int i = 0; i < PICTURES; ++i) {
+        m_cBoard.board().setMovingCamera(i);
         m_cPictures << CBoardPicture::recorded(m_cBoard.board());
         const qint64 iBytes = m_cPictures.last().sizeInBytes();
         expect(cRaw.write(reinterpret_cast<const char*>(m_cPictures.last().constBits()), iBytes) == iBytes,
@@ -136,8 +136,10 @@ double CFilmMeter::measure(EFilmSide eSide, EFilmFigure eFigure)
 double CFilmMeter::render()
 {
     const double dStart = ownSeconds();
-    for (int i = 0; i < PICTURES; ++i)
+    for (int i = 0; i < PICTURES; ++i) {
+        m_cBoard.board().setMovingCamera(i);
         expect(!CBoardPicture::recorded(m_cBoard.board()).isNull(), QStringLiteral("no picture"));
+    }
     return millisecondsEach(ownSeconds() - dStart, PICTURES);
 }
 
