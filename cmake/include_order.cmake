@@ -28,6 +28,7 @@ set(order
     board/create
     board/trace
     board/codec
+    board/feed
     board/tool
     board/demo
     tests/support

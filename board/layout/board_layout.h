@@ -139,15 +139,14 @@ struct board_fault {
 
 /* The camera. Its frames are counted from the choice of the source, 25 a second. */
 struct board_camera {
-    uint32_t source; /* enum board_camera_source */
-    uint32_t choice; /* counts the choices of a source */
-    uint32_t start;  /* the choice's time: frames since the start of the machine */
-    uint32_t fixed;  /* 0: the clock counts the frames; else 1 + the number of the only frame */
-    uint32_t wanted; /* counts the looks at BOARD_FRAMES */
-    uint32_t helper; /* of halden-camera: enum frames_state */
-    uint32_t
-        delivered; /* frames that halden-camera has delivered; the last one is at this number, modulo the places */
-    uint32_t reserved;
+    uint32_t source;    /* enum board_camera_source */
+    uint32_t choice;    /* counts the choices of a source */
+    uint32_t start;     /* the choice's time: frames since the start of the machine */
+    uint32_t fixed;     /* 0: the clock counts the frames; else 1 + the number of the only frame */
+    uint32_t wanted;    /* counts the looks at BOARD_FRAMES */
+    uint32_t helper;    /* of halden-camera: enum frames_state */
+    uint32_t delivered; /* frames of halden-camera; the last one is in this place, modulo their number */
+    uint32_t process;   /* number of the last halden-camera's process */
 };
 
 struct board_control {

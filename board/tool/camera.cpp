@@ -2,11 +2,13 @@
 /* halden-board: the camera's picture. */
 #include "board/picture/CTestPicture.h"
 #include "board/state/CBoard.h"
+#include "board/tool/CCameraHelper.h"
 #include "board/tool/CCommandLine.h"
 #include "board/tool/Commands.h"
 
 #include <QImageReader>
 
+#include <cstdio>
 #include <limits>
 
 namespace
@@ -29,6 +31,39 @@ int showTestPicture(const SRequest& rsRequest)
 int drive(const SRequest& rsRequest)
 {
     rsRequest.rcBoard.setMovingCamera(rsRequest.iFrame);
+    return rsRequest.rcLine.exitStatus();
+}
+
+int startHelper(const SRequest& rsRequest, const char* pszKind)
+{
+    CCameraHelper cHelper(rsRequest.rcBoard);
+    return cHelper.start(QLatin1String(pszKind), rsRequest.cArgument)
+               ? rsRequest.rcLine.exitStatus()
+               : rsRequest.rcLine.fail(cHelper.errorString());
+}
+
+int showFilm(const SRequest& rsRequest)
+{
+    return startHelper(rsRequest, "film");
+}
+
+int showDevice(const SRequest& rsRequest)
+{
+    return startHelper(rsRequest, "device");
+}
+
+int showSource(const SRequest& rsRequest)
+{
+    const CBoard& rcBoard = rsRequest.rcBoard;
+    const CCameraHelper cHelper(rsRequest.rcBoard);
+    QString cText = QStringLiteral("still picture");
+    if (rcBoard.cameraSource() == BOARD_CAMERA_MOVING)
+        cText = QStringLiteral("moving, frame %1").arg(rcBoard.cameraFrame());
+    else if (rcBoard.cameraSource() == BOARD_CAMERA_FRAMES && rcBoard.isCameraAlive())
+        cText = QStringLiteral("%1, frame %2").arg(cHelper.what()).arg(rcBoard.cameraFrame());
+    else if (rcBoard.cameraSource() == BOARD_CAMERA_FRAMES)
+        cText = QStringLiteral("%1, ended %2").arg(cHelper.what(), cHelper.lastWords()).trimmed();
+    std::puts(qPrintable(rcBoard.isCameraPlugged() ? cText : cText + QStringLiteral(", unplugged")));
     return rsRequest.rcLine.exitStatus();
 }
 
@@ -65,6 +100,9 @@ struct SAction {
 const SAction ACTIONS[] = {
     {"test",   0, true,  showTestPicture},
     {"moving", 0, true,  drive          },
+    {"film",   1, false, showFilm       },
+    {"device", 1, false, showDevice     },
+    {"show",   0, false, showSource     },
     {"unplug", 0, false, unplug         },
     {"plug",   0, false, plug           },
 };
@@ -105,9 +143,12 @@ int commandCamera(const QStringList& rcArguments)
 {
     CCommandLine cLine(QStringLiteral("camera"),
                        QStringLiteral("Chooses the camera's picture, and plugs the camera in and out."));
-    cLine.addArgument(QStringLiteral("moving | test | FILE | unplug | plug"),
-                      QStringLiteral("show a drive through a pipe, the test picture, or the picture in FILE "
-                                     "scaled to 720 x 576; or unplug or plug the camera"));
+    cLine.addArgument(
+        QStringLiteral("moving | test | FILE | film FILE | device DEVICE | show | unplug | plug"),
+        QStringLiteral(
+            "let the camera see a drive through a pipe, the test picture, the picture in FILE, the "
+            "film in FILE again and again, or what the video device DEVICE captures, all scaled to "
+            "720 x 576; tell what it sees; unplug or plug the camera"));
     cLine.addValue(FRAME, QStringLiteral("N"),
                    QStringLiteral("only the frame N, from 0, of the moving camera or of the test picture"));
     if (!cLine.parse(rcArguments, 1, 2))

@@ -17,6 +17,7 @@ inline void programVideoChips(CBoard& rcBoard)
 
 inline void showLiveVideo(CBoard& rcBoard)
 {
+    programVideoChips(rcBoard);
     rcBoard.setLimeRegister(CBoard::LIME_DISPLAY, 0x100, 1u << 31 | 1u << 17); // DCM1: display, layer 1
     rcBoard.setLimeRegister(CBoard::LIME_DISPLAY, 0x124, 0);                   // L1WXY
     rcBoard.setLimeRegister(CBoard::LIME_DISPLAY, 0x128, 573u << 16 | 688u);   // L1WWH

@@ -84,7 +84,6 @@ void TestCPictureRenderer::init()
     QString cError;
     QVERIFY2(CBoardMaker::create(cPath, cError) && m_cBoard.open(cPath), qPrintable(cError));
     showLiveVideo(m_cBoard);
-    programVideoChips(m_cBoard);
 }
 
 static QImage plain(QRgb uColor)

@@ -75,7 +75,6 @@ void TestCPlaybackPicture::init()
     QString cError;
     QVERIFY2(CBoardMaker::create(cPath, cError) && m_cBoard.open(cPath), qPrintable(cError));
     showLiveVideo(m_cBoard);
-    programVideoChips(m_cBoard);
 }
 
 void TestCPlaybackPicture::shows_the_name_and_the_frame()

@@ -58,7 +58,6 @@ void TestDecoder::init()
     m_pcBoard.reset(new CTemporaryBoard);
     QVERIFY2(m_pcBoard->make(), qPrintable(m_pcBoard->error()));
     showLiveVideo(m_pcBoard->board());
-    programVideoChips(m_pcBoard->board());
 }
 
 void TestDecoder::set(quint8 u8Sub, int iValue)

@@ -61,6 +61,7 @@ private:
     int run(const QStringList& rcArguments);
     QStringList outputLines() const { return m_cOutput.split(QLatin1Char('\n'), Qt::SkipEmptyParts); }
     void removeRegisterFiles();
+    void clearVideoChips();
     bool writeRegisterFile(const char* pszChip, const QByteArray& rcText);
     QString file(const char* pszName) const { return m_pcDirectory->filePath(QLatin1String(pszName)); }
 
@@ -99,6 +100,13 @@ bool TestHaldenBoard::writeRegisterFile(const char* pszChip, const QByteArray& r
 {
     QFile cFile(QStringLiteral("%1/%2.cnf").arg(m_cBoard.path(BOARD_CNFS), QLatin1String(pszChip)));
     return cFile.open(QIODevice::WriteOnly) && cFile.write(rcText) == rcText.size();
+}
+
+void TestHaldenBoard::clearVideoChips()
+{
+    for (const int iChip : {SAA7113_SLAVE, SAA7129_SLAVE})
+        for (int iSub = 0; iSub < 256; ++iSub)
+            m_cBoard.setI2cRegister(static_cast<quint8>(iChip), static_cast<quint8>(iSub), 0);
 }
 
 void TestHaldenBoard::refuses_bad_lines_data()
@@ -222,7 +230,6 @@ void TestHaldenBoard::takes_the_board_from_option_or_variable()
 
 void TestHaldenBoard::writes_the_picture()
 {
-    programVideoChips(m_cBoard);
     QCOMPARE(run({"picture", file("out.png")}), 0);
     QImage cImage;
     QVERIFY(cImage.load(file("out.png"), "PNG"));
@@ -231,7 +238,6 @@ void TestHaldenBoard::writes_the_picture()
 
 void TestHaldenBoard::follows_the_picture()
 {
-    programVideoChips(m_cBoard);
     QProcess cProcess;
     cProcess.setProcessEnvironment(m_cEnvironment);
     cProcess.start(QStringLiteral(HALDEND_BOARD_TOOL), {"picture", file("out.png"), "--follow"});
@@ -250,7 +256,6 @@ void TestHaldenBoard::follows_the_picture()
 
 void TestHaldenBoard::writes_the_recorded_picture()
 {
-    programVideoChips(m_cBoard);
     // The monitor's window is cut; the recorded picture is whole.
     const QString cPath = file("recorded.png");
     QCOMPARE(run({QStringLiteral("picture"), QStringLiteral("--recorded"), cPath}), 0);
@@ -368,6 +373,7 @@ void TestHaldenBoard::marks_what_differs_from_the_register_files()
 /// Fields of the bytes chips that the file doesn't name are sent as 0, whatever initial value the table has.
 void TestHaldenBoard::marks_bytes_as_the_daemon_composes_them()
 {
+    clearVideoChips();
     QVERIFY(writeRegisterFile("saa7113", "AIN1: { ainc1 = 0xc0; };"));
     m_cBoard.setI2cRegister(0x25, 0x02, 0xc1);
     m_cBoard.setI2cRegister(0x25, 0x03, 0x23);
@@ -383,6 +389,7 @@ void TestHaldenBoard::marks_bytes_as_the_daemon_composes_them()
 
 void TestHaldenBoard::lists_only_what_differs()
 {
+    clearVideoChips();
     for (const char* pszChip : {"fpga", "lime", "saa7113", "saa7129"})
         QVERIFY(writeRegisterFile(pszChip, ""));
     QCOMPARE(run({"registers", "--changed"}), 0);

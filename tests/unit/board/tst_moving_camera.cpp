@@ -44,7 +44,6 @@ void TestMovingCamera::init()
     m_pcBoard.reset(new CTemporaryBoard);
     QVERIFY2(m_pcBoard->make(), qPrintable(m_pcBoard->error()));
     showLiveVideo(m_pcBoard->board());
-    programVideoChips(m_pcBoard->board());
 }
 
 QImage TestMovingCamera::frame(int iFrame)

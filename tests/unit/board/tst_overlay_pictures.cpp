@@ -70,7 +70,6 @@ void TestOverlayPictures::init()
     cCamera.fill(CAMERA);
     rcBoard->setCamera(cCamera);
     showLiveVideo(*rcBoard);
-    programVideoChips(*rcBoard);
     rcBoard->setLimeRegister(CBoard::LIME_DISPLAY, 0x128, 576U << 16 | 720U);
 
     QCOMPARE(init_fpga_framebuffer(rcBoard->path(BOARD_FPGA).toLocal8Bit().constData()), 0);

@@ -1,0 +1,54 @@
+/* SPDX-License-Identifier: MIT */
+#include "board/feed/CFilmSource.h"
+
+#include "hw/video_geometry.h"
+
+#include <QElapsedTimer>
+
+#include <cstring>
+
+namespace
+{
+
+const qint64 FRAME_US = 40000;
+const qint64 CATCHING_UP_MS = 100; // then the frame that was reached is shown
+
+} // namespace
+
+bool CFilmSource::open()
+{
+    if (!m_cFilm.open(m_cPath))
+        return fail(m_cFilm.errorString());
+    return m_cFilm.next() || fail(m_cPath + QStringLiteral(": no frame"));
+}
+
+// To the next frame, of the next showing after the last one.
+bool CFilmSource::advance()
+{
+    const qint64 iEnd = m_cFilm.time() + m_cFilm.duration();
+    m_bShown = false;
+    if (m_cFilm.next())
+        return true;
+    m_iLength = iEnd;
+    m_iRound += iEnd;
+    return (m_cFilm.rewind() && m_cFilm.next()) || fail(m_cPath + QStringLiteral(": can't be read any more"));
+}
+
+IFrameSource::EResult CFilmSource::take(quint32 u32Frame, QRgb* puPixels)
+{
+    const qint64 iTime = u32Frame * FRAME_US;
+    if (m_iLength > 0 && iTime - m_iRound >= 2 * m_iLength) // showings that nobody saw
+        m_iRound += ((iTime - m_iRound) / m_iLength - 1) * m_iLength;
+    QElapsedTimer cTimer;
+    cTimer.start();
+    while (m_iRound + m_cFilm.time() + m_cFilm.duration() <= iTime && !cTimer.hasExpired(CATCHING_UP_MS))
+        if (!advance())
+            return FAILED;
+    if (m_bShown)
+        return NONE;
+    const QImage cPicture = m_cFilm.picture();
+    for (int y = 0; y < VIDEO_HEIGHT; ++y)
+        std::memcpy(puPixels + y * VIDEO_WIDTH, cPicture.constScanLine(y), VIDEO_LINE_BYTES);
+    m_bShown = true;
+    return NEW;
+}
