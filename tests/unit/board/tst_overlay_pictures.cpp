@@ -47,6 +47,7 @@ private slots:
     void a_stored_picture_is_restored();
     void an_image_written_back_is_restored();
     void storing_keeps_what_is_live();
+    void storing_keeps_the_moving_camera_behind_the_decoder();
     void control_sets_are_apart();
     void off_switches_show_the_camera();
     void memory_at_its_limits_is_shown_without_harm();
@@ -289,6 +290,21 @@ void TestOverlayPictures::storing_keeps_what_is_live()
     frame_generator_on();
     store_video();
     QCOMPARE(CBoardPicture::monitor(rcBoard).pixel(360, 288), qRgb(0x44, 0x55, 0x66));
+}
+
+void TestOverlayPictures::storing_keeps_the_moving_camera_behind_the_decoder()
+{
+    CBoard& rcBoard = *m_pcBoard->operator->();
+    rcBoard.setMovingCamera(33);
+    const QImage cCamera = rcBoard.cameraImage();
+    store_video();
+    rcBoard.setI2cRegister(SAA7113_SLAVE, SAA7113_BRIGHTNESS, 160);
+    const QImage cBrighter = CBoardPicture::recorded(rcBoard);
+    QVERIFY(cBrighter != cCamera);
+    video_restore_on();
+    QCOMPARE(CBoardPicture::recorded(rcBoard), cCamera);
+    store_video();
+    QCOMPARE(CBoardPicture::recorded(rcBoard), cBrighter);
 }
 
 void TestOverlayPictures::control_sets_are_apart()

@@ -82,6 +82,7 @@ private slots:
     void i2c_transfers_bytes_only();
     void i2c_needs_data();
     void i2c_decoder_status_can_only_be_read();
+    void i2c_decoder_status_tells_that_the_source_is_gone();
     void i2c_has_no_plain_transfers();
 
     void lime_is_mapped();
@@ -388,6 +389,21 @@ void TestPreloadDevices::i2c_needs_data()
     QCOMPARE(errno, EFAULT);
     QCOMPARE(::ioctl(m_iI2c, I2C_SMBUS, nullptr), -1);
     QCOMPARE(errno, EFAULT);
+}
+
+// No halden-camera lives for the frames.
+void TestPreloadDevices::i2c_decoder_status_tells_that_the_source_is_gone()
+{
+    CBoard& rcBoard = *m_pcBoard->operator->();
+    quint8 u8Value = 0;
+    QCOMPARE(ioctl(m_iI2c, I2C_SLAVE, 0x25), 0);
+    rcBoard.setCameraFrames();
+    QCOMPARE(smbus(m_iI2c, I2C_SMBUS_READ, 0x1f, I2C_SMBUS_BYTE_DATA, u8Value), 0);
+    QCOMPARE(u8Value, quint8(0x40));
+    QCOMPARE(errno, UNTOUCHED);
+    rcBoard.setMovingCamera();
+    QCOMPARE(smbus(m_iI2c, I2C_SMBUS_READ, 0x1f, I2C_SMBUS_BYTE_DATA, u8Value), 0);
+    QCOMPARE(u8Value, quint8(0));
 }
 
 void TestPreloadDevices::i2c_decoder_status_can_only_be_read()
