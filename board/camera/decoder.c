@@ -46,11 +46,17 @@ static int32_t sine(uint8_t angle)
     return angle < 128 ? height : -height;
 }
 
+/* A byte as a signed number. */
+static int32_t signed_byte(uint8_t byte)
+{
+    return byte < 128 ? byte : byte - 256;
+}
+
 static struct transfer transfer_of(const uint8_t* registers)
 {
     int32_t brightness = registers[SAA7113_BRIGHTNESS];
-    int32_t contrast = (int8_t)registers[SAA7113_CONTRAST];
-    int32_t saturation = (int8_t)registers[SAA7113_SATURATION];
+    int32_t contrast = signed_byte(registers[SAA7113_CONTRAST]);
+    int32_t saturation = signed_byte(registers[SAA7113_SATURATION]);
     uint8_t hue = registers[SAA7113_HUE];
     int32_t straight = sine((uint8_t)(hue + 64)) * saturation / DECODER_SATURATION;
     int32_t crossed = sine(hue) * saturation / DECODER_SATURATION;

@@ -25,7 +25,7 @@ const SCommand COMMANDS[] = {
     {"replay",     "TRACE [--until N | --step] ...",  "builds a board from a trace",       commandReplay    },
     {"compare",    "A B",                             "names the first difference",        commandCompare   },
     {"judgements", "[show | clear]",                  "shows forbidden operations",        commandJudgements},
-    {"camera",     "moving | test | FILE | (un)plug", "chooses the camera's picture",      commandCamera    },
+    {"camera",     "moving | film FILE | FILE | ...", "chooses the camera's picture",      commandCamera    },
     {"signal",     "on | off",                        "switches the video signal",         commandSignal    },
     {"codec",      "MODE | slow MS | log | clear",    "controls the codec stand-in",       commandCodec     },
     {"fault",      "OPERATION | list | clear",        "makes operations fail",             commandFault     },
