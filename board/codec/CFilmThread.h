@@ -36,8 +36,9 @@ protected:
     /// Ends the thread. Every destructor of a class that has a frame() calls it. Returns the position of the end.
     CPosition end();
 
-    /// Does the work of a frame that is due; cNow is the position now. Returns when the next one is due.
-    virtual CPosition frame(CPosition cNow) = 0;
+    /// Does the work of a frame that is due; cNow is the position now. Returns when the next one is due. This one has
+    /// nothing to do.
+    virtual CPosition frame(CPosition /*cNow*/) { return NEVER; }
 
     void countFrame() { ++m_iFrames; }
 

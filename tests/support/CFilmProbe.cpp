@@ -53,7 +53,7 @@ CFilmProbe::CFilmProbe(const QString& rcFile)
     for (const QString& rcField : cVideo.keys())
         m_cVideo.insert(rcField, cVideo[rcField].toVariant().toString());
     m_dDuration = m_cVideo.value(QStringLiteral("duration")).toDouble();
-    for (const QJsonValue& rcPacket : cFilm[QLatin1String("packets")].toArray())
+    for (const auto& rcPacket : cFilm[QLatin1String("packets")].toArray())
         m_cTimes << rcPacket.toObject()[QLatin1String("pts_time")].toString().toDouble();
     std::sort(m_cTimes.begin(), m_cTimes.end());
 
@@ -77,14 +77,13 @@ QString CFilmProbe::gap() const
 QByteArray CFilmProbe::decoded(const QString& rcFile, int iFirst, int iCount)
 {
     QByteArray cErrors;
-    const QByteArray cFrames =
-        run(QStringLiteral(FFMPEG_PROGRAM),
-            {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-nostdin"), QStringLiteral("-i"),
-             urlOf(rcFile), QStringLiteral("-vf"), QStringLiteral("trim=start_frame=%1").arg(iFirst),
-             QStringLiteral("-frames:v"), QString::number(iCount), QStringLiteral("-f"),
-             QStringLiteral("rawvideo"), QStringLiteral("-pix_fmt"), QStringLiteral("yuv420p"),
-             QStringLiteral("-")},
-            cErrors);
+    QByteArray cFrames = run(QStringLiteral(FFMPEG_PROGRAM),
+                             {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-nostdin"),
+                              QStringLiteral("-i"), urlOf(rcFile), QStringLiteral("-vf"),
+                              QStringLiteral("trim=start_frame=%1").arg(iFirst), QStringLiteral("-frames:v"),
+                              QString::number(iCount), QStringLiteral("-f"), QStringLiteral("rawvideo"),
+                              QStringLiteral("-pix_fmt"), QStringLiteral("yuv420p"), QStringLiteral("-")},
+                             cErrors);
     if (!cErrors.isEmpty())
         qWarning("%s", cErrors.constData());
     return cFrames;
