@@ -12,9 +12,16 @@ function(haldend_leave_out part package)
     message(WARNING "Left out: ${part}. To build it, install ${package}.")
 endfunction()
 
+set(HALDEND_LEAVE_OUT "" CACHE STRING "Parts to leave out, such as HALDEND_BOARD, though they could be built")
+
 # haldend_part(VARIABLE PART PACKAGE CONDITION...)
-# Sets VARIABLE to whether the part can be built: all conditions hold.
+# Sets VARIABLE to whether the part is built: it isn't among those to leave out, and all conditions hold.
 function(haldend_part variable part package)
+    if(variable IN_LIST HALDEND_LEAVE_OUT)
+        message(STATUS "Left out, as asked for: ${part}")
+        set(${variable} OFF PARENT_SCOPE)
+        return()
+    endif()
     set(${variable} ON PARENT_SCOPE)
     foreach(condition IN LISTS ARGN)
         if(NOT ${condition})

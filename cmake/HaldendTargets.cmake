@@ -7,6 +7,8 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_C_STANDARD 11)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+# Without the times of the files, which differ from one source tree to the next.
+set(CMAKE_AUTORCC_OPTIONS --format-version 1)
 
 add_library(haldend_options INTERFACE)
 target_include_directories(haldend_options INTERFACE "${CMAKE_SOURCE_DIR}")

@@ -6,9 +6,11 @@
 #include <QStringList>
 
 int commandCamera(const QStringList& rcArguments);
+int commandCheckCodec(const QStringList& rcArguments);
 int commandCodec(const QStringList& rcArguments);
 int commandCompare(const QStringList& rcArguments);
 int commandCreate(const QStringList& rcArguments);
+int commandDemo(const QStringList& rcArguments);
 int commandFault(const QStringList& rcArguments);
 int commandGlyphs(const QStringList& rcArguments);
 int commandJudgements(const QStringList& rcArguments);

@@ -17,18 +17,20 @@ struct SCommand {
 };
 
 const SCommand COMMANDS[] = {
-    {"create",     "DIR",                             "makes a board",                     commandCreate    },
-    {"picture",    "OUT.png [--follow] [--recorded]", "writes the monitor's picture",      commandPicture   },
-    {"glyphs",     "SET OUT.png",                     "draws a glyph set's contact sheet", commandGlyphs    },
-    {"registers",  "[NAME...] [--changed]",           "lists registers and their fields",  commandRegisters },
-    {"trace",      "on | full | off | show | follow", "notes device operations",           commandTrace     },
-    {"replay",     "TRACE [--until N | --step] ...",  "builds a board from a trace",       commandReplay    },
-    {"compare",    "A B",                             "names the first difference",        commandCompare   },
-    {"judgements", "[show | clear]",                  "shows forbidden operations",        commandJudgements},
-    {"camera",     "moving | film FILE | FILE | ...", "chooses the camera's picture",      commandCamera    },
-    {"signal",     "on | off",                        "switches the video signal",         commandSignal    },
-    {"codec",      "MODE | slow MS | log | clear",    "controls the codec stand-in",       commandCodec     },
-    {"fault",      "OPERATION | list | clear",        "makes operations fail",             commandFault     },
+    {"demo",        "[--once DIR]",                    "starts all of the installation",    commandDemo      },
+    {"create",      "DIR",                             "makes a board",                     commandCreate    },
+    {"picture",     "OUT.png [--follow] [--recorded]", "writes the monitor's picture",      commandPicture   },
+    {"glyphs",      "SET OUT.png",                     "draws a glyph set's contact sheet", commandGlyphs    },
+    {"registers",   "[NAME...] [--changed]",           "lists registers and their fields",  commandRegisters },
+    {"trace",       "on | full | off | show | follow", "notes device operations",           commandTrace     },
+    {"replay",      "TRACE [--until N | --step] ...",  "builds a board from a trace",       commandReplay    },
+    {"compare",     "A B",                             "names the first difference",        commandCompare   },
+    {"judgements",  "[show | clear]",                  "shows forbidden operations",        commandJudgements},
+    {"camera",      "moving | film FILE | FILE | ...", "chooses the camera's picture",      commandCamera    },
+    {"signal",      "on | off",                        "switches the video signal",         commandSignal    },
+    {"codec",       "MODE | slow MS | log | clear",    "controls the codec stand-in",       commandCodec     },
+    {"check-codec", "FILE",                            "tries a real codec service",        commandCheckCodec},
+    {"fault",       "OPERATION | list | clear",        "makes operations fail",             commandFault     },
 };
 
 void printUsage(FILE* pcStream)
@@ -37,7 +39,7 @@ void printUsage(FILE* pcStream)
                "       halden-board --version\n\n",
                pcStream);
     for (const SCommand& rcCommand : COMMANDS)
-        std::fprintf(pcStream, "  %-10s %-33s %s\n", rcCommand.pszName, rcCommand.pszSyntax,
+        std::fprintf(pcStream, "  %-11s %-33s %s\n", rcCommand.pszName, rcCommand.pszSyntax,
                      rcCommand.pszHelp);
     std::fputs("\nThe board is the directory given by --board, otherwise by the variable HALDEN_BOARD.\n"
                "More on a command: halden-board COMMAND --help\n",

@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -26,6 +27,9 @@ namespace
 const QString POLICY = QStringLiteral("/usr/share/dbus-1/system.d/velmar.haldend.conf");
 const QString INTERFACES = QStringLiteral("/usr/share/dbus-1/interfaces/");
 const QString PROGRAM = QStringLiteral("/usr/sbin/haldend");
+const QString UNIT = QStringLiteral("/usr/lib/systemd/system/haldend.service");
+const QString DEFAULT = QStringLiteral("/etc/default/haldend");
+const QString DEFAULTS_OF_FILES = QStringLiteral("/usr/share/haldend/cnfs/");
 const QString MANUAL = QStringLiteral("/usr/share/man/man8/haldend.8");
 const QString CLIENT = QStringLiteral("/usr/bin/haldenctl");
 const QString CLIENT_MANUAL = QStringLiteral("/usr/share/man/man1/haldenctl.1");
@@ -65,7 +69,11 @@ class TestInstall : public QObject
 private slots:
     void initTestCase();
 
+    void puts_these_files_in_place_data();
     void puts_these_files_in_place();
+    void the_board_is_complete();
+    void what_its_owner_edited_is_kept_data();
+    void what_its_owner_edited_is_kept();
     void files_are_those_of_the_project_data();
     void files_are_those_of_the_project();
     void the_programs_run();
@@ -76,6 +84,8 @@ private slots:
     void calls_with_a_descriptor_are_refused();
 
 private:
+    /// Installs everything, or one component, below a folder.
+    void install(const QString& rcRoot, const QString& rcComponent = QString());
     QString installed(const QString& rcFile) const { return m_cRoot.path() + rcFile; }
 
     QTemporaryDir m_cRoot;
@@ -92,33 +102,114 @@ static QStringList registerFiles()
             QStringLiteral("saa7129.cnf")};
 }
 
-void TestInstall::initTestCase()
+void TestInstall::install(const QString& rcRoot, const QString& rcComponent)
 {
     QProcess cProcess;
     QProcessEnvironment cEnvironment = QProcessEnvironment::systemEnvironment();
-    cEnvironment.insert(QStringLiteral("DESTDIR"), m_cRoot.path());
+    cEnvironment.insert(QStringLiteral("DESTDIR"), rcRoot);
     cProcess.setProcessEnvironment(cEnvironment);
-    const int iStatus =
-        run(cProcess, {QStringLiteral(CMAKE_PROGRAM), QStringLiteral("--install"), QStringLiteral(BUILD_TREE),
-                       QStringLiteral("--prefix"), QStringLiteral("/usr")});
+    QStringList cCommand{QStringLiteral(CMAKE_PROGRAM), QStringLiteral("--install"),
+                         QStringLiteral(BUILD_TREE), QStringLiteral("--prefix"), QStringLiteral("/usr")};
+    if (!rcComponent.isEmpty())
+        cCommand << QStringLiteral("--component") << rcComponent;
+    const int iStatus = run(cProcess, cCommand);
     QVERIFY2(iStatus == 0, cProcess.readAll());
+}
+
+void TestInstall::initTestCase()
+{
+    install(m_cRoot.path());
+}
+
+/// The files below a folder, sorted.
+static QStringList filesIn(const QString& rcRoot)
+{
+    QStringList cFound;
+    QDirIterator cIterator(rcRoot, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (cIterator.hasNext())
+        cFound << cIterator.next().mid(rcRoot.size());
+    cFound.sort();
+    return cFound;
+}
+
+void TestInstall::puts_these_files_in_place_data()
+{
+    QTest::addColumn<QString>("component");
+    QTest::addColumn<QStringList>("files");
+    QStringList cDaemon{PROGRAM,
+                        MANUAL,
+                        POLICY,
+                        UNIT,
+                        DEFAULT,
+                        QStringLiteral("/usr/lib/sysusers.d/haldend.conf"),
+                        QStringLiteral("/usr/lib/udev/rules.d/60-haldend.rules"),
+                        QStringLiteral("/usr/share/dbus-1/system-services/velmar.haldend.service"),
+                        QStringLiteral("/usr/share/haldend/default/haldend"),
+                        QStringLiteral("/usr/share/man/man5/haldend.cnf.5"),
+                        QStringLiteral("/usr/share/man/man7/haldend-dbus.7")};
+    for (const QString& rcName : registerFiles())
+        cDaemon << QStringLiteral(BOARD_CNFS_FIXED "/") + rcName << DEFAULTS_OF_FILES + rcName;
+    QVERIFY(interfaceFiles().size() >= 2);
+    for (const QString& rcName : interfaceFiles())
+        cDaemon << INTERFACES + rcName;
+    QTest::newRow("daemon") << "daemon" << cDaemon;
+    QTest::newRow("client") << "client" << QStringList{CLIENT, CLIENT_MANUAL, COMPLETION};
 }
 
 void TestInstall::puts_these_files_in_place()
 {
-    QStringList cExpected{PROGRAM, MANUAL, POLICY, CLIENT, CLIENT_MANUAL, COMPLETION};
-    for (const QString& rcName : registerFiles())
-        cExpected << QStringLiteral(BOARD_CNFS_FIXED "/") + rcName;
-    QVERIFY(interfaceFiles().size() >= 2);
-    for (const QString& rcName : interfaceFiles())
-        cExpected << INTERFACES + rcName;
-    QStringList cFound;
-    QDirIterator cIterator(m_cRoot.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (cIterator.hasNext())
-        cFound << cIterator.next().mid(m_cRoot.path().size());
-    cExpected.sort();
-    cFound.sort();
-    QCOMPARE(cFound, cExpected);
+    QFETCH(QString, component);
+    QFETCH(QStringList, files);
+    const QTemporaryDir cRoot;
+    install(cRoot.path(), component);
+    files.sort();
+    QCOMPARE(filesIn(cRoot.path()), files);
+}
+
+// From the build's own folders, whose names depend on the machine.
+void TestInstall::the_board_is_complete()
+{
+    const QTemporaryDir cRoot;
+    install(cRoot.path(), QStringLiteral("board"));
+    const QStringList cFound = filesIn(cRoot.path());
+    for (const char* pszFile :
+         {"/usr/bin/halden-board", "/usr/bin/halden-codec", "/haldend-board/halden-tour",
+          "/haldend-board/halden-demo", "/haldend-board/libhaldenboard.so", "/haldend-board/private-bus.conf",
+          "/haldend-board/tour.txt", "/man1/halden-board.1", "/man1/halden-codec.1"})
+        QVERIFY2(cFound.filter(QRegularExpression(QLatin1String(pszFile) + QLatin1Char('$'))).size() == 1,
+                 pszFile);
+}
+
+void TestInstall::what_its_owner_edited_is_kept_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<bool>("edited");
+    for (const QString& rcFile : {DEFAULT, QStringLiteral(BOARD_CNFS_FIXED "/lime.cnf")}) {
+        QTest::addRow("edited %s", qPrintable(rcFile)) << rcFile << true;
+        QTest::addRow("another default of before %s", qPrintable(rcFile)) << rcFile << false;
+    }
+}
+
+void TestInstall::what_its_owner_edited_is_kept()
+{
+    QFETCH(QString, file);
+    QFETCH(bool, edited);
+    const QTemporaryDir cRoot;
+    install(cRoot.path());
+    const QString cFile = cRoot.path() + file;
+    const QByteArray cNew = contents(cFile);
+    const QByteArray cOther = cNew + "# of another day\n";
+    const QString cDefault =
+        cRoot.path() + QStringLiteral("/usr/share/haldend") +
+        (file == DEFAULT ? QStringLiteral("/default/haldend") : QStringLiteral("/cnfs/lime.cnf"));
+    for (const QString& rcName : edited ? QStringList{cFile} : QStringList{cFile, cDefault}) {
+        QFile cChanged(rcName);
+        QVERIFY(cChanged.open(QIODevice::WriteOnly) && cChanged.write(cOther) == cOther.size());
+    }
+    install(cRoot.path());
+    QCOMPARE(contents(cFile), edited ? cOther : cNew);
+    QCOMPARE(contents(cFile + QStringLiteral(".new")), edited ? cNew : QByteArray());
+    QCOMPARE(contents(cDefault), cNew);
 }
 
 void TestInstall::files_are_those_of_the_project_data()
@@ -160,7 +251,10 @@ void TestInstall::the_programs_run()
 void TestInstall::the_manual_pages_are_well_formed()
 {
     QProcess cProcess;
-    for (const QString& rcManual : {MANUAL, CLIENT_MANUAL}) {
+    const QStringList cManuals =
+        filesIn(m_cRoot.path()).filter(QRegularExpression(QStringLiteral("^/usr/share/man/")));
+    QVERIFY(cManuals.size() >= 4);
+    for (const QString& rcManual : cManuals) {
         const int iStatus =
             run(cProcess, {QStringLiteral("mandoc"), QStringLiteral("-T"), QStringLiteral("lint"),
                            QStringLiteral("-W"), QStringLiteral("warning"), installed(rcManual)});
@@ -208,6 +302,9 @@ void TestInstall::the_policy_is_enforced_data()
             true);
     addRows("introspects", callOf("/videodisplay", "org.freedesktop.DBus.Introspectable.Introspect"), false,
             true);
+    // The test has the codec's name.
+    addRows("calls the codec", {"--dest=velmar.mobilygen", "/Record", "org.freedesktop.DBus.Peer.Ping"}, true,
+            false);
     // The object for service staff, by its interface and by others.
     addRows("debugs", callOf("/debug", "velmar.haldend.debug.fpga_disable_video_restore"), false, false);
     addRows("introspects debug", callOf("/debug", "org.freedesktop.DBus.Introspectable.Introspect"), false,
@@ -257,6 +354,7 @@ void TestInstall::the_policy_is_enforced()
     cDaemon.setBusAddress(cBus.address());
     cDaemon.useBoard(cBoard);
     QVERIFY2(cDaemon.startAndWaitForName(), cDaemon.describe());
+    QVERIFY(cDaemon.client().registerService(QStringLiteral("velmar.mobilygen")));
 
     QProcess cClient;
     cCommand << QStringLiteral("dbus-send") << QStringLiteral("--bus=") + cBus.address()
