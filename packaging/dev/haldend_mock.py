@@ -161,7 +161,7 @@ class Overlay:
             self.texts[handle].colors = (foreground, background)
 
     def get_text_colors(self, handle):
-        return numbers(self.texts.get(handle, Text()).colors)
+        return numbers(self.texts[handle].colors if handle in self.texts else (0, 0))
 
     def is_videocounter_active(self):
         return self.counting
@@ -258,9 +258,6 @@ class Processing:
         elif self.state == "image":
             self.state = "idle"
         return NOT_NOW
-
-    def is_video_input_available(self):
-        return True
 
 
 def answer(mock, method, out_signature, args):

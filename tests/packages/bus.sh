@@ -35,6 +35,14 @@ wait_for_name() {
 
 fact "all packages install" quietly dpkg --force-confold --force-unsafe-io --install "$@"
 
+verifies() {
+    local said status=0
+    said=$(systemd-analyze verify --man=no "$1" 2>&1) || status=$?
+    printf '%s' "$said"
+    [ $status -eq 0 ] && [ -z "$said" ]
+}
+fact "systemd-analyze verify says nothing about the unit" verifies /lib/systemd/system/haldend.service
+
 useradd --system --no-create-home member
 useradd --system --no-create-home outsider
 useradd --system --no-create-home codec
@@ -75,8 +83,9 @@ done
 
 as codec halden-codec &
 wait_for_name velmar.mobilygen
-(cd / && LD_PRELOAD=$(dpkg -L haldend-board | grep /libhaldenboard.so) &&
-    export LD_PRELOAD && as "$user" --inh-caps=-all --no-new-privs "${command[@]}" >/tmp/haldend.log 2>&1 </dev/null) &
+install -o "$user" -m 644 /dev/null /tmp/system-calls
+(cd / && as "$user" --inh-caps=-all --no-new-privs strace -f -qq -o /tmp/system-calls \
+    -E LD_PRELOAD="$(dpkg -L haldend-board | grep /libhaldenboard.so)" "${command[@]}" >/tmp/haldend.log 2>&1 </dev/null) &
 wait_for_name velmar.haldend
 
 pid_user() {
@@ -136,7 +145,15 @@ fact "the mock serves the client" env DBUS_SYSTEM_BUS_ADDRESS="$mock_address" /t
 # What unprivileged users do with the virtual board.
 fact "halden-board demo goes through its tour, as nobody" quietly env DBUS_SYSTEM_BUS_ADDRESS= setpriv --reuid=nobody --regid=nogroup \
     --clear-groups halden-board demo --once /tmp/pictures
-fact "... and leaves the tour's pictures" test -s /tmp/pictures/start.png
+# The tests hold the pixels against the golden pictures; here each of these has to be there.
+has_pictures() {
+    local golden
+    for golden in "$tree"/tests/golden/tour_*.png; do
+        golden=${golden##*/tour_}
+        compgen -G "/tmp/pictures/[0-9]*-$golden" >/dev/null || { echo "no $golden"; return 1; }
+    done
+}
+fact "... and leaves all pictures of it" has_pictures
 
 ends() {
     local pid
@@ -144,3 +161,5 @@ ends() {
 }
 fact "the daemon ends in good order" ends
 fact "... and says so" grep -q 'Terminating haldend' /tmp/haldend.log
+fact "the unit's filter lets all its system calls through" /usr/bin/python3 "$tree/tests/packages/system_calls.py" \
+    /lib/systemd/system/haldend.service /tmp/system-calls

@@ -9,7 +9,6 @@ import dbus
 import dbus.bus
 
 CALLS = [
-    ("videodisplay", "get_displayed_video_width"),
     ("videodisplay", "set_video_size", 360, 288),
     ("videodisplay", "set_video_size", 0, 9),
     ("videodisplay", "get_displayed_video_width"),
@@ -55,6 +54,7 @@ CALLS = [
     ("videoprocessing", "stop_video_playback"),
     ("videoprocessing", "save_video_image", "/var/lib/haldend/compared.bmp"),
     ("videoprocessing", "is_video_input_available"),
+    ("videoprocessing", "get_video_input_type"),
     ("debug", "fpga_enable_video_restore"),
     ("debug", "print_hardware_config", "fpga"),
 ]

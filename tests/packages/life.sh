@@ -60,7 +60,8 @@ fact "a file as it came is the new one" contains $cnfs/saa7113.cnf '# later'
 for file in fpga lime saa7113; do fact "the daemon may still save $file.cnf" is_owned $cnfs/$file.cnf; done
 fact "the new defaults are beside them" [ -f $cnfs/lime.cnf.dpkg-dist ]
 
-echo film >/var/lib/haldend/film.ts 2>/dev/null || { mkdir -p /var/lib/haldend && echo film >/var/lib/haldend/film.ts; }
+mkdir -p /var/lib/haldend
+echo film >/var/lib/haldend/film.ts
 fact "is removed" quietly dpkg --remove haldend
 fact "the files stay" contains $cnfs/lime.cnf '# edited'
 fact "the link goes" [ ! -L /usr/etc/cnfs ]
