@@ -1,7 +1,8 @@
 /* SPDX-License-Identifier: MIT */
 /* A client as an integrator writes it: sets the size of the live video, and asks for it. */
-#include <CHaldendVideoDisplayProxy.h>
 #include <QCoreApplication>
+
+#include <CHaldendVideoDisplayProxy.h>
 
 int main(int argc, char** argv)
 {
