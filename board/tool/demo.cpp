@@ -33,6 +33,7 @@ void become(const QString& rcProgram, const QStringList& rcArguments)
     for (const QString& rcArgument : rcArguments)
         cWords.push_back(QFile::encodeName(rcArgument));
     std::vector<char*> cVector;
+    cVector.reserve(cWords.size() + 1);
     for (QByteArray& rcWord : cWords)
         cVector.push_back(rcWord.data());
     cVector.push_back(nullptr);

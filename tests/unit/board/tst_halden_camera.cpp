@@ -52,7 +52,7 @@ private:
     int seen() const;
     bool sees(int iGrey) const { return qAbs(seen() - iGrey) <= 3; }
     pid_t helper() const;
-    bool isRunning(pid_t iProcess) const { return QFile::exists(QStringLiteral("/proc/%1").arg(iProcess)); }
+    static bool isRunning(pid_t iProcess);
     quint32 state() const { return board_load(&m_pcBoard->board().camera()->helper); }
     int deviceLines(const char* pszLine) const;
 
@@ -112,6 +112,13 @@ int TestHaldenCamera::seen() const
     const QImage cPicture = CBoardPicture::recorded(m_pcBoard->board());
     const int iGrey = qGray(cPicture.pixel(100, 100));
     return qAbs(qGray(cPicture.pixel(600, 500)) - iGrey) <= 3 ? iGrey : -1;
+}
+
+// One that has ended may wait for the machine's first process to notice.
+bool TestHaldenCamera::isRunning(pid_t iProcess)
+{
+    QFile cStatus(QStringLiteral("/proc/%1/stat").arg(iProcess));
+    return cStatus.open(QIODevice::ReadOnly) && !cStatus.readAll().contains(") Z ");
 }
 
 pid_t TestHaldenCamera::helper() const
