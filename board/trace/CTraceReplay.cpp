@@ -1,10 +1,12 @@
 /* SPDX-License-Identifier: MIT */
 #include "board/trace/CTraceReplay.h"
 
+#include "board/devices/stored_frame.h"
 #include "board/state/CBoard.h"
 #include "board/trace/RegisterNames.h"
-#include "board/trace/replay_store.h"
 
+#include <QRgb>
+#include <QVector>
 #include <QtEndian>
 
 #include <cstring>
@@ -29,8 +31,7 @@ QString behindTheEnd()
 bool CTraceReplay::open(QString& rcError)
 {
     return m_cFpga.open(m_rcBoard.path(BOARD_FPGA), BOARD_FPGA_BYTES, rcError) &&
-           m_cI2c.open(m_rcBoard.path(BOARD_I2C), BOARD_I2C_BYTES, rcError) &&
-           m_cCamera.open(m_rcBoard.path(BOARD_CAMERA), BOARD_CAMERA_BYTES, rcError);
+           m_cI2c.open(m_rcBoard.path(BOARD_I2C), BOARD_I2C_BYTES, rcError);
 }
 
 bool CTraceReplay::apply(const QString& rcLine, QString& rcError)
@@ -69,8 +70,16 @@ QString CTraceReplay::applyRegister(const STraceOperation& rsOperation)
     qToLittleEndian(*u32Value, cBytes.data());
     QString cError = writeMemory(*u32Address, cBytes.left(rsOperation.registerBytes()));
     if (rsOperation.isWrite() && *u32Address == FPGA_STORE_VIDEO && (*u32Value & 1) != 0)
-        replay_store_trigger(m_cFpga.data(), m_cI2c.data(), m_cCamera.data());
+        storeFrame();
     return cError;
+}
+
+void CTraceReplay::storeFrame()
+{
+    QVector<QRgb> cPixels(VIDEO_WIDTH * VIDEO_HEIGHT);
+    if (!stored_frame_generate(m_cFpga.data(), cPixels.data()))
+        m_rcBoard.takeLivePicture(cPixels.data());
+    stored_frame_write(m_cFpga.data(), cPixels.constData());
 }
 
 QString CTraceReplay::applyTransfer(const STraceOperation& rsOperation)

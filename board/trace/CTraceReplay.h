@@ -37,12 +37,12 @@ private:
     QString applyTransfer(const STraceOperation& rsOperation);
     QString applyLime(const STraceOperation& rsOperation);
     QString applyI2c(const STraceOperation& rsOperation);
+    void storeFrame();
     QString writeMemory(qint64 iAddress, const QByteArray& rcBytes);
 
     CBoard& m_rcBoard;
     CMappedFile m_cFpga;
     CMappedFile m_cI2c;
-    CMappedFile m_cCamera;
     qint64 m_iPosition = 0; ///< of the FPGA's file
     quint32 m_u32Chip = 0;  ///< on the I2C bus
 };
