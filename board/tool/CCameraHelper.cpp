@@ -5,6 +5,7 @@
 #include "board/state/CBoard.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
@@ -84,7 +85,11 @@ bool CCameraHelper::launch(const QStringList& rcCommand, int iLock, int iLog)
 
 bool CCameraHelper::start(const QString& rcKind, const QString& rcName)
 {
-    const QString cProgram = QCoreApplication::applicationDirPath() + QStringLiteral("/halden-camera");
+    const QDir cHere(QCoreApplication::applicationDirPath());
+    QString cProgram = cHere.filePath(QStringLiteral("halden-camera"));
+    if (!QFileInfo(cProgram).isExecutable())
+        cProgram =
+            QDir::cleanPath(cHere.filePath(QStringLiteral(HALDEND_PREFIX "/" HALDEND_INSTALLED_CAMERA)));
     if (!QFileInfo(cProgram).isExecutable())
         return fail(cProgram + QStringLiteral(": missing"));
     const QString cName = QFileInfo(rcName).absoluteFilePath();

@@ -18,7 +18,9 @@ namespace
 {
 
 const char* const USAGE =
-    "Usage: halden-board demo [--once DIR]\n"
+    "Usage: halden-board demo [--at DIR] [--verbose]\n"
+    "       halden-board demo restart daemon|codec [--at DIR]\n"
+    "       halden-board demo --once DIR\n"
     "\n"
     "Starts a private bus, a virtual board, the codec stand-in and the installed daemon, prints "
     "what to try, and runs\n"
@@ -46,6 +48,28 @@ int fail(const QString& rcMessage)
     return CCommandLine::FAILURE;
 }
 
+/// Checks the arguments, and makes the folders in them absolute. False if they are wrong.
+bool readArguments(QStringList& rcArguments)
+{
+    bool bOnce = false;
+    for (int i = 0; i < rcArguments.size(); ++i) {
+        const QString cWord = rcArguments.at(i);
+        if (cWord == QLatin1String("--once") || cWord == QLatin1String("--at")) {
+            bOnce = bOnce || cWord == QLatin1String("--once");
+            if (++i == rcArguments.size() || rcArguments.at(i).isEmpty())
+                return false;
+            rcArguments.replace(i, QFileInfo(rcArguments.at(i)).absoluteFilePath());
+        } else if (cWord == QLatin1String("restart")) {
+            const QString cProgram = rcArguments.value(++i);
+            if (i != 1 || (cProgram != QLatin1String("daemon") && cProgram != QLatin1String("codec")))
+                return false;
+        } else if (cWord != QLatin1String("--verbose")) {
+            return false;
+        }
+    }
+    return !bOnce || rcArguments.size() == 2;
+}
+
 } // namespace
 
 int commandDemo(const QStringList& rcArguments)
@@ -53,16 +77,14 @@ int commandDemo(const QStringList& rcArguments)
     QStringList cArguments = rcArguments;
     const QDir cPrefix(
         QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/" HALDEND_PREFIX)));
-    const bool bOnce = cArguments.value(0) == QLatin1String("--once") && cArguments.size() == 2;
-    if (!cArguments.isEmpty() && !bOnce) {
-        const bool bHelp =
-            cArguments.first() == QLatin1String("--help") || cArguments.first() == QLatin1String("-h");
+    const bool bHelp =
+        cArguments.value(0) == QLatin1String("--help") || cArguments.value(0) == QLatin1String("-h");
+    if (bHelp || !readArguments(cArguments)) {
         std::fputs(USAGE, bHelp ? stdout : stderr);
         return bHelp ? CCommandLine::SUCCESS : CCommandLine::USAGE;
     }
-    if (bOnce)
-        cArguments = QStringList{cPrefix.filePath(QStringLiteral(HALDEND_TOUR_SCRIPT)),
-                                 QFileInfo(cArguments.at(1)).absoluteFilePath()};
+    if (cArguments.value(0) == QLatin1String("--once"))
+        cArguments.replace(0, cPrefix.filePath(QStringLiteral(HALDEND_TOUR_SCRIPT)));
     const QString cTour = cPrefix.filePath(QStringLiteral(HALDEND_INSTALLED_TOUR));
     if (!QFileInfo(cTour).isExecutable())
         return fail(

@@ -15,6 +15,7 @@ const int TIMEOUT_RESTART_MS = 3 * TIMEOUT_PROCESS_MS;
 
 CRun::CRun(CRunFolder& rcFolder, bool bVerbose) : m_rcFolder(rcFolder), m_bVerbose(bVerbose)
 {
+    m_cCodec.useVideo();
     watch("codec", m_cCodec.process());
     watch("daemon", m_cDaemon.process());
     watch("picture", m_cFollower);
@@ -50,7 +51,7 @@ void CRun::reportEnd(const char* pszWho, const QProcess& rcProcess)
                              : QStringLiteral("ended with status %1").arg(rcProcess.exitCode());
     const QString cRemedy = qstrcmp(pszWho, "picture") == 0
                                 ? QStringLiteral("no picture is written any more")
-                                : QStringLiteral("start it again: ./run restart %1 --at %2")
+                                : QStringLiteral("start it again: " HALDEND_RUN " restart %1 --at %2")
                                       .arg(QLatin1String(pszWho), m_rcFolder.path());
     m_cPrinter.print(pszWho, QStringLiteral("%1; %2").arg(cHow, cRemedy), CEventPrinter::BAD);
 }
@@ -157,6 +158,6 @@ QString CRun::askForRestart(const CRunFolder& rcFolder, const QString& rcProgram
     const QDBusMessage cReply = cConnection.call(cCall, QDBus::Block, TIMEOUT_RESTART_MS);
     if (!cConnection.isConnected() ||
         cReply.errorName() == QDBusError::errorString(QDBusError::ServiceUnknown))
-        return QStringLiteral("nothing runs in %1; start it: ./run --at DIR").arg(rcFolder.path());
+        return QStringLiteral("nothing runs in %1; start it: " HALDEND_RUN " --at DIR").arg(rcFolder.path());
     return cReply.type() == QDBusMessage::ErrorMessage ? cReply.errorMessage() : QString();
 }

@@ -70,8 +70,9 @@ bool CRunFolder::take()
     if (!m_cLock.open(QIODevice::ReadWrite))
         return fail(QStringLiteral("%1: %2").arg(m_cLock.fileName(), m_cLock.errorString()));
     if (flock(m_cLock.handle(), LOCK_EX | LOCK_NB) != 0)
-        return fail(QStringLiteral("./run is at work in %1 already, as process %2; end it, or choose another "
-                                   "folder: ./run --at DIR")
+        return fail(QStringLiteral(HALDEND_RUN
+                                   " is at work in %1 already, as process %2; end it, or choose another "
+                                   "folder: " HALDEND_RUN " --at DIR")
                         .arg(m_cPath, QString::fromLatin1(m_cLock.readAll()).trimmed()));
     m_bTaken = true;
     return m_cLock.resize(0) && m_cLock.write(QByteArray::number(getpid()) + '\n') > 0 && m_cLock.flush();
