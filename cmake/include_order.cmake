@@ -24,6 +24,8 @@ set(order
     board/judge
     board/devices
     board/preload
+    board/follow
+    board/registers
     board/picture
     board/create
     board/trace

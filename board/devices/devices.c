@@ -194,7 +194,9 @@ static ssize_t write_inside(const struct board* board, const struct transfer* tr
     int64_t room = device_bytes(transfer->device) - position_of(descriptor);
     if (count > 0 && room <= 0)
         return outcome(ENOSPC);
-    return position_write(descriptor, buffer, (uint64_t)room < count ? (size_t)room : count);
+    ssize_t written = position_write(descriptor, buffer, (uint64_t)room < count ? (size_t)room : count);
+    board_note_change(board->control);
+    return written;
 }
 
 ssize_t device_write(enum device device, int descriptor, const void* buffer, size_t count)

@@ -56,6 +56,7 @@ static void fpga_store(const struct board* board, unsigned bytes, const struct f
     store_little(board->fpga + record->address, bytes, record->value);
     if (record->address == FPGA_STORE_VIDEO && (record->value & 1) != 0)
         store_live_picture(board);
+    board_note_change(board->control);
 }
 
 static int fpga_transfer(const struct board* board, bool writing, unsigned bytes, struct fpga_record* record)

@@ -50,10 +50,12 @@ static int i2c_byte(const struct board* board, unsigned chip, const struct i2c_s
     judge_byte(board, writing, chip, transfer->command);
     if (chip != SAA7113_SLAVE && chip != SAA7129_SLAVE)
         return ENXIO;
-    if (!writing)
+    if (!writing) {
         transfer->data->byte = i2c_value(board, chip, transfer->command);
-    else if (!read_only(chip, transfer->command))
+    } else if (!read_only(chip, transfer->command)) {
         board->i2c[chip * 256 + transfer->command] = transfer->data->byte;
+        board_note_change(board->control);
+    }
     return 0;
 }
 

@@ -158,6 +158,7 @@ struct board_control {
     uint32_t codec_mode;                          /* enum board_codec_mode */
     uint32_t codec_delay;                         /* of each call, milliseconds */
     struct board_camera camera;
+    uint32_t changes;                             /* see board_note_change() */
 };
 
 /* The head of the file playback. Behind it are two frames in the camera's format: sequence % 2 is the one to show, and the
@@ -184,6 +185,15 @@ static inline int board_exchange(uint32_t* word, uint32_t expected, uint32_t val
 {
     uint32_t stored = htole32(expected);
     return __atomic_compare_exchange_n(word, &stored, htole32(value), 0, __ATOMIC_ACQ_REL, __ATOMIC_ACQUIRE);
+}
+
+/* Counts a change of a device, of the camera or of the codec stand-in, for those who follow the board: call it behind
+ * the change. Stores to the display controller are no calls, and aren't counted. */
+static inline void board_note_change(struct board_control* control)
+{
+    uint32_t count = board_load(&control->changes);
+    while (!board_exchange(&control->changes, count, count + 1))
+        count = board_load(&control->changes);
 }
 
 /* The byte order of this program. */

@@ -83,6 +83,11 @@ board_control* CBoard::control() const
 
 // Display controller
 
+quint32 CBoard::changes() const
+{
+    return isOpen() ? board_load(&control()->changes) : 0;
+}
+
 bool CBoard::limeSwapped() const
 {
     return board_load(&control()->lime_order) != board_own_order();
@@ -108,6 +113,7 @@ void CBoard::setLimeRegister(ELimeWindow eWindow, quint32 u32Offset, quint32 u32
         return;
     auto* pu32Word = reinterpret_cast<quint32*>(m_cLime.data() + eWindow + u32Offset);
     __atomic_store_n(pu32Word, limeSwapped() ? qbswap(u32Value) : u32Value, __ATOMIC_RELEASE);
+    board_note_change(control());
 }
 
 static bool isLimeMemory(quint32 u32Address)
@@ -135,6 +141,16 @@ void CBoard::setLimeMemory16(quint32 u32Address, quint16 u16Value)
         return;
     auto* pu16Word = reinterpret_cast<quint16*>(m_cLime.data() + u32Address);
     *pu16Word = limeSwapped() ? qbswap(u16Value) : u16Value;
+    board_note_change(control());
+}
+
+QByteArray CBoard::limeMemory(quint32 u32Address, int iBytes) const
+{
+    if (!isOpen() || iBytes < 0 || u32Address >= LIME_HOST_WINDOW)
+        return QByteArray();
+    const int iMost = static_cast<int>(LIME_HOST_WINDOW - u32Address);
+    return QByteArray::fromRawData(reinterpret_cast<const char*>(m_cLime.data() + u32Address),
+                                   qMin(iBytes, iMost));
 }
 
 // FPGA
@@ -148,8 +164,10 @@ quint32 CBoard::fpgaRegister(quint32 u32Address) const
 
 void CBoard::setFpgaRegister(quint32 u32Address, quint32 u32Value)
 {
-    if (isOpen() && u32Address <= BOARD_FPGA_BYTES - 4)
-        qToLittleEndian(u32Value, m_cFpga.data() + u32Address);
+    if (!isOpen() || u32Address > BOARD_FPGA_BYTES - 4)
+        return;
+    qToLittleEndian(u32Value, m_cFpga.data() + u32Address);
+    board_note_change(control());
 }
 
 QByteArray CBoard::fpgaMemory(quint32 u32Address, int iBytes) const
@@ -169,8 +187,10 @@ quint8 CBoard::i2cRegister(quint8 u8Chip, quint8 u8Sub) const
 
 void CBoard::setI2cRegister(quint8 u8Chip, quint8 u8Sub, quint8 u8Value)
 {
-    if (isOpen() && u8Chip < 128)
-        m_cI2c.data()[u8Chip * 256 + u8Sub] = u8Value;
+    if (!isOpen() || u8Chip >= 128)
+        return;
+    m_cI2c.data()[u8Chip * 256 + u8Sub] = u8Value;
+    board_note_change(control());
 }
 
 bool CBoard::isChipSilent(quint8 u8Chip) const
@@ -192,12 +212,15 @@ void CBoard::setCamera(const QImage& rcImage)
         qToLittleEndian<quint32>(cImage.constScanLine(y), VIDEO_WIDTH,
                                  m_cCamera.data() + 4 * VIDEO_WIDTH * y);
     live_choose(control(), BOARD_CAMERA_STILL, 0);
+    board_note_change(control());
 }
 
 void CBoard::setMovingCamera(int iFrame)
 {
-    if (isOpen())
-        live_choose(control(), BOARD_CAMERA_MOVING, iFrame < 0 ? 0 : static_cast<quint32>(iFrame) + 1);
+    if (!isOpen())
+        return;
+    live_choose(control(), BOARD_CAMERA_MOVING, iFrame < 0 ? 0 : static_cast<quint32>(iFrame) + 1);
+    board_note_change(control());
 }
 
 quint32 CBoard::setCameraFrames()
@@ -437,7 +460,10 @@ bool CBoard::setCodecState(const SCodecState& rsState)
         return false;
     // Replaced whole, so that readers never see half a state.
     QSaveFile cFile(path(BOARD_CODEC_STATE));
-    return cFile.open(QIODevice::WriteOnly) && cFile.write(rsState.toText()) >= 0 && cFile.commit();
+    const bool bDone =
+        cFile.open(QIODevice::WriteOnly) && cFile.write(rsState.toText()) >= 0 && cFile.commit();
+    board_note_change(control());
+    return bDone;
 }
 
 SCodecState CBoard::codecState() const

@@ -69,6 +69,10 @@ public:
     /// Path of one of the files of board_layout.h.
     QString path(const char* pszFile) const;
 
+    /// A count that grows with each change of a device, of the camera or of the codec stand-in. It doesn't grow when a
+    /// program stores to the display controller through its mapping.
+    quint32 changes() const;
+
     /// \name Display controller
     /// Registers by window and byte offset; the memory that layers show by byte address.
     /// @{
@@ -77,6 +81,8 @@ public:
     quint16 limeMemory16(quint32 u32Address) const;
     void limeMemory16(quint32 u32Address, int iCount, quint16* pu16Words) const; ///< so many in a row
     void setLimeMemory16(quint32 u32Address, quint16 u16Value);
+    /// The memory itself, in the byte order of the daemon, not a copy: until close(). Cut at the memory's end.
+    QByteArray limeMemory(quint32 u32Address, int iBytes) const;
     /// @}
 
     /// \name FPGA

@@ -1,6 +1,6 @@
 /* SPDX-License-Identifier: MIT */
 /* halden-board: the command that lists the registers of the chips. */
-#include "board/tool/CChipRegisters.h"
+#include "board/registers/CChipRegisters.h"
 #include "board/tool/CCommandLine.h"
 #include "board/tool/Commands.h"
 

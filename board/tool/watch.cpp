@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: MIT */
 /* halden-board: commands that show what a board does. */
+#include "board/follow/CBoardFollower.h"
 #include "board/picture/CBoardPicture.h"
 #include "board/state/CBoard.h"
 #include "board/tool/CCommandLine.h"
@@ -13,8 +14,6 @@
 
 namespace
 {
-
-const unsigned long PAUSE_MS = 100; // between two steps of repeatUntilStopped()
 
 volatile std::sig_atomic_t s_iStopped = 0;
 
@@ -32,7 +31,7 @@ void repeatUntilStopped(bool (*pfnStep)(void* pvContext), void* pvContext)
     sigaction(SIGINT, &sAction, nullptr);
     sigaction(SIGTERM, &sAction, nullptr);
     while (s_iStopped == 0 && pfnStep(pvContext))
-        QThread::msleep(PAUSE_MS);
+        QThread::msleep(CBoardFollower::PAUSE_MS);
 }
 
 // Picture
@@ -42,6 +41,7 @@ namespace
 
 struct SPictureFile {
     CBoard cBoard;
+    CBoardFollower cFollower{cBoard};
     QString cPath;
     QString cError;
     QImage cLast;
@@ -52,6 +52,8 @@ struct SPictureFile {
 bool updatePicture(void* pvFile)
 {
     auto& rcFile = *static_cast<SPictureFile*>(pvFile);
+    if (!rcFile.cFollower.look())
+        return true;
     const QImage cPicture =
         rcFile.bRecorded ? CBoardPicture::recorded(rcFile.cBoard) : CBoardPicture::monitor(rcFile.cBoard);
     if (cPicture == rcFile.cLast)

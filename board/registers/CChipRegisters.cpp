@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: MIT */
-#include "board/tool/CChipRegisters.h"
+#include "board/registers/CChipRegisters.h"
 
 #include "regdb/chip_regs.h"
 #include "regdb/config_file.h"

@@ -1,6 +1,6 @@
 /* SPDX-License-Identifier: MIT */
-#ifndef HALDEND_BOARD_TOOL_CCHIPREGISTERS_H
-#define HALDEND_BOARD_TOOL_CCHIPREGISTERS_H
+#ifndef HALDEND_BOARD_REGISTERS_CCHIPREGISTERS_H
+#define HALDEND_BOARD_REGISTERS_CCHIPREGISTERS_H
 
 #include "board/state/CBoard.h"
 #include "regdb/reg_types.h"
