@@ -36,6 +36,7 @@ endfunction()
 # Sets VARIABLE to whether the programs that a test runs are there; each is in Debian's package of the same name, but
 # for those in the list.
 set(HALDEND_PACKAGE_busctl systemd)
+set(HALDEND_PACKAGE_chromedriver chromium-driver)
 set(HALDEND_PACKAGE_dbus-daemon dbus)
 set(HALDEND_PACKAGE_dbus-monitor dbus)
 set(HALDEND_PACKAGE_ffprobe ffmpeg)

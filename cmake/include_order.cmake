@@ -31,6 +31,7 @@ set(order
     board/trace
     board/codec
     board/feed
+    board/serve
     board/tool
     board/demo
     tests/support

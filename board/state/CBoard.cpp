@@ -88,6 +88,12 @@ quint32 CBoard::changes() const
     return isOpen() ? board_load(&control()->changes) : 0;
 }
 
+void CBoard::noteChange() const
+{
+    if (isOpen())
+        board_note_change(control());
+}
+
 bool CBoard::limeSwapped() const
 {
     return board_load(&control()->lime_order) != board_own_order();

@@ -72,6 +72,7 @@ public:
     /// A count that grows with each change of a device, of the camera or of the codec stand-in. It doesn't grow when a
     /// program stores to the display controller through its mapping.
     quint32 changes() const;
+    void noteChange() const; ///< for those who write to a file of the board themselves
 
     /// \name Display controller
     /// Registers by window and byte offset; the memory that layers show by byte address.

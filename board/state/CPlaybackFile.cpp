@@ -50,6 +50,7 @@ bool CPlaybackFile::create(const CBoard& rcBoard, QString& rcError)
         return false;
     }
     m_cPath = cPath;
+    m_pcBoard = &rcBoard;
     return m_cFile.open(cPath, BOARD_PLAYBACK_BYTES, rcError);
 }
 
@@ -65,6 +66,7 @@ void CPlaybackFile::show(const QImage& rcFrame)
         qToLittleEndian<quint32>(rcFrame.constScanLine(y), VIDEO_WIDTH,
                                  pu8Bytes + VIDEO_LINE_BYTES * static_cast<quint32>(y));
     board_store(&head(m_cFile)->sequence, u32Next);
+    m_pcBoard->noteChange();
 }
 
 QImage CPlaybackFile::frame(const CBoard& rcBoard)

@@ -22,7 +22,7 @@ public:
     CPlaybackFile(const CPlaybackFile&) = delete;
     CPlaybackFile& operator=(const CPlaybackFile&) = delete;
 
-    /// Makes the file, without a frame yet. False if it can't; rcError says why.
+    /// Makes the file, without a frame yet. The board outlives it. False if it can't; rcError says why.
     [[nodiscard]] bool create(const CBoard& rcBoard, QString& rcError);
 
     /// The frame from now on: 720 x 576, Format_RGB32.
@@ -37,6 +37,7 @@ public:
 private:
     CMappedFile m_cFile;
     QString m_cPath;
+    const CBoard* m_pcBoard = nullptr;
 };
 
 #endif

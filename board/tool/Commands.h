@@ -17,6 +17,7 @@ int commandJudgements(const QStringList& rcArguments);
 int commandPicture(const QStringList& rcArguments);
 int commandRegisters(const QStringList& rcArguments);
 int commandReplay(const QStringList& rcArguments);
+int commandServe(const QStringList& rcArguments);
 int commandSignal(const QStringList& rcArguments);
 int commandTrace(const QStringList& rcArguments);
 

@@ -20,6 +20,7 @@ const SCommand COMMANDS[] = {
     {"demo",        "[--once DIR]",                    "starts all of the installation",    commandDemo      },
     {"create",      "DIR",                             "makes a board",                     commandCreate    },
     {"picture",     "OUT.png [--follow] [--recorded]", "writes the monitor's picture",      commandPicture   },
+    {"serve",       "[--port N] [--listen ADDRESS]",   "shows the board in a browser",      commandServe     },
     {"glyphs",      "SET OUT.png",                     "draws a glyph set's contact sheet", commandGlyphs    },
     {"registers",   "[NAME...] [--changed]",           "lists registers and their fields",  commandRegisters },
     {"trace",       "on | full | off | show | follow", "notes device operations",           commandTrace     },

@@ -6,6 +6,7 @@
 #include "board/tool/CCommandLine.h"
 #include "board/tool/Commands.h"
 
+#include <QElapsedTimer>
 #include <QSaveFile>
 #include <QThread>
 
@@ -39,12 +40,15 @@ void repeatUntilStopped(bool (*pfnStep)(void* pvContext), void* pvContext)
 namespace
 {
 
+const int FILE_PAUSE_MS = 250; // a camera that moves has 25 frames a second, and a file is slow to write
+
 struct SPictureFile {
     CBoard cBoard;
     CBoardFollower cFollower{cBoard};
     QString cPath;
     QString cError;
     QImage cLast;
+    QElapsedTimer cWritten;
     bool bRecorded = false;
 };
 
@@ -52,6 +56,8 @@ struct SPictureFile {
 bool updatePicture(void* pvFile)
 {
     auto& rcFile = *static_cast<SPictureFile*>(pvFile);
+    if (rcFile.cWritten.isValid() && !rcFile.cWritten.hasExpired(FILE_PAUSE_MS))
+        return true;
     if (!rcFile.cFollower.look())
         return true;
     const QImage cPicture =
@@ -64,6 +70,7 @@ bool updatePicture(void* pvFile)
         return false;
     }
     rcFile.cLast = cPicture;
+    rcFile.cWritten.start();
     return true;
 }
 

@@ -19,6 +19,8 @@ CRun::CRun(CRunFolder& rcFolder, bool bVerbose) : m_rcFolder(rcFolder), m_bVerbo
     watch("codec", m_cCodec.process());
     watch("daemon", m_cDaemon.process());
     watch("picture", m_cFollower);
+    connect(&m_cServer, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
+            [this] { reportEnd("live view", m_cServer); });
 }
 
 CRun::~CRun()
@@ -49,10 +51,10 @@ void CRun::reportEnd(const char* pszWho, const QProcess& rcProcess)
     const QString cHow = rcProcess.exitStatus() == QProcess::CrashExit
                              ? QStringLiteral("was ended by signal %1").arg(rcProcess.exitCode())
                              : QStringLiteral("ended with status %1").arg(rcProcess.exitCode());
-    const QString cRemedy = qstrcmp(pszWho, "picture") == 0
-                                ? QStringLiteral("no picture is written any more")
-                                : QStringLiteral("start it again: " HALDEND_RUN " restart %1 --at %2")
-                                      .arg(QLatin1String(pszWho), m_rcFolder.path());
+    const bool bShows = &rcProcess == &m_cFollower || &rcProcess == &m_cServer;
+    const QString cRemedy = bShows ? QStringLiteral("it isn't shown any more")
+                                   : QStringLiteral("start it again: " HALDEND_RUN " restart %1 --at %2")
+                                         .arg(QLatin1String(pszWho), m_rcFolder.path());
     m_cPrinter.print(pszWho, QStringLiteral("%1; %2").arg(cHow, cRemedy), CEventPrinter::BAD);
 }
 
@@ -66,6 +68,23 @@ bool CRun::startDaemon()
 {
     return m_cDaemon.startAndWaitForName() ||
            fail(QStringLiteral("haldend isn't ready; its messages are above"));
+}
+
+// Its first line is the address. What it says afterwards is for standard error.
+void CRun::startLiveView()
+{
+    QProcessEnvironment cEnvironment = QProcessEnvironment::systemEnvironment();
+    cEnvironment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), busAddress());
+    m_cServer.setProcessEnvironment(cEnvironment);
+    m_cServer.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_cServer.start(QStringLiteral(HALDEND_BOARD_TOOL),
+                    {QStringLiteral("serve"), QStringLiteral("--board"), board().directory()});
+    m_cLiveView = QStringLiteral("no live view");
+    while (!m_cServer.canReadLine())
+        if (!m_cServer.waitForReadyRead())
+            return;
+    m_cLiveView =
+        QString::fromLatin1(m_cServer.readLine()).trimmed() + QStringLiteral("  (open it in a browser)");
 }
 
 bool CRun::start()
@@ -88,6 +107,7 @@ bool CRun::start()
     m_cFollower.start(QStringLiteral(HALDEND_BOARD_TOOL),
                       {QStringLiteral("picture"), QStringLiteral("--board"), board().directory(), picture(),
                        QStringLiteral("--follow")});
+    startLiveView();
     m_bBusy = false;
     return true;
 }

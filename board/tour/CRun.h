@@ -36,6 +36,7 @@ public:
 
     QString busAddress() const { return CPrivateBus::addressOf(m_rcFolder.socket()); }
     QString picture() const { return m_rcFolder.file("picture.png"); }
+    QString liveView() const { return m_cLiveView; } ///< its address, or that there is none
     CBoard& board() { return m_rcFolder.board(); }
     QString error() const { return m_cError; }
 
@@ -52,6 +53,7 @@ private slots:
 private:
     bool startCodec();
     bool startDaemon();
+    void startLiveView();
     void restartCodec();
     void restartDaemon();
     void watch(const char* pszWho, QProcess& rcProcess);
@@ -65,6 +67,8 @@ private:
     CCodecProcess m_cCodec;
     CDaemonProcess m_cDaemon;
     CChildProcess m_cFollower;
+    CChildProcess m_cServer;
+    QString m_cLiveView;
     QString m_cError;
     bool m_bBusy = true; ///< a program is started or ended on purpose
 };

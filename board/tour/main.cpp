@@ -110,9 +110,10 @@ void carryOut(const QString& rcScript, const QString& rcPictures)
            QStringLiteral("haldend didn't end well"));
 }
 
-/// %1 is the folder of the run, %2 the picture.
+/// %1 is the folder of the run, %2 the picture, %3 the address of the live view.
 const char* const WHAT_TO_TRY = R"(
 == haldend runs on a virtual board; Ctrl-C ends it
+Monitor:  %3
 Picture:  %2 (follows the monitor)
 
 In a second terminal:
@@ -174,7 +175,7 @@ void stay(const SOptions& rsOptions)
         cRun.busAddress(), {QFileInfo(QStringLiteral(HALDENCTL)).absolutePath(),
                             QFileInfo(QStringLiteral(HALDEND_BOARD_TOOL)).absolutePath()});
     expect(bWritten, cFolder.error());
-    print(QString::fromUtf8(WHAT_TO_TRY).arg(cFolder.path(), cRun.picture()));
+    print(QString::fromUtf8(WHAT_TO_TRY).arg(cFolder.path(), cRun.picture(), cRun.liveView()));
     QTimer cTimer;
     QObject::connect(&cTimer, &QTimer::timeout, [] {
         if (CInterruption::caught() != 0)
