@@ -186,16 +186,17 @@ QJsonObject CBoardView::switches() const
         cOperations << CBoard::operationName(static_cast<board_operation>(iOperation));
     const SCodecState sCodec = m_rcBoard.codecState();
     return {
-        {QStringLiteral("plugged"),    m_rcBoard.isCameraPlugged()                 },
-        {QStringLiteral("tracing"),    m_rcBoard.isTracing()                       },
-        {QStringLiteral("codecMode"),  CBoard::codecModeName(m_rcBoard.codecMode())},
-        {QStringLiteral("codecDelay"), static_cast<double>(m_rcBoard.codecDelay()) },
-        {QStringLiteral("codecState"), sCodec.activityName()                       },
-        {QStringLiteral("codecFrame"), sCodec.iFrame                               },
-        {QStringLiteral("codecFile"),  sCodec.cFile                                },
-        {QStringLiteral("faults"),     faultObjects(m_rcBoard)                     },
-        {QStringLiteral("modes"),      cModes                                      },
-        {QStringLiteral("operations"), cOperations                                 },
+        {QStringLiteral("plugged"),    m_rcBoard.isCameraPlugged()                                 },
+        {QStringLiteral("tracing"),    m_rcBoard.isTracing()                                       },
+        {QStringLiteral("codecMode"),  CBoard::codecModeName(m_rcBoard.codecMode())                },
+        {QStringLiteral("codecDelay"), static_cast<double>(m_rcBoard.codecDelay())                 },
+        {QStringLiteral("codecState"), sCodec.activityName()                                       },
+        {QStringLiteral("codecFrame"), sCodec.iFrame                                               },
+        {QStringLiteral("codecFile"),  sCodec.cFile                                                },
+        {QStringLiteral("faults"),     faultObjects(m_rcBoard)                                     },
+        {QStringLiteral("modes"),      cModes                                                      },
+        {QStringLiteral("operations"), cOperations                                                 },
+        {QStringLiteral("sources"),    QJsonArray{QStringLiteral("moving"), QStringLiteral("test")}},
     };
 }
 
@@ -235,7 +236,10 @@ QStringList CBoardView::newTraceLines()
     m_i64Trace = i64Begin + cNew.size();
     if (bSkipped)
         cNew.remove(0, cNew.indexOf('\n') + 1);
-    const QStringList cLines = QString::fromUtf8(cNew).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    QStringList cLines = QString::fromUtf8(cNew).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    m_cNames.useGlyphsOf(m_rcBoard);
+    for (QString& rcLine : cLines)
+        rcLine = m_cNames.named(rcLine);
     return cLines.mid(qMax(0, cLines.size() - TRACE_LINES));
 }
 
@@ -271,7 +275,9 @@ QString CBoardView::carryOut(const QJsonObject& rcOrder)
 QString CBoardView::carryOutCamera(const QJsonObject& rcOrder)
 {
     const QString cWhat = rcOrder[QStringLiteral("what")].toString();
-    if (cWhat == QLatin1String("test"))
+    if (cWhat == QLatin1String("moving"))
+        m_rcBoard.setMovingCamera();
+    else if (cWhat == QLatin1String("test"))
         m_rcBoard.setCamera(CTestPicture::frame(rcOrder[QStringLiteral("frame")].toInt()));
     else if (cWhat == QLatin1String("plug") || cWhat == QLatin1String("unplug"))
         m_rcBoard.setCameraPlugged(cWhat == QLatin1String("plug"));

@@ -3,6 +3,7 @@
 #define HALDEND_BOARD_SERVE_CBOARDVIEW_H
 
 #include "board/registers/CChipRegisters.h"
+#include "board/trace/CTraceNames.h"
 
 #include <QDateTime>
 #include <QHash>
@@ -37,10 +38,10 @@ public:
 
     QJsonArray judgements() const;
 
-    /// The lines that the trace has got since the last call, the last 200 at most.
+    /// The lines that the trace has got since the last call, with names, the last 200 at most.
     QStringList newTraceLines();
 
-    /// Carries out what a browser asks for: {"do": "camera", "what": "test" | "plug" | "unplug", "frame"},
+    /// Carries out what a browser asks for: {"do": "camera", "what": "moving" | "test" | "plug" | "unplug", "frame"},
     /// {"do": "codec", "mode"}, {"do": "codec-delay", "ms"}, {"do": "trace", "on"}, {"do": "clear-trace"},
     /// {"do": "clear-judgements"}, {"do": "fault", "operation", "nth", "count", "short"}, {"do": "clear-faults"}.
     /// Empty, or what is wrong with it.
@@ -55,6 +56,7 @@ private:
     CBoard& m_rcBoard;
     QHash<QString, SChip*> m_cChips;
     qint64 m_i64Trace = 0; ///< read so far, in bytes
+    CTraceNames m_cNames;
 };
 
 #endif
