@@ -124,8 +124,8 @@ void TestHaldenctlCompletion::offers_values_data()
     cRow("haldenctl --json wait --for r", {"running", "recording"});
     cRow("haldenctl call ", {"debug", "videodisplay", "videooverlay", "videoprocessing"});
     cRow("haldenctl call debug ", cMethods);
-    cRow("haldenctl record start haldend.", {"haldend.8"});
-    cRow("haldenctl check-registers haldend.8 haldend.", {"haldend.8"});
+    cRow("haldenctl record start haldenctl.b", {"haldenctl.bash"});
+    cRow("haldenctl check-registers haldend.8 haldenctl.b", {"haldenctl.bash"});
     cRow("haldenctl display size ", {});
     cRow("haldenctl status ", {});
 }

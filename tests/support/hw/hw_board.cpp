@@ -46,6 +46,7 @@ hw_board::hw_board() : m_control(nullptr)
     make_file(path(BOARD_LIME), board_lime_bytes());
     make_file(path(BOARD_I2C), BOARD_I2C_BYTES);
     make_file(path(BOARD_CAMERA), BOARD_CAMERA_BYTES);
+    make_file(path(BOARD_FRAMES), BOARD_FRAMES_BYTES);
     make_file(path(BOARD_TRACE), 0);
     std::filesystem::create_directory(path(BOARD_CNFS));
     m_control = make_control(path(BOARD_CONTROL));

@@ -5,6 +5,7 @@
 #include "board/trace/CTraceReplay.h"
 #include "board/trace/CTraceSnapshot.h"
 #include "tests/support/CAttachedBoard.h"
+#include "tests/support/LiveVideo.h"
 
 #include <QtTest>
 
@@ -230,6 +231,8 @@ void TestCTraceReplay::names_the_first_pixel_that_differs()
     cBlack.fill(Qt::black);
     QImage cDot = cBlack;
     cDot.setPixelColor(20, 7, Qt::red);
+    programVideoChips(**m_pcBoard);
+    programVideoChips(m_pcReplayed->board());
     (*m_pcBoard)->setCamera(cBlack);
     m_pcReplayed->board().setCamera(cDot);
     QCOMPARE(CBoardComparison::firstDifference(**m_pcBoard, m_pcReplayed->board()),

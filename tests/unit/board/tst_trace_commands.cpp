@@ -72,8 +72,10 @@ bool TestTraceCommands::write(const char* pszName, const QByteArray& rcText)
     return cFile.open(QIODevice::WriteOnly | QIODevice::Append) && cFile.write(rcText) == rcText.size();
 }
 
-// A picture of the frame generator's colour.
+// A picture of the frame generator's colour, with the decoder and the encoder at work.
 static const QByteArray TRACE = "lime display 0x00000100 0x80020000\n"
+                                "i2c bytes @ 0x25 : 00*10 7d 47 7e\n"
+                                "i2c bytes @ 0x44 : 00*97 02\n"
                                 "lime display 0x00000180 0x00543201\n"
                                 "lime capture 0x00000004 0x08000800\n"
                                 "lime display 0x00000128 0x024002d0\n"
@@ -122,7 +124,7 @@ void TestTraceCommands::replays_the_picture()
 {
     QVERIFY(write("trace", TRACE));
     QCOMPARE(run({"replay", file("trace"), "--picture", file("a.png"), "--recorded", file("b.png")}), 0);
-    QCOMPARE(m_cOutput, QString("6 of 6 lines\n"));
+    QCOMPARE(m_cOutput, QString("8 of 8 lines\n"));
     QCOMPARE(QImage(file("a.png")).pixel(300, 300), 0xff336699U);
     QCOMPARE(QImage(file("b.png")).pixel(300, 300), 0xff336699U);
 }
@@ -130,11 +132,11 @@ void TestTraceCommands::replays_the_picture()
 void TestTraceCommands::replays_a_part()
 {
     QVERIFY(write("trace", TRACE));
-    QCOMPARE(run({"replay", file("trace"), "--until", "5", "--picture", file("a.png")}), 0);
-    QCOMPARE(m_cOutput, QString("5 of 6 lines\n"));
+    QCOMPARE(run({"replay", file("trace"), "--until", "7", "--picture", file("a.png")}), 0);
+    QCOMPARE(m_cOutput, QString("7 of 8 lines\n"));
     QCOMPARE(QImage(file("a.png")).pixel(300, 300), m_cBoard.cameraImage().pixel(300, 300));
     QCOMPARE(run({"replay", file("trace"), "--until", "0"}), 0);
-    QCOMPARE(m_cOutput, QString("0 of 6 lines\n"));
+    QCOMPARE(m_cOutput, QString("0 of 8 lines\n"));
 }
 
 void TestTraceCommands::replays_into_a_directory()
@@ -152,14 +154,14 @@ void TestTraceCommands::replays_into_a_directory()
 void TestTraceCommands::replays_step_by_step()
 {
     QVERIFY(write("trace", TRACE));
-    QCOMPARE(run({"replay", file("trace"), "--step", "--into", file("new")}, "\n\n\n\n\n"), 0);
+    QCOMPARE(run({"replay", file("trace"), "--step", "--into", file("new")}, "\n\n\n\n\n\n\n"), 0);
     QVERIFY2(m_cOutput.startsWith("1 lime DCM1 den=1 l1e=1\n"), qPrintable(m_cOutput));
-    QVERIFY2(m_cOutput.endsWith("6 fpga write32 CTRL fgon=1\n5 of 6 lines\n"), qPrintable(m_cOutput));
+    QVERIFY2(m_cOutput.endsWith("8 fpga write32 CTRL fgon=1\n7 of 8 lines\n"), qPrintable(m_cOutput));
     CBoard cNew;
     QVERIFY(cNew.open(file("new")));
     QCOMPARE(cNew.fpgaRegister(0xff0004), 0x336699U);
     QCOMPARE(cNew.fpgaRegister(0xff0000), 0U);
-    QCOMPARE(run({"replay", file("trace"), "--step", "--picture", file("a.png")}, "\n\n\n\n\n\n"), 0);
+    QCOMPARE(run({"replay", file("trace"), "--step", "--picture", file("a.png")}, "\n\n\n\n\n\n\n\n"), 0);
     QCOMPARE(QImage(file("a.png")).pixel(300, 300), 0xff336699U);
 }
 
@@ -168,7 +170,7 @@ void TestTraceCommands::replays_with_a_camera()
     QImage cImage(20, 10, QImage::Format_RGB32);
     cImage.fill(0xff123456);
     QVERIFY(cImage.save(file("camera.png")) && write("trace", TRACE));
-    QCOMPARE(run({"replay", file("trace"), "--until", "5", "--camera", file("camera.png"), "--picture",
+    QCOMPARE(run({"replay", file("trace"), "--until", "7", "--camera", file("camera.png"), "--picture",
                   file("a.png")}),
              0);
     QCOMPARE(QImage(file("a.png")).pixel(300, 300), 0xff123456U);
@@ -179,7 +181,7 @@ void TestTraceCommands::says_which_line_it_can_not_replay()
     QVERIFY(write("trace", TRACE + "fpga write 20 = 20 : 00 ...\n"));
     QCOMPARE(run({"replay", file("trace")}), 1);
     QCOMPARE(m_cErrors,
-             QString("halden-board: %1:7: has not all bytes: switch the trace to full before it is taken\n")
+             QString("halden-board: %1:9: has not all bytes: switch the trace to full before it is taken\n")
                  .arg(file("trace")));
 }
 
