@@ -18,11 +18,15 @@ target_compile_options(haldend_options INTERFACE
 # Recordings and images outgrow 31-bit offsets on the 32-bit target.
 target_compile_definitions(haldend_options INTERFACE _FILE_OFFSET_BITS=64 _GNU_SOURCE)
 
-# The sanitizers of the asan preset. Apart from haldend_options because the preloaded board library
-# has to stay free of any run-time library.
+# The sanitizers of some presets. Apart from haldend_options because the preloaded board library has to stay free of any
+# run-time library.
 add_library(haldend_sanitize INTERFACE)
 if(HALDEND_SANITIZE)
-    set(flags -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    set(sanitizers address,undefined)
+    if(HALDEND_SANITIZE STREQUAL "undefined")
+        set(sanitizers undefined)
+    endif()
+    set(flags -fsanitize=${sanitizers} -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_compile_options(haldend_sanitize INTERFACE ${flags})
     target_link_options(haldend_sanitize INTERFACE ${flags})
 endif()
@@ -42,6 +46,31 @@ function(haldend_program name)
     add_executable(${name} ${ARG_SOURCES})
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
     target_link_libraries(${name} PRIVATE haldend_options haldend_sanitize ${ARG_LINK})
+    haldend_startable(${name})
+endfunction()
+
+# haldend_startable(PROGRAM)
+# For programs that others start: in a cross build, a script of the same name that runs it in the emulator. The programs
+# find it by haldend_starter, and shells by putting its folder on the path.
+set(HALDEND_STARTERS "${CMAKE_BINARY_DIR}/emulated")
+
+function(haldend_startable name)
+    if(NOT CMAKE_CROSSCOMPILING)
+        return()
+    endif()
+    list(JOIN CMAKE_CROSSCOMPILING_EMULATOR " " emulator)
+    file(GENERATE OUTPUT "${HALDEND_STARTERS}/${name}"
+        CONTENT "#!/bin/sh\nexec ${emulator} \"$<TARGET_FILE:${name}>\" \"$@\"\n"
+        FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+endfunction()
+
+# haldend_starter(VARIABLE PROGRAM)
+# Sets VARIABLE to the file that starts the program.
+function(haldend_starter variable name)
+    set(${variable} "$<TARGET_FILE:${name}>" PARENT_SCOPE)
+    if(CMAKE_CROSSCOMPILING)
+        set(${variable} "${HALDEND_STARTERS}/${name}" PARENT_SCOPE)
+    endif()
 endfunction()
 
 # haldend_versioned(PROGRAM)

@@ -3,6 +3,7 @@
 
 #include "board/picture/CBoardPicture.h"
 #include "board/state/CBoard.h"
+#include "tests/support/CChildProcess.h"
 #include "tests/support/CInterruption.h"
 #include "tests/support/Timeouts.h"
 
@@ -178,7 +179,7 @@ QString CTour::wait(const QString& rcRest)
 
 QString CTour::board(const QString& rcRest)
 {
-    QProcess cTool;
+    CChildProcess cTool;
     QProcessEnvironment cEnvironment = QProcessEnvironment::systemEnvironment();
     cEnvironment.insert(QStringLiteral(BOARD_VARIABLE), m_rcBoard.directory());
     cTool.setProcessEnvironment(cEnvironment);

@@ -2,6 +2,8 @@
 #ifndef HALDEND_TESTS_CBUSMONITOR_H
 #define HALDEND_TESTS_CBUSMONITOR_H
 
+#include "tests/support/CChildProcess.h"
+
 #include <QByteArray>
 #include <QProcess>
 #include <QString>
@@ -33,7 +35,7 @@ public:
     bool end();
 
 private:
-    QProcess m_cMonitor;
+    CChildProcess m_cMonitor;
     QByteArray m_cSeen;
 };
 

@@ -5,6 +5,9 @@
 #include <QProcess>
 
 /// A program that serves this one. It never outlives the object, nor this process, however that ends.
+///
+/// Tests start all their programs by it: Qt starts those of a plain QProcess by a system call that the emulator of the
+/// target's processor doesn't know.
 class CChildProcess : public QProcess
 {
 public:

@@ -2,6 +2,7 @@
 #include "tests/support/CCodecProcess.h"
 
 #include "board/layout/board_layout.h"
+#include "tests/support/Preload.h"
 #include "tests/support/ServiceStart.h"
 #include "tests/support/Timeouts.h"
 
@@ -26,7 +27,7 @@ void CCodecProcess::setVariable(const QString& rcName, const QString& rcValue)
 
 void CCodecProcess::useClock(const SClock& rsClock)
 {
-    setVariable(QStringLiteral("LD_PRELOAD"), rsClock.cLibrary);
+    preload(m_cEnvironment, rsClock.cLibrary);
     for (auto it = rsClock.cVariables.begin(); it != rsClock.cVariables.end(); ++it)
         setVariable(it.key(), it.value());
 }

@@ -2,6 +2,7 @@
 #include "tests/support/CDaemonProcess.h"
 
 #include "tests/support/CTemporaryBoard.h"
+#include "tests/support/Preload.h"
 #include "tests/support/ServiceStart.h"
 #include "tests/support/Timeouts.h"
 
@@ -59,8 +60,7 @@ void CDaemonProcess::useBoard(const QString& rcDirectory)
 
 void CDaemonProcess::useClock(const SClock& rsClock)
 {
-    const QString cPreload = QStringLiteral("LD_PRELOAD");
-    setVariable(cPreload, m_cEnvironment.value(cPreload) + QLatin1Char(' ') + rsClock.cLibrary);
+    preload(m_cEnvironment, rsClock.cLibrary);
     for (auto it = rsClock.cVariables.begin(); it != rsClock.cVariables.end(); ++it)
         setVariable(it.key(), it.value());
 }

@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: MIT */
 #include "tests/support/CHaldenctl.h"
 
+#include "tests/support/CChildProcess.h"
 #include "tests/support/Timeouts.h"
 
 #include <QJsonDocument>
@@ -36,7 +37,7 @@ static QString withoutLastEnd(const QByteArray& rcText)
 
 int CHaldenctl::run(const QStringList& rcArguments, const QByteArray& rcInput)
 {
-    QProcess cProcess;
+    CChildProcess cProcess;
     start(cProcess, rcArguments);
     cProcess.write(rcInput);
     cProcess.closeWriteChannel();

@@ -42,10 +42,11 @@ CSshServer::~CSshServer()
 
 bool CSshServer::makeKey(const char* pszName)
 {
-    return QProcess::execute(QStringLiteral("ssh-keygen"),
-                             {QStringLiteral("-q"), QStringLiteral("-t"), QStringLiteral("ed25519"),
-                              QStringLiteral("-N"), QString(), QStringLiteral("-f"),
-                              m_cFolder.filePath(QLatin1String(pszName))}) == 0;
+    CChildProcess cMaker;
+    cMaker.start(QStringLiteral("ssh-keygen"),
+                 {QStringLiteral("-q"), QStringLiteral("-t"), QStringLiteral("ed25519"), QStringLiteral("-N"),
+                  QString(), QStringLiteral("-f"), m_cFolder.filePath(QLatin1String(pszName))});
+    return cMaker.waitForFinished(TIMEOUT_PROCESS_MS) && cMaker.exitCode() == 0;
 }
 
 bool CSshServer::write(const char* pszName, const QString& rcText)

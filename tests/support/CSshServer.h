@@ -2,6 +2,8 @@
 #ifndef HALDEND_TESTS_CSSHSERVER_H
 #define HALDEND_TESTS_CSSHSERVER_H
 
+#include "tests/support/CChildProcess.h"
+
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
@@ -29,7 +31,7 @@ private:
     bool write(const char* pszName, const QString& rcText);
 
     QTemporaryDir m_cFolder;
-    QProcess m_cProcess;
+    CChildProcess m_cProcess;
     QString m_cError;
 };
 

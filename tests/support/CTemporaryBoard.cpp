@@ -2,6 +2,7 @@
 #include "tests/support/CTemporaryBoard.h"
 
 #include "board/create/CBoardMaker.h"
+#include "tests/support/Preload.h"
 
 bool CTemporaryBoard::make()
 {
@@ -17,7 +18,7 @@ bool CTemporaryBoard::make()
 void CTemporaryBoard::addTo(QProcessEnvironment& rcEnvironment, const QString& rcDirectory)
 {
     rcEnvironment.insert(QStringLiteral(BOARD_VARIABLE), rcDirectory);
-    rcEnvironment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(HALDEND_BOARD_PRELOAD));
+    preload(rcEnvironment, QStringLiteral(HALDEND_BOARD_PRELOAD));
 }
 
 QStringList CTemporaryBoard::deviceOptions(const QString& rcDirectory)

@@ -2,6 +2,7 @@
 /* The examples of docs/dbus-api.md, run as a reader would, and the page's statements on calls that don't
  * fit. */
 #include "tests/support/CBusMonitor.h"
+#include "tests/support/CChildProcess.h"
 #include "tests/support/CVideoScene.h"
 #include "tests/support/Timeouts.h"
 
@@ -150,7 +151,7 @@ void TestApiExamples::can_be_used_as_they_stand()
             m_pcScene->announce(QStringLiteral("QMetaObject::invokeMethod: No such method ") + rcSlot);
     cArguments.replaceInStrings(QStringLiteral("/tmp/inspection"), m_pcScene->file("inspection"));
     QVERIFY(m_pcScene->daemon().settle());
-    QProcess cProcess;
+    CChildProcess cProcess;
     QProcessEnvironment cEnvironment = QProcessEnvironment::systemEnvironment();
     cEnvironment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), m_pcScene->bus().address());
     cProcess.setProcessEnvironment(cEnvironment);

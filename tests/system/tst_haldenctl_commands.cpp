@@ -3,6 +3,7 @@
 #include "ctl/CommandTable.h"
 #include "ctl/Interfaces.h"
 #include "tests/support/CBusMonitor.h"
+#include "tests/support/CChildProcess.h"
 #include "tests/support/CHaldenctl.h"
 #include "tests/support/CVideoScene.h"
 #include "tests/support/Timeouts.h"
@@ -362,7 +363,7 @@ static QStringList linesOf(QProcess& rcProcess, int iLines)
 void TestHaldenctlCommands::follows_the_counter()
 {
     QCOMPARE(ctl({"counter", "set", "0:59:58"}), 0);
-    QProcess cFollow;
+    CChildProcess cFollow;
     m_pcCtl->start(cFollow, {"counter", "follow"});
     QVERIFY(cFollow.waitForStarted());
     QCOMPARE(ctl({"counter", "start"}), 0);
@@ -374,7 +375,7 @@ void TestHaldenctlCommands::follows_the_counter()
 
 void TestHaldenctlCommands::monitors_signals_and_the_daemon()
 {
-    QProcess cMonitor;
+    CChildProcess cMonitor;
     m_pcCtl->start(cMonitor, {"monitor"});
     QStringList cLines = linesOf(cMonitor, 1);
     QVERIFY2(cLines.value(0).endsWith("  haldend is on the bus"), qPrintable(cLines.value(0)));
@@ -400,7 +401,7 @@ void TestHaldenctlCommands::waits_for_what_was_said()
     QCOMPARE(ctl({"wait", "--for", "input"}), 0);
     QCOMPARE(ctl({"wait", "--for", "recording", "--timeout", "1"}), 1);
     QCOMPARE(m_pcCtl->errors(), QString("haldenctl: waited 1 s for recording"));
-    QProcess cWait;
+    CChildProcess cWait;
     m_pcCtl->start(cWait, {"wait", "--for", "no-input"});
     QVERIFY(cWait.waitForStarted());
     m_pcScene->board().setCameraPlugged(false);

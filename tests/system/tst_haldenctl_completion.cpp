@@ -3,6 +3,7 @@
 #include "ctl/Colors.h"
 #include "ctl/CommandTable.h"
 #include "ctl/Interfaces.h"
+#include "tests/support/CChildProcess.h"
 #include "tests/support/CHaldenctl.h"
 #include "tests/support/CScene.h"
 #include "tests/support/Timeouts.h"
@@ -43,7 +44,7 @@ void TestHaldenctlCompletion::cleanupTestCase()
 
 QList<QStringList> TestHaldenctlCompletion::complete(const QStringList& rcLines)
 {
-    QProcess cBash;
+    CChildProcess cBash;
     QProcessEnvironment cEnvironment = QProcessEnvironment::systemEnvironment();
     cEnvironment.insert("DBUS_SYSTEM_BUS_ADDRESS", m_cScene.bus().address());
     cEnvironment.insert("PATH", QFileInfo(QStringLiteral(HALDENCTL_EXECUTABLE)).path() + ":" +

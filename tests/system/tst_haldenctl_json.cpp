@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: MIT */
 /* What haldenctl --json prints, against the schema of docs/haldenctl.md. */
 #include "ctl/CommandTable.h"
+#include "tests/support/CChildProcess.h"
 #include "tests/support/CHaldenctl.h"
 #include "tests/support/CVideoScene.h"
 #include "tests/support/Timeouts.h"
@@ -64,7 +65,7 @@ void TestHaldenctlJson::cleanup()
 
 QString TestHaldenctlJson::misfits(const QByteArray& rcLines)
 {
-    QProcess cPython;
+    CChildProcess cPython;
     cPython.start(QStringLiteral(PYTHON), {QStringLiteral(CHECK_JSON), QStringLiteral(SCHEMA_DOCUMENT)});
     cPython.write(rcLines);
     cPython.closeWriteChannel();
@@ -137,7 +138,7 @@ void TestHaldenctlJson::failures_fit()
 
 void TestHaldenctlJson::signals_fit()
 {
-    QProcess cMonitor;
+    CChildProcess cMonitor;
     m_pcCtl->start(cMonitor, {"--json", "monitor"});
     QByteArray cLines;
     const auto cWaitForLines = [&](int iLines) {

@@ -2,6 +2,7 @@
 /* How haldenctl ends when something is in its way: one line on standard error, and a status for scripts. */
 #include "board/create/CBoardMaker.h"
 #include "tests/support/CBusMonitor.h"
+#include "tests/support/CChildProcess.h"
 #include "tests/support/CHaldenctl.h"
 #include "tests/support/CScene.h"
 
@@ -190,7 +191,7 @@ void TestHaldenctlRefusals::a_daemon_that_dies_is_told()
     QVERIFY(cMonitor.start(cScene.bus().address()));
     // Held, so that the call is on its way when the daemon ends.
     ::kill(static_cast<pid_t>(cScene.daemon().pid()), SIGSTOP);
-    QProcess cProcess;
+    CChildProcess cProcess;
     cCtl.start(cProcess, {"overlay", "show"});
     QVERIFY(cProcess.waitForStarted());
     QVERIFY(cMonitor.waitFor("member=show_overlay"));
@@ -209,7 +210,7 @@ void TestHaldenctlRefusals::a_missing_method_is_told()
     QDBusConnection cService = QDBusConnection::connectToBus(cBus.address(), QStringLiteral("empty"));
     QVERIFY(cService.registerService(QStringLiteral("velmar.haldend")));
     CHaldenctl cCtl(cBus.address());
-    QProcess cProcess;
+    CChildProcess cProcess;
     cCtl.start(cProcess, {"overlay", "show"});
     // This process answers from its event loop.
     QTRY_COMPARE(cProcess.state(), QProcess::NotRunning);

@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: MIT */
 /* haldenctl and a daemon that answers otherwise than ours: methods without a result stay without a reply. */
+#include "tests/support/CChildProcess.h"
 #include "tests/support/CHaldenctl.h"
 #include "tests/support/CPrivateBus.h"
 
@@ -83,7 +84,7 @@ void TestHaldenctlReplies::cleanup()
 int TestHaldenctlReplies::run(const QStringList& rcArguments)
 {
     CHaldenctl cCtl(m_pcBus->address());
-    QProcess cProcess;
+    CChildProcess cProcess;
     cCtl.start(cProcess, rcArguments);
     const bool bEnded = QTest::qWaitFor([&] { return cProcess.state() == QProcess::NotRunning; }, 20000);
     m_cOutput = QString::fromUtf8(cProcess.readAllStandardOutput());

@@ -2,6 +2,7 @@
 /* The files of an installation, and the policy in it as the bus enforces it. */
 #include "board/create/CBoardMaker.h"
 #include "board/state/CBoard.h"
+#include "tests/support/CChildProcess.h"
 #include "tests/support/CDaemonProcess.h"
 #include "tests/support/CPrivateBus.h"
 #include "tests/support/Timeouts.h"
@@ -104,7 +105,7 @@ static QStringList registerFiles()
 
 void TestInstall::install(const QString& rcRoot, const QString& rcComponent)
 {
-    QProcess cProcess;
+    CChildProcess cProcess;
     QProcessEnvironment cEnvironment = QProcessEnvironment::systemEnvironment();
     cEnvironment.insert(QStringLiteral("DESTDIR"), rcRoot);
     cProcess.setProcessEnvironment(cEnvironment);
@@ -241,16 +242,17 @@ void TestInstall::files_are_those_of_the_project()
 
 void TestInstall::the_programs_run()
 {
-    QProcess cProcess;
-    QCOMPARE(run(cProcess, {installed(PROGRAM), QStringLiteral("-h")}), 0);
+    CChildProcess cProcess;
+    const QStringList cEmulator = QStringLiteral(EMULATOR).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    QCOMPARE(run(cProcess, cEmulator + QStringList{installed(PROGRAM), QStringLiteral("-h")}), 0);
     QVERIFY(cProcess.readAll().startsWith("Usage: haldend"));
-    QCOMPARE(run(cProcess, {installed(CLIENT), QStringLiteral("--help")}), 0);
+    QCOMPARE(run(cProcess, cEmulator + QStringList{installed(CLIENT), QStringLiteral("--help")}), 0);
     QVERIFY(cProcess.readAll().startsWith("Usage: haldenctl"));
 }
 
 void TestInstall::the_manual_pages_are_well_formed()
 {
-    QProcess cProcess;
+    CChildProcess cProcess;
     const QStringList cManuals =
         filesIn(m_cRoot.path()).filter(QRegularExpression(QStringLiteral("^/usr/share/man/")));
     QVERIFY(cManuals.size() >= 4);
@@ -356,7 +358,7 @@ void TestInstall::the_policy_is_enforced()
     QVERIFY2(cDaemon.startAndWaitForName(), cDaemon.describe());
     QVERIFY(cDaemon.client().registerService(QStringLiteral("velmar.mobilygen")));
 
-    QProcess cClient;
+    CChildProcess cClient;
     cCommand << QStringLiteral("dbus-send") << QStringLiteral("--bus=") + cBus.address()
              << QStringLiteral("--print-reply");
     const int iStatus = run(cClient, cCommand + request);

@@ -4,6 +4,7 @@
 #include "board/picture/CBoardPicture.h"
 #include "board/picture/CTestPicture.h"
 #include "board/state/CBoard.h"
+#include "tests/support/CChildProcess.h"
 #include "tests/support/LiveVideo.h"
 
 #include <QFileInfo>
@@ -86,7 +87,7 @@ void TestHaldenBoard::init()
 /// The exit status, -1 if the tool crashed or hung.
 int TestHaldenBoard::run(const QStringList& rcArguments)
 {
-    QProcess cProcess;
+    CChildProcess cProcess;
     cProcess.setProcessEnvironment(m_cEnvironment);
     cProcess.start(QStringLiteral(HALDEND_BOARD_TOOL), rcArguments);
     if (!cProcess.waitForFinished(PROCESS_MS) || cProcess.exitStatus() != QProcess::NormalExit)
@@ -238,7 +239,7 @@ void TestHaldenBoard::writes_the_picture()
 
 void TestHaldenBoard::follows_the_picture()
 {
-    QProcess cProcess;
+    CChildProcess cProcess;
     cProcess.setProcessEnvironment(m_cEnvironment);
     cProcess.start(QStringLiteral(HALDEND_BOARD_TOOL), {"picture", file("out.png"), "--follow"});
     const auto shows = [this](QRgb uColor) {
@@ -453,7 +454,7 @@ void TestHaldenBoard::switches_and_shows_the_trace()
 void TestHaldenBoard::follows_the_trace()
 {
     QVERIFY(writeTrace(m_cBoard, "first line\n"));
-    QProcess cProcess;
+    CChildProcess cProcess;
     cProcess.setProcessEnvironment(m_cEnvironment);
     cProcess.start(QStringLiteral(HALDEND_BOARD_TOOL), {"trace", "follow"});
     QByteArray cSeen;

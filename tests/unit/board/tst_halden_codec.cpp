@@ -2,6 +2,7 @@
 /* The codec stand-in as a process, on a bus and a board of each test's own. */
 #include "board/create/CBoardMaker.h"
 #include "board/state/CBoard.h"
+#include "tests/support/CChildProcess.h"
 #include "tests/support/CCodecProcess.h"
 #include "tests/support/CPrivateBus.h"
 #include "tests/support/Timeouts.h"
@@ -424,7 +425,7 @@ void TestHaldenCodec::slow_it_takes_its_time_for_each_call()
 void TestHaldenCodec::a_second_one_ends_and_leaves_the_first_alone()
 {
     QVERIFY(startRecording());
-    QProcess cSecond;
+    CChildProcess cSecond;
     cSecond.setProcessEnvironment(m_pcCodec->process().processEnvironment());
     cSecond.start(QStringLiteral(HALDEND_CODEC), QStringList());
     QVERIFY(cSecond.waitForFinished(TIMEOUT_PROCESS_MS));
@@ -456,7 +457,7 @@ void TestHaldenCodec::bad_starts_end_with_a_message()
     QFETCH(QStringList, arguments);
     QFETCH(int, status);
     QFETCH(QString, message);
-    QProcess cProcess;
+    CChildProcess cProcess;
     QProcessEnvironment cEnvironment = m_pcCodec->process().processEnvironment();
     cEnvironment.insert(variable, value);
     cProcess.setProcessEnvironment(cEnvironment);

@@ -2,6 +2,8 @@
 /* The library itself, preloaded into a program that knows nothing of it. */
 #include "board/create/CBoardMaker.h"
 #include "board/state/CBoard.h"
+#include "tests/support/CChildProcess.h"
+#include "tests/support/Preload.h"
 
 #include <QFileInfo>
 #include <QProcess>
@@ -55,10 +57,10 @@ void TestPreloadLibrary::probes()
 void TestPreloadLibrary::run(const QString& rcProbe, const QString& rcBoard)
 {
     QProcessEnvironment cEnvironment;
-    cEnvironment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(HALDEND_BOARD_PRELOAD));
+    preload(cEnvironment, QStringLiteral(HALDEND_BOARD_PRELOAD));
     if (!rcBoard.isNull())
         cEnvironment.insert(QStringLiteral(BOARD_VARIABLE), rcBoard);
-    QProcess cProcess;
+    CChildProcess cProcess;
     cProcess.setProcessEnvironment(cEnvironment);
     cProcess.start(rcProbe, {m_cBoard.path(BOARD_FPGA), m_cBoard.path(BOARD_LIME), m_cBoard.path(BOARD_I2C)});
     QVERIFY(cProcess.waitForFinished(PROCESS_MS));

@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: MIT */
 /* The rendered docs/dbus-api.md against the interface files. */
 #include "overlay/UnsupportedOperations.h"
+#include "tests/support/CChildProcess.h"
 
 #include <QFile>
 #include <QHash>
@@ -146,7 +147,7 @@ void TestApiPage::initTestCase()
         readMembers(
             QStringLiteral(HALDEND_INTERFACE_DIR "/velmar.haldend.%1.xml").arg(QLatin1String(pszName)),
             m_cMembers);
-    QProcess cProcess;
+    CChildProcess cProcess;
     cProcess.start(QStringLiteral("cmark"),
                    {QStringLiteral("--to"), QStringLiteral("xml"), QStringLiteral(API_DOCUMENT)});
     QVERIFY2(cProcess.waitForFinished(), "There is no cmark, the Markdown renderer.");
