@@ -19,7 +19,9 @@
 #include "tests/golden.h"
 #include "tests/support/CAttachedBoard.h"
 #include "tests/support/LiveVideo.h"
+#include "tests/support/SparseFile.h"
 
+#include <QtEndian>
 #include <QtTest>
 
 #include <vector>
@@ -84,8 +86,22 @@ void TestOverlayPictures::init()
     show_text_page(0);
 }
 
+// scripts/compare-processors compares the FPGA's memory of each scene with that of another processor.
+static void recordMemory(const CBoard& rcBoard)
+{
+    const QString cFolder = qEnvironmentVariable("HALDEN_RECORD");
+    if (cFolder.isEmpty())
+        return;
+    const QString cTag =
+        QString::fromLatin1(QTest::currentDataTag()).replace(QLatin1Char(' '), QLatin1Char('_'));
+    const QString cFile =
+        QStringLiteral("%1/%2-%3").arg(cFolder, QString::fromLatin1(QTest::currentTestFunction()), cTag);
+    QVERIFY(QDir().mkpath(cFolder) && writeSparse(cFile, rcBoard.fpgaMemory(0, BOARD_FPGA_BYTES)));
+}
+
 void TestOverlayPictures::cleanup()
 {
+    recordMemory(**m_pcBoard);
     destroy_fpga_framebuffer();
     m_pcBoard.reset();
 }
@@ -265,8 +281,11 @@ void TestOverlayPictures::an_image_written_back_is_restored()
     std::vector<unsigned char> cBuffer(VIDEO_IMAGE_SIZE);
     QCOMPARE(get_video_image_from_fpga(cBuffer.data(), 0, cBuffer.size()), 0);
 
-    // A buffer is a frame, bottom line first, as in bitmap files.
-    const QImage cBitmap(cBuffer.data(), VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
+    // A buffer is a frame, bottom line first, in little-endian words as in bitmap files.
+    QImage cBitmap(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
+    for (int iLine = 0; iLine < cBitmap.height(); ++iLine)
+        qFromLittleEndian<quint32>(cBuffer.data() + 4 * VIDEO_WIDTH * iLine, VIDEO_WIDTH,
+                                   cBitmap.scanLine(iLine));
     const QImage cUpright = cBitmap.mirrored(false, true);
     const QRect cInner(0, 1, VIDEO_WIDTH, VIDEO_HEIGHT - 2);
     QVERIFY(cUpright.copy(cInner) == cTestCard.copy(cInner));
