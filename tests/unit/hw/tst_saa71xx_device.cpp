@@ -128,6 +128,7 @@ TEST_F(saa71xx_device, table_entries_use_the_top_byte_of_the_value_and_the_low_b
     board.trace();
     reg_bf_group reg = entry(0x1106, 0xe9123456, 1);
     EXPECT_EQ(1, write_saa71xx_reg(&reg));
+    EXPECT_EQ((lines{"i2c write 0x06 0xe9"}), board.trace());
     board.set_bytes("i2c-1", 0x25 * 256 + 0x06, {0x42});
     EXPECT_EQ(1, read_saa71xx_reg(&reg));
     EXPECT_EQ(0x42123456u, reg.value);
