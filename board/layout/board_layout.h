@@ -158,7 +158,7 @@ struct board_control {
     uint32_t codec_mode;                          /* enum board_codec_mode */
     uint32_t codec_delay;                         /* of each call, milliseconds */
     struct board_camera camera;
-    uint32_t changes;                             /* see board_note_change() */
+    uint32_t changes; /* see board_note_change() */
 };
 
 /* The head of the file playback. Behind it are two frames in the camera's format: sequence % 2 is the one to show, and the

@@ -46,7 +46,8 @@ int CHaldenctl::run(const QStringList& rcArguments, const QByteArray& rcInput)
     m_cErrors = withoutLastEnd(cProcess.readAllStandardError());
     if (bEnded && cProcess.exitStatus() == QProcess::NormalExit)
         return cProcess.exitCode();
-    qWarning("haldenctl %s: %s", qPrintable(rcArguments.join(QLatin1Char(' '))), qPrintable(cProcess.errorString()));
+    qWarning("haldenctl %s: %s", qPrintable(rcArguments.join(QLatin1Char(' '))),
+             qPrintable(cProcess.errorString()));
     return -1;
 }
 
