@@ -10,7 +10,7 @@
 #include <mutex>
 #include <thread>
 
-/// A film that goes on in a thread of its own, a frame at a time, so that the bus is answered meanwhile. The thread
+/// A film that goes on in a thread of its own, a frame at a time, so that the bus is answered at the same time. The thread
 /// sleeps between frames, and while the film is paused.
 class CFilmThread : public IFilm
 {

@@ -37,7 +37,7 @@ bool CFilmSource::advance()
 IFrameSource::EResult CFilmSource::take(quint32 u32Frame, QRgb* puPixels)
 {
     const qint64 iTime = u32Frame * FRAME_US;
-    if (m_iLength > 0 && iTime - m_iRound >= 2 * m_iLength) // showings that nobody saw
+    if (m_iLength > 0 && iTime - m_iRound >= 2 * m_iLength) // showings that were not seen
         m_iRound += ((iTime - m_iRound) / m_iLength - 1) * m_iLength;
     QElapsedTimer cTimer;
     cTimer.start();

@@ -28,7 +28,7 @@ public:
     /// pace of its own waits for its next frame, a tenth of a second at most, and takes no notice of the number.
     virtual EResult take(quint32 u32Frame, QRgb* puPixels) = 0;
 
-    /// Nobody looks for a while: the source lets go of what it can have again. take() goes on.
+    /// Without a look for a while: the source lets go of what it can have again. take() goes on.
     virtual void rest() = 0;
 
     QString errorString() const { return m_cError; }

@@ -22,7 +22,7 @@ class CBusLog : public QObject
     Q_OBJECT
 
 public:
-    /// A call to the daemon, once it is answered, or at once if nobody wants an answer.
+    /// A call to the daemon, once it is answered, or at once if no answer is wanted.
     struct SCall {
         QString cObject; ///< such as "videooverlay"
         QString cMethod;

@@ -13,7 +13,7 @@ namespace
 
 const int LOOK_MS = 10;        // between two looks whether the board has changed
 const int SLOW_LOOK_MS = 200;  // between two looks at registers, switches and lists
-const int IDLE_LOOK_MS = 1000; // between two looks whether the board is there, while nobody watches
+const int IDLE_LOOK_MS = 1000; // between two looks whether the board is there, while no browser watches
 const int OPEN_CALLS = 32;     // of one browser
 const int TRACE_LINES = 200;   // that a browser gets at first
 

@@ -9,7 +9,7 @@ namespace
 
 const quint32 CHUNK = 512; // bytes of the FPGA in a line
 const int LEAST_RUN = 4;   // of equal bytes that are counted
-const int ATTEMPTS = 100;  // to note a chunk that changes meanwhile
+const int ATTEMPTS = 100;  // to note a chunk that keeps changing
 
 QString hex(quint32 u32Value, int iDigits)
 {

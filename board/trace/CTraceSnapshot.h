@@ -10,7 +10,7 @@ class CBoard;
 class CTraceSnapshot
 {
 public:
-    /// Begins a full trace: switches it on, and notes all that isn't 0. A program may go on meanwhile. False if the
+    /// Begins a full trace: switches it on, and notes all that isn't 0. Programs may go on. False if the
     /// trace can't be written.
     static bool begin(CBoard& rcBoard);
 

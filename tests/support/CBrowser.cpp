@@ -97,7 +97,7 @@ bool CBrowser::start(const QSize& rcWindow)
     })
             .toObject()[QStringLiteral("sessionId")]
             .toString();
-    // The window's size includes bars that nobody sees.
+    // The window's size includes bars that are not seen.
     return !m_cSession.isEmpty() && !command(QStringLiteral("Emulation.setDeviceMetricsOverride"),
                                              {
                                                  {QStringLiteral("width"),             rcWindow.width() },

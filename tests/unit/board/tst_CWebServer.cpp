@@ -152,7 +152,7 @@ void TestCWebServer::exchanges_messages()
     QCOMPARE(cBrowser.nextPicture(), QByteArray(200000, 'p'));
     m_pcServer->sendState(u64Browser, "b", "{\"type\":\"b\"}");
     QVERIFY(!cBrowser.nextOf("b").isEmpty());
-    m_pcServer->sendState(u64Browser + 1, "c", "{}"); // nobody
+    m_pcServer->sendState(u64Browser + 1, "c", "{}"); // a number that no browser has
 }
 
 void TestCWebServer::refuses_websockets_data()
