@@ -114,18 +114,6 @@ SPlanes planesOf(const AVFrame& rsFrame)
     return sPlanes;
 }
 
-SPlanes planesOf(QImage& rcImage)
-{
-    SPlanes sPlanes;
-    sPlanes.apu8Data[0] = rcImage.bits();
-    sPlanes.aiStride[0] = rcImage.bytesPerLine();
-    sPlanes.iWidth = rcImage.width();
-    sPlanes.iHeight = rcImage.height();
-    sPlanes.eFormat = AV_PIX_FMT_0RGB32;
-    sPlanes.bFullRange = true;
-    return sPlanes;
-}
-
 } // namespace
 
 /// What is open of a film. Destroyed, it closes the file.
@@ -329,7 +317,8 @@ QImage CFilmReader::picture()
     const AVFrame& rsFrame = *m_pcFilm->pcFrame;
     QImage cPicture(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
     const SPlanes sFrom = planesOf(rsFrame);
-    if (!m_pcFilm->cScaler.convert(sFrom, planesOf(cPicture), isInterlaced(rsFrame)))
+    if (!m_pcFilm->cScaler.convert(sFrom, SPlanes::ofPicture(cPicture, cPicture.bits()),
+                                   isInterlaced(rsFrame)))
         return QImage();
     return cPicture;
 }

@@ -68,18 +68,6 @@ SPlanes planesOf(AVFrame& rsFrame)
     return sPlanes;
 }
 
-SPlanes planesOf(const QImage& rcImage)
-{
-    SPlanes sPlanes;
-    sPlanes.apu8Data[0] = const_cast<uchar*>(rcImage.constBits()); // only read
-    sPlanes.aiStride[0] = rcImage.bytesPerLine();
-    sPlanes.iWidth = rcImage.width();
-    sPlanes.iHeight = rcImage.height();
-    sPlanes.eFormat = AV_PIX_FMT_0RGB32;
-    sPlanes.bFullRange = true;
-    return sPlanes;
-}
-
 } // namespace
 
 /// What is open of a film. Destroyed, it closes the file.
@@ -322,7 +310,8 @@ bool CFilmWriter::write(const QImage& rcPicture)
     AVFrame& rsFrame = *m_pcFilm->pcFrame;
     // The encoder may still have the frame before.
     if (av_frame_make_writable(&rsFrame) < 0 || rcPicture.format() != QImage::Format_RGB32 ||
-        !m_pcFilm->cScaler.convert(planesOf(rcPicture), planesOf(rsFrame), true))
+        !m_pcFilm->cScaler.convert(SPlanes::ofPicture(rcPicture, rcPicture.constBits()), planesOf(rsFrame),
+                                   true))
         return fail(QStringLiteral("a picture that can't be converted"));
     return encode();
 }

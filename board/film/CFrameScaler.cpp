@@ -26,6 +26,18 @@ const int* coefficients(const SPlanes& rsPlanes)
 
 } // namespace
 
+SPlanes SPlanes::ofPicture(const QImage& rcPicture, const uchar* pu8Bits)
+{
+    SPlanes sPlanes;
+    sPlanes.apu8Data[0] = const_cast<uchar*>(pu8Bits);
+    sPlanes.aiStride[0] = rcPicture.bytesPerLine();
+    sPlanes.iWidth = rcPicture.width();
+    sPlanes.iHeight = rcPicture.height();
+    sPlanes.eFormat = AV_PIX_FMT_0RGB32;
+    sPlanes.bFullRange = true;
+    return sPlanes;
+}
+
 SPlanes SPlanes::field(int iField) const
 {
     SPlanes sField = *this;

@@ -4,6 +4,8 @@
 
 #include "board/film/Ffmpeg.h"
 
+#include <QImage>
+
 /// A frame in memory, for the scaler. The pixels stay the caller's.
 struct SPlanes {
     uint8_t* apu8Data[4] = {};
@@ -13,6 +15,9 @@ struct SPlanes {
     AVPixelFormat eFormat = AV_PIX_FMT_NONE;
     AVColorSpace eColors = AVCOL_SPC_UNSPECIFIED; ///< of formats with luma and chroma
     bool bFullRange = false;
+
+    /// A picture in Format_RGB32. pu8Bits: its pixels, as the scaler needs them, to be read or to be written.
+    static SPlanes ofPicture(const QImage& rcPicture, const uchar* pu8Bits);
 
     /// The lines of a frame: all, or those of one field.
     SPlanes field(int iField) const;
