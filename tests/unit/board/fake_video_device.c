@@ -24,6 +24,9 @@ enum {
     PITCH = (BYTES + 4095) / 4096 * 4096
 };
 
+/* The library's function. Under its own name it would have to have the declaration of the C library's header. */
+int fake_ioctl(int descriptor, unsigned long request, ...) __asm__("ioctl");
+
 static int s_device = -1;
 static unsigned s_frames;
 static unsigned char* s_memory;
@@ -127,7 +130,7 @@ static int serve(unsigned long request, void* argument)
     }
 }
 
-int ioctl(int descriptor, unsigned long request, ...)
+int fake_ioctl(int descriptor, unsigned long request, ...)
 {
     int (*next)(int, unsigned long, ...) =
         (int (*)(int, unsigned long, ...))(uintptr_t)dlsym(RTLD_NEXT, "ioctl");
