@@ -36,7 +36,8 @@ private:
     CJpegEncoder& m_rcEncoder;
     EKind m_eKind;
     bool m_bOld = true;
-    QElapsedTimer m_cMade;
+    QElapsedTimer m_cClock;
+    qint64 m_i64Due = 0; ///< when the next picture may be made, on the clock
     QImage m_cLast;
     quint32 m_u32Number = 0;
     QByteArray m_cMessage;
