@@ -11,7 +11,7 @@ set(HALDEND_SYSUSERS_DIR "lib/sysusers.d" CACHE STRING "Where systemd-sysusers l
 # The daemon looks in the default folder; another one is for packages that lead there by a link.
 set(HALDEND_REGISTER_FILES_DIR "/usr/etc/cnfs" CACHE PATH "Folder that the default register files are installed to")
 
-# The virtual board's programs that nobody starts by name, its preloaded library, and its data.
+# The virtual board's programs that other programs start, its preloaded library, and its data.
 set(HALDEND_BOARD_PROGRAMS_DIR "${CMAKE_INSTALL_LIBEXECDIR}/haldend-board")
 set(HALDEND_BOARD_LIBRARY_DIR "${CMAKE_INSTALL_LIBDIR}/haldend-board")
 set(HALDEND_BOARD_DATA_DIR "${CMAKE_INSTALL_DATADIR}/haldend-board")

@@ -35,8 +35,8 @@ public:
     void close();
     bool isOpen() const { return m_pcFilm != nullptr; }
 
-    /// Decodes the next frame. False at the end, where the last one stays, and when closed. What is damaged is left
-    /// out.
+    /// Decodes the next frame. False at the end, where the last one stays, and when closed. Damaged
+    /// frames are left out.
     bool next();
 
     /// Begins again: next() gives the first frame. False if the file can't be opened any more; the reader is closed

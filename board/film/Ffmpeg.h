@@ -34,7 +34,7 @@ struct SDelete {
 template <typename T>
 using CPointer = std::unique_ptr<T, SDelete>;
 
-/// Keeps the libraries from writing to standard error: what goes wrong is told by results.
+/// Keeps the libraries from writing to standard error: their results tell of failures.
 void beQuiet();
 
 /// An error of the libraries, which is negative, in their words.

@@ -111,7 +111,7 @@ struct CBoardView::SChip {
     {
     }
 
-    /// Reads the file if it has changed. What is wrong with it; empty if nothing is.
+    /// Reads the file if it has changed. Returns its fault, or nothing if it is good.
     QString readFile()
     {
         const QFileInfo cInfo(cFile);

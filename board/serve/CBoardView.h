@@ -32,7 +32,7 @@ public:
     /// Camera, codec stand-in, trace and faults, with their choices.
     QJsonObject switches() const;
 
-    /// {"chip", "fault": what is wrong with the register file, "registers": [{"name", "window", "address", "value",
+    /// {"chip", "fault": of the register file, or empty, "registers": [{"name", "window", "address", "value",
     ///  "file", "differs", "help", "fields": [{"name", "value", "file"}, ...]}, ...]}. Numbers are texts: 0x... .
     QJsonObject chip(const QString& rcChip);
 
@@ -44,7 +44,7 @@ public:
     /// Carries out what a browser asks for: {"do": "camera", "what": "moving" | "test" | "plug" | "unplug", "frame"},
     /// {"do": "codec", "mode"}, {"do": "codec-delay", "ms"}, {"do": "trace", "on"}, {"do": "clear-trace"},
     /// {"do": "clear-judgements"}, {"do": "fault", "operation", "nth", "count", "short"}, {"do": "clear-faults"}.
-    /// Empty, or what is wrong with it.
+    /// Returns its fault, or nothing if it is good.
     QString carryOut(const QJsonObject& rcOrder);
 
 private:

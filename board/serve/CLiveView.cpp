@@ -28,6 +28,13 @@ QJsonObject typed(const char* pszType, QJsonObject cObject)
     return cObject;
 }
 
+QJsonObject textsMessage(const QJsonArray& rcTexts)
+{
+    QJsonObject cTexts;
+    cTexts[QStringLiteral("texts")] = rcTexts;
+    return typed("texts", cTexts);
+}
+
 QByteArray traceLine(quint64 u64Number, const QString& rcLine)
 {
     return textOf({
@@ -53,14 +60,8 @@ CLiveView::CLiveView(CBoard& rcBoard, CWebServer& rcServer, const QByteArray& rc
     connect(&m_cDaemon, &CDaemonView::statusChanged, this, [this](const QJsonObject& rcStatus) {
         sendIfChanged("status", typed("status", rcStatus), nullptr);
     });
-    connect(&m_cDaemon, &CDaemonView::textsChanged, this, [this](const QJsonArray& rcTexts) {
-        sendIfChanged("texts",
-                      typed("texts",
-                            {
-                                {QStringLiteral("texts"), rcTexts}
-        }),
-                      nullptr);
-    });
+    connect(&m_cDaemon, &CDaemonView::textsChanged, this,
+            [this](const QJsonArray& rcTexts) { sendIfChanged("texts", textsMessage(rcTexts), nullptr); });
     connect(&m_cDaemon.log(), &CBusLog::entry, this, [this](const QJsonObject& rcEntry) {
         const QByteArray cLine = textOf(rcEntry);
         for (const auto& rcBrowser : m_cBrowsers)
@@ -129,12 +130,7 @@ void CLiveView::greet(quint64 u64Browser, const QJsonObject& rcMessage)
                                                    {QStringLiteral("board"),     m_rcBoard.directory()        },
     })));
     sendIfChanged("status", typed("status", m_cDaemon.status()), nullptr);
-    sendIfChanged("texts",
-                  typed("texts",
-                        {
-                            {QStringLiteral("texts"), m_cDaemon.texts()}
-    }),
-                  nullptr);
+    sendIfChanged("texts", textsMessage(m_cDaemon.texts()), nullptr);
     sendIfChanged("geometry", typed("geometry", m_cBoardView.geometry()), nullptr);
     sendIfChanged("switches", typed("switches", m_cBoardView.switches()), nullptr);
     for (const char* pszTopic : {"status", "texts", "geometry", "switches"})

@@ -19,8 +19,7 @@ CRun::CRun(CRunFolder& rcFolder, bool bVerbose) : m_rcFolder(rcFolder), m_bVerbo
     watch("codec", m_cCodec.process());
     watch("daemon", m_cDaemon.process());
     watch("picture", m_cFollower);
-    connect(&m_cServer, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
-            [this] { reportEnd("live view", m_cServer); });
+    watchEnd("live view", m_cServer);
 }
 
 CRun::~CRun()
@@ -40,6 +39,11 @@ void CRun::watch(const char* pszWho, QProcess& rcProcess)
         rcProcess.setProcessChannelMode(QProcess::ForwardedChannels);
     else
         m_cPrinter.follow(pszWho, rcProcess);
+    watchEnd(pszWho, rcProcess);
+}
+
+void CRun::watchEnd(const char* pszWho, QProcess& rcProcess)
+{
     connect(&rcProcess, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
             [this, pszWho, &rcProcess] { reportEnd(pszWho, rcProcess); });
 }

@@ -57,6 +57,7 @@ private:
     void restartCodec();
     void restartDaemon();
     void watch(const char* pszWho, QProcess& rcProcess);
+    void watchEnd(const char* pszWho, QProcess& rcProcess);
     void reportEnd(const char* pszWho, const QProcess& rcProcess);
     bool fail(const QString& rcError);
 

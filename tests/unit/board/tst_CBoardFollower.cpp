@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: MIT */
-/* Each change of a board is seen, whoever makes it, and nothing else is. */
+/* The follower sees each change of a board, and nothing else. */
 #include "board/follow/CBoardFollower.h"
 #include "board/picture/CTestPicture.h"
 #include "hw/fpga_map.h"
