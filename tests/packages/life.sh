@@ -3,19 +3,20 @@
 # The life of the packages in a scratch root: installed over files of `cmake --install`, edited, upgraded, removed, installed
 # again, purged. Without a terminal, as the documentation says.
 #
-#   life.sh PACKAGE-OF-THE-DAEMON
+#   life.sh PACKAGE-OF-THE-DAEMON [OPTION-OF-DPKG...]
 set -euo pipefail
 # shellcheck source=tests/packages/say.sh
 . "$(dirname "$0")/say.sh"
 
 package=$1
+options=("${@:2}")
 version=$(dpkg-deb -f "$package" Version)
 cnfs=/etc/haldend/cnfs
 quietly() {
     DEBIAN_FRONTEND=noninteractive "$@" >/tmp/dpkg.log 2>&1 </dev/null || { cat /tmp/dpkg.log >&2; return 1; }
 }
 install_package() {
-    quietly dpkg --force-confold --force-unsafe-io --install "$1"
+    quietly dpkg "${options[@]}" --force-confold --force-unsafe-io --install "$1"
 }
 is_owned() {
     [ "$(stat -c %U:%G:%a "$1")" = haldend:haldend:644 ]
