@@ -12,13 +12,19 @@ in_scratch_root() {
         bash "${BASH_SOURCE[0]}" "$@"
 }
 
-if [ "${BASH_SOURCE[0]}" = "$0" ]; then
-    set -euo pipefail
+# Sets root.
+mount_scratch_root() {
+    local scratch
     scratch=$(mktemp -d)
     mount -t tmpfs scratch "$scratch"
     mkdir "$scratch"/{up,work,root}
     root=$scratch/root
     mount -t overlay overlay -o "lowerdir=/,upperdir=$scratch/up,workdir=$scratch/work" "$root"
+}
+
+if [ "${BASH_SOURCE[0]}" = "$0" ]; then
+    set -euo pipefail
+    mount_scratch_root
     mount -t proc proc "$root/proc"
     mount --rbind /dev "$root/dev"
     mount -t tmpfs -o mode=1777 tmpfs "$root/dev/shm"
