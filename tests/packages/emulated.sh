@@ -48,7 +48,7 @@ said() {
 }
 # says_the_same PROGRAM ARGUMENT...
 says_the_same() {
-    diff <(cd "$native" && said ".$@") <(cd / && said "${emulator[@]}" ".$@")
+    diff <(cd "$native" && said ".$1" "${@:2}") <(cd / && said "${emulator[@]}" ".$1" "${@:2}")
 }
 demo=/usr/libexec/haldend-board
 fact "haldend -h" says_the_same /usr/sbin/haldend -h
