@@ -29,7 +29,7 @@ QVariant numberFrom(const QString& rcWord)
     return iNumber;
 }
 
-QVariant switchFrom(const QString& rcWord)
+QVariant switchValue(const QString& rcWord)
 {
     const QString cWord = rcWord.toLower();
     for (const char* pszYes : {"on", "true", "1"})
@@ -105,7 +105,7 @@ QVariant valueFrom(const QString& rcWord, const QString& rcType)
     if (rcType == QLatin1String("s"))
         return rcWord;
     if (rcType == QLatin1String("b"))
-        return switchFrom(rcWord);
+        return switchValue(rcWord);
     return rcType == QLatin1String("av") ? listFrom(rcWord) : numberFrom(rcWord);
 }
 

@@ -12,7 +12,7 @@ struct SColorRow {
 };
 
 // The number is the row's. 7 is the same colour as 4.
-const SColorRow NAMES[COLORS] = {
+const SColorRow COLOR_NAMES[COLORS] = {
     {"transparent", nullptr    },
     {"white",       nullptr    },
     {"dark-red",    "maroon"   },
@@ -51,20 +51,20 @@ int colorNumber(const QString& rcName)
         return isColor(iNumber) ? iNumber : NO_COLOR;
     const QString cName = rcName.toLower();
     for (int iColor = 0; iColor < COLORS; ++iColor)
-        if (!cName.isEmpty() && isCalled(NAMES[iColor], cName))
+        if (!cName.isEmpty() && isCalled(COLOR_NAMES[iColor], cName))
             return iColor;
     return NO_COLOR;
 }
 
 QString colorName(int iColor)
 {
-    return isColor(iColor) ? QString::fromLatin1(NAMES[iColor].pszName) : QString::number(iColor);
+    return isColor(iColor) ? QString::fromLatin1(COLOR_NAMES[iColor].pszName) : QString::number(iColor);
 }
 
 QStringList colorNames()
 {
     QStringList cNames;
-    for (const SColorRow& rsRow : NAMES)
+    for (const SColorRow& rsRow : COLOR_NAMES)
         cNames << QString::fromLatin1(rsRow.pszName);
     return cNames;
 }

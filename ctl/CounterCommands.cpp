@@ -4,6 +4,7 @@
 #include "ctl/CFailure.h"
 #include "ctl/CSignals.h"
 #include "ctl/CommandHandlers.h"
+#include "ctl/Interfaces.h"
 #include "ctl/Texts.h"
 #include "ctl/Words.h"
 
@@ -12,7 +13,6 @@
 namespace
 {
 
-const char* const OVERLAY = "videooverlay";
 const int COUNTER_ID = 102;
 const int SENDER_MAX = 1; // only 0 and 1 may start the counter
 

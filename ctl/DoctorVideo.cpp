@@ -11,7 +11,6 @@
 namespace
 {
 
-const char* const PROCESSING = "videoprocessing";
 const qint64 MEGABYTE = 1000000;
 const qint64 MINUTES_ENOUGH = 58; // the longest recording
 

@@ -19,6 +19,9 @@ struct SMember {
 extern const QString SERVICE;       ///< of the daemon
 extern const QString CODEC_SERVICE; ///< that records and plays
 
+constexpr const char* OVERLAY = "videooverlay";
+constexpr const char* PROCESSING = "videoprocessing";
+
 QStringList objectNames();
 
 /// "videodisplay" stands at /videodisplay and has the interface velmar.haldend.videodisplay.

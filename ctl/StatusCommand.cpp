@@ -8,12 +8,12 @@
 namespace
 {
 
-struct SQuestions {
+struct SStatusQuestions {
     SAsked sOverlay, sWidth, sHeight, sCounter, sActive, sRecording, sPaused, sTime, sRate, sPlaying,
         sPlayPaused, sInput, sCodec;
 };
 
-SQuestions askAll(CBus& rcBus)
+SStatusQuestions askAll(CBus& rcBus)
 {
     return {
         rcBus.ask("videooverlay", "is_overlay_visible"),
@@ -75,7 +75,7 @@ void runStatus(CCommandRun& rcRun)
 {
     rcRun.session().drain();
     CBus& rcBus = rcRun.bus();
-    const SQuestions sQuestions = askAll(rcBus);
+    const SStatusQuestions sQuestions = askAll(rcBus);
     const bool bOverlay = rcBus.flag(sQuestions.sOverlay);
     const int iWidth = rcBus.number(sQuestions.sWidth);
     const int iHeight = rcBus.number(sQuestions.sHeight);

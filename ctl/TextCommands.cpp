@@ -4,6 +4,7 @@
 #include "ctl/CFailure.h"
 #include "ctl/CommandHandlers.h"
 #include "ctl/Grid.h"
+#include "ctl/Interfaces.h"
 #include "ctl/Letters.h"
 #include "ctl/Texts.h"
 #include "ctl/Words.h"
@@ -12,8 +13,6 @@
 
 namespace
 {
-
-const char* const OVERLAY = "videooverlay";
 
 void warnUnlessEmpty(CCommandRun& rcRun, const QString& rcWarning)
 {

@@ -3,15 +3,14 @@
 
 #include "ctl/CCommandRun.h"
 #include "ctl/CFailure.h"
+#include "ctl/Interfaces.h"
 #include "ctl/Words.h"
 
 namespace
 {
 
-const char* const OVERLAY = "videooverlay";
-
 /// The questions about one handle.
-struct SQuestions {
+struct STextQuestions {
     SAsked sPosition;
     SAsked sText;
     SAsked sColors;
@@ -20,7 +19,7 @@ struct SQuestions {
     SAsked sShown;
 };
 
-SQuestions ask(CBus& rcBus, int iHandle)
+STextQuestions ask(CBus& rcBus, int iHandle)
 {
     const QVariantList cHandle{iHandle};
     return {
@@ -30,7 +29,7 @@ SQuestions ask(CBus& rcBus, int iHandle)
     };
 }
 
-SText textOf(CBus& rcBus, int iHandle, const QList<int>& rcPosition, const SQuestions& rsQuestions)
+SText textOf(CBus& rcBus, int iHandle, const QList<int>& rcPosition, const STextQuestions& rsQuestions)
 {
     const QList<int> cColors = rcBus.numbers(rsQuestions.sColors);
     SText sText;
@@ -60,7 +59,7 @@ QList<SText> readTexts(CCommandRun& rcRun, int iFirst, int iLast)
         QList<SAsked> cPositions;
         for (int iHandle = iBegin; iHandle < iEnd; ++iHandle)
             cPositions << rcBus.ask(OVERLAY, "get_text_position", {iHandle});
-        QList<QPair<int, SQuestions>> cFound;
+        QList<QPair<int, STextQuestions>> cFound;
         for (int i = 0; i < cPositions.size(); ++i)
             if (!isNoText(rcBus.numbers(cPositions[i])))
                 cFound.append({iBegin + i, ask(rcBus, iBegin + i)});

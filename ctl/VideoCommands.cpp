@@ -4,12 +4,12 @@
 #include "ctl/CFailure.h"
 #include "ctl/CSignals.h"
 #include "ctl/CommandHandlers.h"
+#include "ctl/Interfaces.h"
 #include "ctl/Words.h"
 
 namespace
 {
 
-const char* const PROCESSING = "videoprocessing";
 const int SAVE_TIMEOUT_MS = 60000; // a save takes more than a second, and may wait behind other calls
 
 enum EResult { eResultDone = 0, eResultError = 1, eResultNotAllowed = 2 };

@@ -16,8 +16,6 @@ namespace
 /// Nothing tells that a recording or playback has begun or ended: the daemon is asked so often.
 const int ASK_MS = 200;
 
-const char* const PROCESSING = "videoprocessing";
-
 bool isIdle(CBus& rcBus)
 {
     for (const char* pszMethod : {"is_video_recording_running", "is_video_recording_paused",

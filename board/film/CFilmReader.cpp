@@ -6,7 +6,6 @@
 #include "hw/video_geometry.h"
 
 #include <cerrno>
-#include <cstring>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -17,7 +16,7 @@ using namespace Ffmpeg;
 namespace
 {
 
-const int BUFFER_BYTES = 65536;
+const int READ_BUFFER_BYTES = 65536;
 const qint64 SECOND_US = 1000000;
 const qint64 FRAME_US = SECOND_US / VIDEO_FRAME_RATE;
 const qint64 LONGEST_US = 10 * SECOND_US; // of a frame; more is a leap of the time stamps
@@ -49,11 +48,6 @@ int64_t seekFile(void* pvFile, int64_t iOffset, int iWhence)
         return ::fstat(iFile, &sFile) == 0 ? sFile.st_size : AVERROR(errno);
     const off_t iAt = ::lseek(iFile, iOffset, iWhence & ~AVSEEK_FORCE);
     return iAt >= 0 ? iAt : AVERROR(errno);
-}
-
-QString reasonOf(int iErrno)
-{
-    return QString::fromLocal8Bit(std::strerror(iErrno));
 }
 
 /// A plain file for reading, or -1; nothing that could wait. rcError says why.
@@ -162,8 +156,8 @@ struct CFilmReader::SFilm {
 
 bool CFilmReader::SFilm::openFormat(QString& rcError)
 {
-    auto* pu8Buffer = static_cast<unsigned char*>(av_malloc(BUFFER_BYTES));
-    pcStream.reset(avio_alloc_context(pu8Buffer, BUFFER_BYTES, 0, &iFile, readFile, nullptr, seekFile));
+    auto* pu8Buffer = static_cast<unsigned char*>(av_malloc(READ_BUFFER_BYTES));
+    pcStream.reset(avio_alloc_context(pu8Buffer, READ_BUFFER_BYTES, 0, &iFile, readFile, nullptr, seekFile));
     psFormat = avformat_alloc_context();
     psFormat->pb = pcStream.get();
     AVDictionary* psOptions = nullptr;

@@ -6,7 +6,6 @@
 #include "hw/video_geometry.h"
 
 #include <cerrno>
-#include <cstring>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -27,12 +26,7 @@ const AVRational PIXEL_ASPECT = {16, 15};
 const int MUX_DELAY_US = 700000; // from a frame's bytes to its display
 
 // More than a frame: so each frame goes in one write.
-const int BUFFER_BYTES = 1 << 20;
-
-QString reasonOf(int iErrno)
-{
-    return QString::fromLocal8Bit(std::strerror(iErrno));
-}
+const int WRITE_BUFFER_BYTES = 1 << 20;
 
 void setInterlaced(AVFrame& rsFrame)
 {
@@ -175,8 +169,9 @@ bool CFilmWriter::SFilm::openEncoder(QString& rcError)
 
 bool CFilmWriter::SFilm::openFormat(QString& rcError)
 {
-    auto* pu8Buffer = static_cast<unsigned char*>(av_malloc(BUFFER_BYTES));
-    pcStream.reset(avio_alloc_context(pu8Buffer, BUFFER_BYTES, 1, this, nullptr, writeFile<SFilm>, nullptr));
+    auto* pu8Buffer = static_cast<unsigned char*>(av_malloc(WRITE_BUFFER_BYTES));
+    pcStream.reset(
+        avio_alloc_context(pu8Buffer, WRITE_BUFFER_BYTES, 1, this, nullptr, writeFile<SFilm>, nullptr));
     int iResult = avformat_alloc_output_context2(&psFormat, nullptr, "mpegts", nullptr);
     AVStream* psStream = iResult < 0 ? nullptr : avformat_new_stream(psFormat, nullptr);
     if (psStream != nullptr) {

@@ -40,6 +40,9 @@ void beQuiet();
 /// An error of the libraries, which is negative, in their words.
 QString text(int iError);
 
+/// An error of the system.
+QString reasonOf(int iErrno);
+
 } // namespace Ffmpeg
 
 #endif

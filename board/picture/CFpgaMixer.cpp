@@ -10,7 +10,7 @@
 namespace
 {
 
-const quint32 OPAQUE = 0xff000000;
+const quint32 OPAQUE_MIX = 0xff000000;
 
 const int TEXT_ROW_BYTES = FPGA_TEXT_ROW_BYTES;
 const int GLYPH_BYTES = FPGA_GLYPH_BYTES;
@@ -95,7 +95,7 @@ void CFpgaMixer::source(quint32 u32Control, bool bRestore)
     else if ((u32Control & FPGA_CTRL_POR) == FPGA_CTRL_POR)
         m_cFrame = CPlaybackPicture::frame(m_rcBoard);
     else if ((u32Control & FPGA_CTRL_FGON) != 0)
-        m_cFrame.fill(OPAQUE | m_rcBoard.fpgaRegister(FPGA_FGCC));
+        m_cFrame.fill(OPAQUE_MIX | m_rcBoard.fpgaRegister(FPGA_FGCC));
     else
         m_rcBoard.takeLivePicture(line(m_cFrame, 0));
 }
@@ -108,7 +108,7 @@ void CFpgaMixer::storedFrame()
             FPGA_VIDEO_IMAGE + static_cast<quint32>(iStored) * 4 * VIDEO_WIDTH, 4 * VIDEO_WIDTH);
         QRgb* puLine = line(m_cFrame, y);
         for (int x = 0; x < VIDEO_WIDTH; ++x)
-            puLine[x] = OPAQUE | word(cLine, x);
+            puLine[x] = OPAQUE_MIX | word(cLine, x);
     }
 }
 

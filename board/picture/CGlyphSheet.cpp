@@ -11,12 +11,12 @@ namespace
 
 const int CELL_WIDTH = 12;
 const int CELL_HEIGHT = 20;
-const int GLYPH_BYTES = FPGA_GLYPH_BYTES;
+const int SHEET_GLYPH_BYTES = FPGA_GLYPH_BYTES;
 const int HALF_BYTES = 32;
 
 /* Colours of the contact sheet. */
 const QRgb SHEET = qRgb(0x30, 0x38, 0x48);
-const QRgb CELL = qRgb(0x10, 0x14, 0x1c);
+const QRgb CELL_COLOR = qRgb(0x10, 0x14, 0x1c);
 const QRgb GLYPH = qRgb(0xff, 0xff, 0xff);
 const QRgb MARGIN = qRgb(0xff, 0xe0, 0x60);
 
@@ -29,7 +29,7 @@ bool isSet(int iSet)
 
 bool isDrawn(const unsigned char* pu8Table, int iCode, int iX, int iLine)
 {
-    const int row = iCode * GLYPH_BYTES + iLine % 2 * HALF_BYTES + iLine / 2 * 2;
+    const int row = iCode * SHEET_GLYPH_BYTES + iLine % 2 * HALF_BYTES + iLine / 2 * 2;
     return (pu8Table[row + iX / 8] << (iX % 8) & 0x80) != 0;
 }
 
@@ -63,7 +63,7 @@ QImage CGlyphSheet::contactSheet(const unsigned char* pu8Table, int iLines)
     }
     for (int code = 0; code < 256; ++code)
         drawCell(sheet, 4 + (code % 16 + 1) * pitchX, 4 + (code / 16 + 1) * pitchY, pu8Table, code, GLYPH,
-                 CELL);
+                 CELL_COLOR);
     return enlarged(sheet, iLines);
 }
 

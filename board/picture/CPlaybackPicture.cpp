@@ -9,7 +9,7 @@
 namespace
 {
 
-const QRgb BLACK = 0xff000000;
+const QRgb PLAYED_BLACK = 0xff000000;
 const QRgb BAND = 0xff101830;
 const QRgb INK = 0xffffffff;
 const QRgb BARS[] = {0xffc0c0c0, 0xffc0c000, 0xff00c0c0, 0xff00c000,
@@ -23,7 +23,7 @@ const int LINE_HEIGHT = 48;
 const int SCALE = 2; // of the glyphs
 const int MOST_CHARACTERS = 28;
 
-QRgb* line(QImage& rcImage, int iLine)
+QRgb* playedLine(QImage& rcImage, int iLine)
 {
     return reinterpret_cast<QRgb*>(rcImage.scanLine(iLine));
 }
@@ -33,7 +33,7 @@ void drawBars(QImage& rcImage, int iFrame)
     const int iShift = static_cast<int>(qint64(iFrame) * SPEED % VIDEO_WIDTH);
     for (int y = 0; y < VIDEO_HEIGHT; ++y)
         for (int x = 0; x < VIDEO_WIDTH; ++x)
-            line(rcImage, y)[x] =
+            playedLine(rcImage, y)[x] =
                 y < BAND_TOP || y >= BAND_BOTTOM ? BARS[(x + iShift) % VIDEO_WIDTH / BAR_WIDTH] : BAND;
 }
 
@@ -43,7 +43,7 @@ void drawCentered(QImage& rcImage, int iTop, const QString& rcText)
     const int iLeft = (VIDEO_WIDTH - SCALE * cText.width()) / 2;
     for (int y = 0; y < SCALE * cText.height(); ++y)
         for (int x = 0; x < SCALE * cText.width(); ++x)
-            line(rcImage, iTop + y)[iLeft + x] = cText.pixel(x / SCALE, y / SCALE);
+            playedLine(rcImage, iTop + y)[iLeft + x] = cText.pixel(x / SCALE, y / SCALE);
 }
 
 /// The name without its folder; of a long name only the end, which tells more.
@@ -71,7 +71,7 @@ QImage CPlaybackPicture::frame(const SCodecState& rsState)
 {
     QImage cImage(VIDEO_WIDTH, VIDEO_HEIGHT, QImage::Format_RGB32);
     if (!isPlaying(rsState)) {
-        cImage.fill(BLACK);
+        cImage.fill(PLAYED_BLACK);
         return cImage;
     }
     const bool bPaused = rsState.eActivity == SCodecState::PLAYING_PAUSED;

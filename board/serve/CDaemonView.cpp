@@ -24,9 +24,7 @@ const int OPEN_QUESTIONS = 60; // the bus limits the calls that a client has ope
 const int CALL_MS = 60000;     // a command waits for the codec service
 const int CLOSE_MS = 1000;     // the daemon may be busy
 const int QUESTION_MS = 60000;
-const QString OVERLAY = QStringLiteral("videooverlay");
 const QString DISPLAY = QStringLiteral("videodisplay");
-const QString PROCESSING = QStringLiteral("videoprocessing");
 
 QDBusConnection connection(const char* pszFor)
 {

@@ -11,11 +11,11 @@
 namespace
 {
 
-const int LOOK_MS = 10;        // between two looks whether the board has changed
-const int SLOW_LOOK_MS = 200;  // between two looks at registers, switches and lists
-const int IDLE_LOOK_MS = 1000; // between two looks whether the board is there, while no browser watches
-const int OPEN_CALLS = 32;     // of one browser
-const int TRACE_LINES = 200;   // that a browser gets at first
+const int LOOK_MS = 10;            // between two looks whether the board has changed
+const int SLOW_LOOK_MS = 200;      // between two looks at registers, switches and lists
+const int IDLE_LOOK_MS = 1000;     // between two looks whether the board is there, while no browser watches
+const int OPEN_CALLS = 32;         // of one browser
+const int FIRST_TRACE_LINES = 200; // that a browser gets at first
 
 QByteArray textOf(const QJsonObject& rcObject)
 {
@@ -311,7 +311,7 @@ void CLiveView::sendTrace()
 {
     for (const QString& rcLine : m_cBoardView.newTraceLines()) {
         m_cTrace << rcLine;
-        if (m_cTrace.size() > TRACE_LINES)
+        if (m_cTrace.size() > FIRST_TRACE_LINES)
             m_cTrace.removeFirst();
         const QByteArray cLine = traceLine(++m_u64TraceLine, rcLine);
         for (const auto& rcBrowser : m_cBrowsers)

@@ -12,7 +12,7 @@ const unsigned CONNECTIONS = 400;    // more of them wait until one is closed
 const size_t BROWSERS = 32;          // with an open WebSocket
 const int MESSAGE_BYTES = 16 * 1024; // the longest that a browser may send
 const int MESSAGES_WAITING = 1000;
-const unsigned short HEADER_BYTES = 4096;
+const unsigned short HTTP_HEADER_BYTES = 4096;
 const int KEEP_ALIVE_SECONDS = 5;
 const quint16 PING_SECONDS = 10; // without a sign of life
 const quint16 VANISHED_SECONDS = 20;
@@ -140,7 +140,7 @@ bool CWebServer::listen(const QByteArray& rcAddress, int iPort)
     sInfo.options = LWS_SERVER_OPTION_FAIL_UPON_UNABLE_TO_BIND | LWS_SERVER_OPTION_VALIDATE_UTF8;
     if (!rcAddress.contains(':'))
         sInfo.options |= LWS_SERVER_OPTION_DISABLE_IPV6;
-    sInfo.max_http_header_data = HEADER_BYTES;
+    sInfo.max_http_header_data = HTTP_HEADER_BYTES;
     sInfo.max_http_header_pool = CONNECTIONS;
     sInfo.fd_limit_per_thread = CONNECTIONS;
     sInfo.timeout_secs = static_cast<unsigned>(m_iHalfOpenSeconds);

@@ -29,7 +29,7 @@ const char* const USAGE =
     "ends.\n";
 
 /// Becomes the program. Returns only if that fails.
-void become(const QString& rcProgram, const QStringList& rcArguments)
+void becomeDemo(const QString& rcProgram, const QStringList& rcArguments)
 {
     std::vector<QByteArray> cWords{QFile::encodeName(rcProgram)};
     for (const QString& rcArgument : rcArguments)
@@ -93,6 +93,6 @@ int commandDemo(const QStringList& rcArguments)
     if (!QDir::setCurrent(cPrefix.path()))
         return fail(
             QStringLiteral("%1: %2").arg(cPrefix.path(), QString::fromLocal8Bit(std::strerror(errno))));
-    become(cTour, cArguments);
+    becomeDemo(cTour, cArguments);
     return fail(QStringLiteral("%1: %2").arg(cTour, QString::fromLocal8Bit(std::strerror(errno))));
 }

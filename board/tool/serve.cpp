@@ -27,7 +27,7 @@ const quint32 PORTS = 65535;
 
 int s_aiStop[2]; // a pipe: a signal writes into it
 
-void stop(int)
+void wakeToStop(int)
 {
     const ssize_t iWritten = write(s_aiStop[1], "", 1);
     (void)iWritten; // a full pipe says it already
@@ -42,7 +42,7 @@ bool stopBySignals(QSocketNotifier*& rpcNotifier)
     QObject::connect(rpcNotifier, &QSocketNotifier::activated, QCoreApplication::instance(),
                      &QCoreApplication::quit);
     struct sigaction sAction = {};
-    sAction.sa_handler = stop;
+    sAction.sa_handler = wakeToStop;
     sigaction(SIGINT, &sAction, nullptr);
     sigaction(SIGTERM, &sAction, nullptr);
     return true;

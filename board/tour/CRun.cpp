@@ -8,7 +8,7 @@
 namespace
 {
 
-const QString SERVICE = QStringLiteral("velmar.haldendrun");
+const QString RUN_SERVICE = QStringLiteral("velmar.haldendrun");
 const int TIMEOUT_RESTART_MS = 3 * TIMEOUT_PROCESS_MS;
 
 } // namespace
@@ -106,8 +106,8 @@ bool CRun::start()
                         QStringLiteral("velmar.haldend.%1").arg(QLatin1String(pszObject)), QString(), this,
                         SLOT(onSignal(QDBusMessage)));
     if (!cClient.registerObject(QStringLiteral("/"), this, QDBusConnection::ExportScriptableSlots) ||
-        !cClient.registerService(SERVICE))
-        return fail(QStringLiteral("%1: %2").arg(SERVICE, cClient.lastError().message()));
+        !cClient.registerService(RUN_SERVICE))
+        return fail(QStringLiteral("%1: %2").arg(RUN_SERVICE, cClient.lastError().message()));
     m_cFollower.start(QStringLiteral(HALDEND_BOARD_TOOL),
                       {QStringLiteral("picture"), QStringLiteral("--board"), board().directory(), picture(),
                        QStringLiteral("--follow")});
@@ -176,8 +176,8 @@ QString CRun::askForRestart(const CRunFolder& rcFolder, const QString& rcProgram
 {
     const QDBusConnection cConnection =
         QDBusConnection::connectToBus(CPrivateBus::addressOf(rcFolder.socket()), QStringLiteral("restart"));
-    QDBusMessage cCall =
-        QDBusMessage::createMethodCall(SERVICE, QStringLiteral("/"), SERVICE, QStringLiteral("restart"));
+    QDBusMessage cCall = QDBusMessage::createMethodCall(RUN_SERVICE, QStringLiteral("/"), RUN_SERVICE,
+                                                        QStringLiteral("restart"));
     cCall << rcProgram;
     const QDBusMessage cReply = cConnection.call(cCall, QDBus::Block, TIMEOUT_RESTART_MS);
     if (!cConnection.isConnected() ||

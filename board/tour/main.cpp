@@ -21,7 +21,7 @@
 namespace
 {
 
-const int PAUSE_MS = 100; // between two looks for an interruption
+const int INTERRUPTION_MS = 100; // between two looks for an interruption
 
 const char* const USAGE = "Usage: halden-tour [--at DIR] [--verbose]\n"
                           "       halden-tour restart daemon|codec [--at DIR]\n"
@@ -181,7 +181,7 @@ void stay(const SOptions& rsOptions)
         if (CInterruption::caught() != 0)
             QCoreApplication::quit();
     });
-    cTimer.start(PAUSE_MS);
+    cTimer.start(INTERRUPTION_MS);
     QCoreApplication::exec();
     if (!cRun.end())
         throw std::runtime_error(cRun.error().toStdString());

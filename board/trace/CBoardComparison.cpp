@@ -3,6 +3,7 @@
 
 #include "board/picture/CBoardPicture.h"
 #include "board/state/CBoard.h"
+#include "board/trace/Hex.h"
 #include "board/trace/MemoryNames.h"
 #include "board/trace/RegisterNames.h"
 
@@ -10,11 +11,6 @@
 
 namespace
 {
-
-QString hex(quint32 u32Value, int iDigits)
-{
-    return QStringLiteral("0x%1").arg(u32Value, iDigits, 16, QLatin1Char('0'));
-}
 
 QString difference(const QString& rcWhat, const QString& rcOne, const QString& rcOther)
 {

@@ -2,6 +2,7 @@
 #include "board/trace/CTraceSnapshot.h"
 
 #include "board/state/CBoard.h"
+#include "board/trace/Hex.h"
 #include "board/trace/RegisterNames.h"
 
 namespace
@@ -10,11 +11,6 @@ namespace
 const quint32 CHUNK = 512; // bytes of the FPGA in a line
 const int LEAST_RUN = 4;   // of equal bytes that are counted
 const int ATTEMPTS = 100;  // to note a chunk that keeps changing
-
-QString hex(quint32 u32Value, int iDigits)
-{
-    return QStringLiteral("0x%1").arg(u32Value, iDigits, 16, QLatin1Char('0'));
-}
 
 QString bytesText(const QByteArray& rcBytes)
 {

@@ -2,6 +2,7 @@
 #include "board/trace/RegisterNames.h"
 
 #include "board/state/CBoard.h"
+#include "board/trace/Hex.h"
 #include "regdb/chip_regs.h"
 
 namespace
@@ -71,11 +72,6 @@ QVector<SRegisterName> allNames()
     appendTable(regs_saa7113, SRegisterPlace::I2C, SAA7113_SLAVE, cNames);
     appendTable(regs_saa7129, SRegisterPlace::I2C, SAA7129_SLAVE, cNames);
     return cNames;
-}
-
-QString hex(quint32 u32Value, int iDigits)
-{
-    return QStringLiteral("0x%1").arg(u32Value, iDigits, 16, QLatin1Char('0'));
 }
 
 /// What addresses in registers stand for; empty for other registers.

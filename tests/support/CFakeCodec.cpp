@@ -9,7 +9,7 @@
 namespace
 {
 
-const QString SERVICE = QStringLiteral("velmar.mobilygen");
+const QString CODEC_SERVICE = QStringLiteral("velmar.mobilygen");
 const QString CONNECTION = QStringLiteral("codec");
 const QString ARRIVED = QStringLiteral("arrived"); // not a method of a codec
 
@@ -29,16 +29,16 @@ bool CFakeCodec::start(const QString& rcBusAddress)
         cConnection.registerVirtualObject(QStringLiteral("/"), &m_cObject, QDBusConnection::SubPath);
     m_cObject.moveToThread(&m_cThread);
     m_cThread.start();
-    return bRegistered && cConnection.registerService(SERVICE);
+    return bRegistered && cConnection.registerService(CODEC_SERVICE);
 }
 
 void CFakeCodec::setPresent(bool bPresent)
 {
     QDBusConnection cConnection(CONNECTION);
     if (bPresent)
-        cConnection.registerService(SERVICE);
+        cConnection.registerService(CODEC_SERVICE);
     else
-        cConnection.unregisterService(SERVICE);
+        cConnection.unregisterService(CODEC_SERVICE);
 }
 
 QStringList CFakeCodec::takeCalls()

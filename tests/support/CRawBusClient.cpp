@@ -23,7 +23,7 @@ const quint8 PROTOCOL_VERSION = 1;
 const char* const REPLY = "\2\1\1"; // type, flags and version
 const int BLOCK = 8;                // what the structures of a message begin at
 const int BYTES_AT_ONCE = 64 * 1024;
-const QByteArray SERVICE = "velmar.haldend";
+const QByteArray DAEMON_SERVICE = "velmar.haldend";
 
 enum EField : quint8 { PATH = 1, INTERFACE = 2, MEMBER = 3, DESTINATION = 6, SIGNATURE = 8 };
 
@@ -80,7 +80,7 @@ QByteArray methodCall(quint32 u32Serial, quint8 u8Flags, const QByteArray& rcSer
 
 QByteArray interfaceOf(const QString& rcPath)
 {
-    return SERVICE + rcPath.toLatin1().replace('/', '.');
+    return DAEMON_SERVICE + rcPath.toLatin1().replace('/', '.');
 }
 
 } // namespace
@@ -115,7 +115,7 @@ bool CRawBusClient::start(const QString& rcBusAddress)
 
 bool CRawBusClient::call(const QString& rcPath, const QString& rcMethod, const QByteArray& rcText)
 {
-    return callAndWait(methodCall(2, NO_FLAG, SERVICE, rcPath.toLatin1(), interfaceOf(rcPath),
+    return callAndWait(methodCall(2, NO_FLAG, DAEMON_SERVICE, rcPath.toLatin1(), interfaceOf(rcPath),
                                   rcMethod.toLatin1(), "s", text(rcText)));
 }
 
@@ -123,8 +123,8 @@ qint64 CRawBusClient::flood(qint32 i32Handle, int iCharacters, int iCalls) const
 {
     const QByteArray cPath = "/videooverlay";
     const QByteArray cBody = number(static_cast<quint32>(i32Handle)) + text(QByteArray(iCharacters, 'x'));
-    const QByteArray cCall =
-        methodCall(2, NO_REPLY_EXPECTED, SERVICE, cPath, interfaceOf(cPath), "set_text_string", "is", cBody);
+    const QByteArray cCall = methodCall(2, NO_REPLY_EXPECTED, DAEMON_SERVICE, cPath, interfaceOf(cPath),
+                                        "set_text_string", "is", cBody);
     const int iCallsAtOnce = std::max(1, BYTES_AT_ONCE / cCall.size());
     const QByteArray cCalls = cCall.repeated(iCallsAtOnce);
     for (int iSent = 0; iSent < iCalls; iSent += iCallsAtOnce)
@@ -135,7 +135,7 @@ qint64 CRawBusClient::flood(qint32 i32Handle, int iCharacters, int iCalls) const
 
 bool CRawBusClient::ping()
 {
-    return callAndWait(methodCall(2, NO_FLAG, SERVICE, "/", "org.freedesktop.DBus.Peer", "Ping"));
+    return callAndWait(methodCall(2, NO_FLAG, DAEMON_SERVICE, "/", "org.freedesktop.DBus.Peer", "Ping"));
 }
 
 bool CRawBusClient::callAndWait(const QByteArray& rcCall)
