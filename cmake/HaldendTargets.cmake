@@ -31,20 +31,57 @@ if(HALDEND_SANITIZE)
     target_link_options(haldend_sanitize INTERFACE ${flags})
 endif()
 
-# haldend_library(NAME SOURCES file... [LINK target...])
-# A folder's static library.
+# Most of a source's compilation goes into the headers of Qt and the C++ library. Presets that build for the checks compile
+# the sources of a folder together; the others, and so the packages, one by one, which shows a source that needs another's
+# includes.
+option(HALDEND_UNITY "Compile the sources of a library or program together" OFF)
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
+
+# haldend_moc(SOURCE OUTPUT)
+# Runs moc. It sees the project's own headers, some of which list slots in macros, and none of Qt.
+function(haldend_moc source output)
+    add_custom_command(
+        OUTPUT "${output}"
+        COMMAND Qt5::moc "-I${CMAKE_SOURCE_DIR}" --output-dep-file --dep-file-path "${output}.d"
+            "${CMAKE_CURRENT_SOURCE_DIR}/${source}" -o "${output}"
+        DEPENDS "${source}"
+        DEPFILE "${output}.d"
+        VERBATIM)
+endfunction()
+
+# haldend_moc_headers(TARGET HEADER...)
+# Makes the headers' moc files, as sources like others. CMake's own way (AUTOMOC) runs CMake, the compiler and moc for each
+# target, and compiles a file of its own for it.
+function(haldend_moc_headers target)
+    foreach(header IN LISTS ARGN)
+        get_filename_component(name "${header}" NAME_WE)
+        set(moc "${CMAKE_CURRENT_BINARY_DIR}/moc_${name}.cpp")
+        haldend_moc("${header}" "${moc}")
+        target_sources(${target} PRIVATE "${moc}")
+    endforeach()
+    set_target_properties(${target} PROPERTIES AUTOMOC OFF)
+endfunction()
+
+# haldend_library(NAME SOURCES file... [MOC header...] [LINK target...])
+# A folder's static library. MOC lists the headers with Q_OBJECT; without it AUTOMOC looks for them.
 function(haldend_library name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "SOURCES;MOC;LINK" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
-    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON UNITY_BUILD ${HALDEND_UNITY})
+    if(ARG_MOC)
+        haldend_moc_headers(${name} ${ARG_MOC})
+    endif()
     target_link_libraries(${name} PUBLIC haldend_options haldend_sanitize ${ARG_LINK})
 endfunction()
 
-# haldend_program(NAME SOURCES file... [LINK target...])
+# haldend_program(NAME SOURCES file... [MOC header...] [LINK target...])
 function(haldend_program name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "SOURCES;MOC;LINK" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
-    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON UNITY_BUILD ${HALDEND_UNITY})
+    if(ARG_MOC)
+        haldend_moc_headers(${name} ${ARG_MOC})
+    endif()
     target_link_libraries(${name} PRIVATE haldend_options haldend_sanitize ${ARG_LINK})
     haldend_startable(${name})
 endfunction()
@@ -123,12 +160,25 @@ function(haldend_use_test_headers target)
     haldend_reuse_headers(${target} haldend_test_headers)
 endfunction()
 
+# haldend_moc_source(TARGET SOURCE)
+# Makes SOURCE's moc file, which it includes.
+function(haldend_moc_source target source)
+    get_filename_component(name "${source}" NAME_WE)
+    set(moc "${CMAKE_CURRENT_BINARY_DIR}/${name}.moc")
+    haldend_moc("${source}" "${moc}")
+    set_target_properties(${target} PROPERTIES AUTOMOC OFF)
+    target_sources(${target} PRIVATE "${moc}")
+    target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}")
+endfunction()
+
 # haldend_test(NAME LABEL unit|system SOURCES file... [LINK target...])
 # A QtTest program and its CTest entry. A skipped test counts as failed: a check that did not run has
 # not passed.
 function(haldend_test name)
     cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LINK" ${ARGN})
     haldend_program(${name} SOURCES ${ARG_SOURCES} LINK Qt5::Test ${ARG_LINK})
+    set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
+    haldend_moc_source(${name} ${name}.cpp)
     haldend_use_test_headers(${name})
     haldend_add_test(${name} ${ARG_LABEL} "SKIP   :")
 endfunction()
@@ -138,7 +188,7 @@ endfunction()
 function(haldend_hw_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
     haldend_program(${name} SOURCES ${ARG_SOURCES} LINK haldend_gtest ${ARG_LINK})
-    set_target_properties(${name} PROPERTIES AUTOMOC OFF)
+    set_target_properties(${name} PROPERTIES AUTOMOC OFF UNITY_BUILD OFF)
     haldend_add_test(${name} hw "SKIPPED")
 endfunction()
 
