@@ -2,12 +2,12 @@
 /* halden-board check-codec, on codec services that fit and that don't. */
 #include "board/create/CBoardMaker.h"
 #include "board/state/CBoard.h"
+#include "tests/support/CChildProcess.h"
 #include "tests/support/CCodecProcess.h"
 #include "tests/support/CPrivateBus.h"
 #include "tests/support/Timeouts.h"
 
 #include <QFileInfo>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -69,7 +69,7 @@ void TestCheckCodec::init()
 
 int TestCheckCodec::check()
 {
-    QProcess cProcess;
+    CChildProcess cProcess;
     QProcessEnvironment cEnvironment = QProcessEnvironment::systemEnvironment();
     cEnvironment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), m_cBus->address());
     cProcess.setProcessEnvironment(cEnvironment);

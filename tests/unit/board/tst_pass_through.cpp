@@ -2,9 +2,10 @@
 /* Real devices do the work, and the preloaded library notes it. Plain files are the devices. */
 #include "board/trace/CTraceNames.h"
 #include "board/trace/CTraceReplay.h"
+#include "tests/support/CChildProcess.h"
 #include "tests/support/CTemporaryBoard.h"
+#include "tests/support/Preload.h"
 
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -58,10 +59,11 @@ void TestPassThrough::init()
 /// The program's status; without the fakes the kernel answers the requests.
 int TestPassThrough::run(bool bFakes)
 {
-    QProcess cProcess;
+    CChildProcess cProcess;
     QProcessEnvironment cEnvironment = QProcessEnvironment::systemEnvironment();
-    const QString cFakes = bFakes ? QStringLiteral(" " FAKE_DEVICES) : QString();
-    cEnvironment.insert("LD_PRELOAD", QStringLiteral(HALDEND_BOARD_PRELOAD) + cFakes);
+    preload(cEnvironment, QStringLiteral(HALDEND_BOARD_PRELOAD));
+    if (bFakes)
+        preload(cEnvironment, QStringLiteral(FAKE_DEVICES));
     cEnvironment.insert(BOARD_PASS_VARIABLE, device("notes"));
     cProcess.setProcessEnvironment(cEnvironment);
     cProcess.start(QStringLiteral(PASS_PROBE), {device("fpga"), device("lime"), device("i2c")});

@@ -3,10 +3,10 @@
 #include "board/create/CBoardMaker.h"
 #include "board/picture/CBoardPicture.h"
 #include "board/state/CBoard.h"
+#include "tests/support/CChildProcess.h"
 #include "tests/support/LiveVideo.h"
 
 #include <QDir>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -55,7 +55,7 @@ void TestTraceCommands::init()
 
 int TestTraceCommands::run(const QStringList& rcArguments, const QByteArray& rcInput)
 {
-    QProcess cProcess;
+    CChildProcess cProcess;
     cProcess.start(QStringLiteral(HALDEND_BOARD_TOOL), rcArguments);
     cProcess.write(rcInput);
     cProcess.closeWriteChannel();
@@ -93,7 +93,7 @@ void TestTraceCommands::shows_names()
 void TestTraceCommands::follows_with_names()
 {
     QVERIFY(write("board/trace", "fpga seek 0x00300298\nfpga write 2 = "));
-    QProcess cProcess;
+    CChildProcess cProcess;
     cProcess.start(QStringLiteral(HALDEND_BOARD_TOOL),
                    {"trace", "follow", "--names", "--board", file("board")});
     QByteArray cSeen;
