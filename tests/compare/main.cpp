@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: MIT */
-/* board_record: plays the board's tour, and writes down what has to be the same on every processor. */
+/* board_record: plays a script of the tour's steps, and writes down what has to be the same on every processor. */
 #include "board/tour/CTour.h"
 #include "tests/compare/CBoardRecord.h"
 #include "tests/support/CCodecProcess.h"
@@ -30,6 +30,14 @@ QString withoutHurry(const QString& rcStep)
     return bTemporary ? rcStep.section(QLatin1Char(' '), 0, -2) + QStringLiteral(" 10") : rcStep;
 }
 
+void addFiles(CBoardRecord& rcRecord, const QDir& rcFolder, const QString& rcNames)
+{
+    const QStringList cNames = rcFolder.entryList({rcNames}, QDir::Files);
+    expect(!cNames.isEmpty(), rcFolder.filePath(rcNames) + QStringLiteral(": no file"));
+    for (const QString& rcName : cNames)
+        rcRecord.addFile(rcFolder.filePath(rcName));
+}
+
 void record(const QString& rcScript, const QString& rcFolder)
 {
     const QVector<CTour::SStep> cSteps = CTour::read(rcScript);
@@ -48,7 +56,7 @@ void record(const QString& rcScript, const QString& rcFolder)
     cDaemon.setBusAddress(cBus.address());
     cDaemon.useBoard(cBoard.board().directory());
     expect(cDaemon.startAndWaitForName(), QString::fromUtf8(cDaemon.describe()));
-    const QString cFiles = rcFolder + QStringLiteral("/tour");
+    const QString cFiles = rcFolder + QStringLiteral("/work");
     QDir().mkpath(cFiles);
     CTour cTour(cDaemon.client(), cBoard.board(), cFiles, [](const QString&) {});
     for (const CTour::SStep& rsStep : cSteps) {
@@ -66,13 +74,11 @@ void record(const QString& rcScript, const QString& rcFolder)
                         cTour.picture(cName));
         }
     }
-    cRecord.addFile(cFiles + QStringLiteral("/still.bmp"));
+    addFiles(cRecord, cFiles, QStringLiteral("*.bmp"));
     cDaemon.call(QStringLiteral("/debug"), QStringLiteral("save_hardware_config"));
     expect(cDaemon.endBySignal(SIGTERM) && !cDaemon.crashed() && cDaemon.exitCode() == 0,
            QString::fromUtf8(cDaemon.describe()));
-    const QDir cRegisters(cBoard.board().path(BOARD_CNFS));
-    for (const QString& rcFile : cRegisters.entryList(QDir::Files))
-        cRecord.addFile(cRegisters.filePath(rcFile));
+    addFiles(cRecord, cBoard.board().path(BOARD_CNFS), QStringLiteral("*.cnf"));
     QDir(cFiles).removeRecursively();
 }
 
