@@ -17,6 +17,10 @@ target_compile_options(haldend_options INTERFACE
     $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Woverloaded-virtual>)
 # Recordings and images outgrow 31-bit offsets on the 32-bit target.
 target_compile_definitions(haldend_options INTERFACE _FILE_OFFSET_BITS=64 _GNU_SOURCE)
+# Nor do its 31-bit seconds outlast January 2038, and stat() refuses a file with a later time.
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    target_compile_definitions(haldend_options INTERFACE _TIME_BITS=64)
+endif()
 
 # The sanitizers of some presets. Apart from haldend_options because the preloaded board library has to stay free of any
 # run-time library.

@@ -18,6 +18,13 @@
 #define SYS_CONTROL SYS_fcntl
 #endif
 
+/* Likewise, with 64-bit times. */
+#if defined SYS_futex_time64 && _TIME_BITS == 64
+#define SYS_WAIT SYS_futex_time64
+#else
+#define SYS_WAIT SYS_futex
+#endif
+
 #define WAIT_MS 20
 
 static bool is_locked(int descriptor, uint32_t byte)
@@ -42,7 +49,7 @@ bool frames_alive(const struct board_control* control, const char* directory)
 void frames_wait(const uint32_t* word, uint32_t value, int milliseconds)
 {
     struct timespec timeout = {milliseconds / 1000, milliseconds % 1000 * 1000000L};
-    syscall(SYS_futex, word, FUTEX_WAIT, htole32(value), &timeout, NULL, 0);
+    syscall(SYS_WAIT, word, FUTEX_WAIT, htole32(value), &timeout, NULL, 0);
 }
 
 static void wake(uint32_t* word)

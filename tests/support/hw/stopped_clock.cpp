@@ -4,16 +4,20 @@
 
 #include <ctime>
 
-#include <sys/time.h>
+/* As wide as in the program's libraries, whatever this program's own times are. */
+struct library_time {
+    long seconds;
+    long microseconds;
+};
 
-static timeval now;
+static library_time now;
 static bool stopped = false;
 
-static timeval real_time()
+static library_time real_time()
 {
     timespec time = {};
     clock_gettime(CLOCK_REALTIME, &time);
-    return {time.tv_sec, time.tv_nsec / 1000};
+    return {static_cast<long>(time.tv_sec), time.tv_nsec / 1000};
 }
 
 stopped_clock::stopped_clock()
@@ -29,14 +33,14 @@ stopped_clock::~stopped_clock()
 
 void stopped_clock::advance(long seconds)
 {
-    now.tv_sec += seconds;
+    now.seconds += seconds;
 }
 
-extern "C" {
+/* The C library's header may give the public name to another function. */
+extern "C" int stopped_gettimeofday(library_time* time, void* zone) __asm__("gettimeofday");
 
-int gettimeofday(timeval* __tv, void* /*__tz*/) noexcept
+extern "C" int stopped_gettimeofday(library_time* time, void* /*zone*/)
 {
-    *__tv = stopped ? now : real_time();
+    *time = stopped ? now : real_time();
     return 0;
-}
 }

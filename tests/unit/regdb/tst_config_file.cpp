@@ -8,6 +8,7 @@
 #include <atomic>
 #include <csignal>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -17,6 +18,16 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+/* The seconds that the program gets from time(), if not 0. */
+static time_t told_time;
+
+extern "C" time_t time(time_t* /*copy*/) noexcept
+{
+    timespec now = {};
+    clock_gettime(CLOCK_REALTIME, &now);
+    return told_time != 0 ? told_time : now.tv_sec;
+}
 
 namespace
 {
@@ -281,6 +292,20 @@ TEST_F(config_file, is_written_in_its_layout)
               "};\n\n",
               text.substr(length));
     EXPECT_EQ(std::vector<std::string>{}, chip_log);
+}
+
+TEST_F(config_file, has_its_date_after_january_2038_too)
+{
+    const std::pair<int64_t, const char*> dates[] = {
+        {1795343640,          "# Date:22.11.2026 - 10:34\n"},
+        {INT64_C(1) << 31,    "# Date:19.01.2038 - 03:14\n"},
+        {INT64_C(4102489999), "# Date:01.01.2100 - 12:33\n"},
+    };
+    for (const auto& [seconds, line] : dates) {
+        told_time = static_cast<time_t>(seconds);
+        EXPECT_NE(std::string::npos, written(0).find(line)) << line << written(0).substr(0, 200);
+    }
+    told_time = 0;
 }
 
 TEST_F(config_file, is_written_after_a_read_of_the_chip_if_asked_to)

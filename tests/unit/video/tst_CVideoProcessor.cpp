@@ -24,6 +24,9 @@
 #include <climits>
 #include <functional>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
 // Makes the protected members public for tests.
 class COpenVideoProcessor : public CVideoProcessor
 {
@@ -84,6 +87,8 @@ private slots:
     void a_file_that_does_not_change_stops_the_recording();
     void a_file_that_can_not_be_looked_at_stops_the_recording_data();
     void a_file_that_can_not_be_looked_at_stops_the_recording();
+    void a_file_of_any_date_is_recorded_on_data();
+    void a_file_of_any_date_is_recorded_on();
     void a_file_deleted_while_recording_stops_it();
     void a_new_recording_starts_at_size_zero();
     void a_resumed_recording_keeps_its_last_size();
@@ -788,6 +793,32 @@ void TestCVideoProcessor::a_file_that_can_not_be_looked_at_stops_the_recording()
     postedEvents();
     QCOMPARE(m_cEmitted, STALLED);
     QCOMPARE(allowed(), allowedIn(ERROR));
+}
+
+void TestCVideoProcessor::a_file_of_any_date_is_recorded_on_data()
+{
+    QTest::addColumn<qint64>("seconds");
+    QTest::newRow("1970") << qint64(0);
+    QTest::newRow("the last second of 31 bits") << (qint64(1) << 31) - 1;
+    QTest::newRow("the next one, in January 2038") << (qint64(1) << 31);
+    QTest::newRow("2100") << qint64(4102444800);
+}
+
+// The codec service's clock dates it.
+void TestCVideoProcessor::a_file_of_any_date_is_recorded_on()
+{
+    QFETCH(qint64, seconds);
+    enter(RECORDING);
+    const timespec sDate = {static_cast<time_t>(seconds), 0};
+    const timespec asDates[] = {sDate, sDate};
+    for (const qint64 iSize : {1000, 2000, 3000}) {
+        QVERIFY(resize(iSize));
+        QCOMPARE(utimensat(AT_FDCWD, qPrintable(recording()), asDates, 0), 0);
+        tick();
+    }
+    postedEvents();
+    QVERIFY(m_pcProcessor->isVideoRecordingRunning());
+    QCOMPARE(m_cEmitted, NOTHING);
 }
 
 void TestCVideoProcessor::a_file_deleted_while_recording_stops_it()
