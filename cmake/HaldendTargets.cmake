@@ -201,6 +201,10 @@ function(haldend_add_test name label skipped)
     if(label STREQUAL "hw")
         set(leaks "${CMAKE_SOURCE_DIR}/tests/lsan_hw.supp")
     endif()
+    if(NOT TARGET haldend_${label}_tests)
+        add_custom_target(haldend_${label}_tests) # builds all of the label
+    endif()
+    add_dependencies(haldend_${label}_tests ${name})
     add_test(NAME ${label}/${name} COMMAND ${name})
     set_tests_properties(${label}/${name} PROPERTIES
         LABELS ${label}
