@@ -99,10 +99,12 @@ QStringList TestDebug::printed()
     return m_pcScene->daemon().takeUnexpectedOutput();
 }
 
+// As much as any register file has: behind a link, one may have no end.
 QByteArray TestDebug::contents(const QString& rcName)
 {
+    const qint64 LONGEST = 1 << 20;
     QFile cFile(file(rcName));
-    return cFile.open(QIODevice::ReadOnly) ? cFile.readAll() : QByteArray();
+    return cFile.open(QIODevice::ReadOnly) ? cFile.read(LONGEST) : QByteArray();
 }
 
 void TestDebug::write(const QString& rcName, const QByteArray& rcText)
