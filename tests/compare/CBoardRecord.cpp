@@ -61,6 +61,8 @@ void CBoardRecord::take()
 {
     m_cFpga = contents(BOARD_FPGA);
     m_cLime = contents(BOARD_LIME);
+    m_cTrace = trace();
+    m_rcBoard.clearTrace();
 }
 
 // From the order of the daemon's processor.
@@ -93,9 +95,8 @@ void CBoardRecord::add(const QString& rcName, const QImage& rcPicture)
 {
     write(QStringLiteral("fpga/") + rcName, m_cFpga);
     write(QStringLiteral("lime/") + rcName, words(m_cLime));
-    write(QStringLiteral("trace/") + rcName, trace());
+    write(QStringLiteral("trace/") + rcName, m_cTrace);
     write(QStringLiteral("pictures/%1.ppm").arg(rcName), pixels(rcPicture));
-    m_rcBoard.clearTrace();
 }
 
 void CBoardRecord::addFile(const QString& rcFile)

@@ -19,10 +19,10 @@ public:
     /// The folder is emptied, the board's trace switched on. Throws std::runtime_error, as do all functions.
     CBoardRecord(CBoard& rcBoard, const QString& rcFolder);
 
-    /// Takes the memories, to be written by the next add(): so that nothing happens between them and a picture.
+    /// Takes the memories and the trace, to be written by the next add(): an emulated program needs seconds for a picture.
     void take();
 
-    /// Adds what was taken, the trace and the picture.
+    /// Adds what was taken, and the picture.
     void add(const QString& rcName, const QImage& rcPicture);
 
     /// Adds a file, without the line of a register file that has its date.
@@ -38,6 +38,7 @@ private:
     QString m_cFolder;
     QByteArray m_cFpga;
     QByteArray m_cLime;
+    QByteArray m_cTrace;
 };
 
 #endif

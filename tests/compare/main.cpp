@@ -27,7 +27,7 @@ void expect(bool bDone, const QString& rcWrong)
 QString withoutHurry(const QString& rcStep)
 {
     const bool bTemporary = rcStep.startsWith(QLatin1String("call videooverlay draw_temp_text "));
-    return bTemporary ? rcStep.section(QLatin1Char(' '), 0, -2) + QStringLiteral(" 10") : rcStep;
+    return bTemporary ? rcStep.section(QLatin1Char(' '), 0, -2) + QStringLiteral(" 20") : rcStep;
 }
 
 void addFiles(CBoardRecord& rcRecord, const QDir& rcFolder, const QString& rcNames)
