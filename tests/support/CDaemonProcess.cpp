@@ -60,8 +60,18 @@ void CDaemonProcess::useBoard(const QString& rcDirectory)
 
 void CDaemonProcess::useClock(const SClock& rsClock)
 {
-    preload(m_cEnvironment, rsClock.cLibrary);
-    for (auto it = rsClock.cVariables.begin(); it != rsClock.cVariables.end(); ++it)
+    preloadSteered(rsClock.cLibrary, rsClock.cVariables);
+}
+
+void CDaemonProcess::useEventLoop(const QMap<QString, QString>& rcVariables)
+{
+    preloadSteered(QStringLiteral(HALDEND_EVENT_LOOP), rcVariables);
+}
+
+void CDaemonProcess::preloadSteered(const QString& rcLibrary, const QMap<QString, QString>& rcVariables)
+{
+    preload(m_cEnvironment, rcLibrary);
+    for (auto it = rcVariables.begin(); it != rcVariables.end(); ++it)
         setVariable(it.key(), it.value());
 }
 

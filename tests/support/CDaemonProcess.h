@@ -7,6 +7,7 @@
 
 #include <QDBusConnection>
 #include <QDBusPendingCall>
+#include <QMap>
 #include <QString>
 #include <QStringList>
 
@@ -35,6 +36,9 @@ public:
 
     /// Starts on another clock; after useBoard().
     void useClock(const SClock& rsClock);
+
+    /// Preloads event_loop.c, steered by the variables; after useBoard().
+    void useEventLoop(const QMap<QString, QString>& rcVariables);
 
     /// Redirections of a shell for the next start, such as "2>&-".
     void setRedirections(const QString& rcRedirections) { m_cRedirections = rcRedirections; }
@@ -90,6 +94,7 @@ public:
     QByteArray describe();
 
 private:
+    void preloadSteered(const QString& rcLibrary, const QMap<QString, QString>& rcVariables);
     void kill();
     void collect();
 

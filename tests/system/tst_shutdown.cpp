@@ -7,8 +7,10 @@
 #include "tests/support/CVideoScene.h"
 #include "tests/support/Timeouts.h"
 
+#include <QAbstractEventDispatcher>
 #include <QDBusConnectionInterface>
 #include <QFileInfo>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include <csignal>
@@ -18,6 +20,8 @@ class TestShutdown : public QObject
     Q_OBJECT
 
 private slots:
+    void its_threads_wait_in_Qts_own_loop_data();
+    void its_threads_wait_in_Qts_own_loop();
     void each_signal_ends_it_well_data();
     void each_signal_ends_it_well();
     void a_signal_before_the_event_loop_ends_it_well_data();
@@ -64,10 +68,22 @@ static void addSignals()
     }
 }
 
-static void useDispatcher(CScene& rcScene, bool bGLib)
+// Qt can be built without, as for the target's processor.
+static bool hasGLib()
 {
-    if (!bGLib)
-        rcScene.daemon().setVariable(QStringLiteral("QT_NO_GLIB"), QStringLiteral("1"));
+    return QAbstractEventDispatcher::instance()->inherits("QEventDispatcherGlib");
+}
+
+// The daemon chooses Qt's own; a preloaded library keeps it from that. Behind the board's library.
+static bool prepare(CScene& rcScene, bool bGLib)
+{
+    if (!rcScene.prepare())
+        return false;
+    if (bGLib)
+        rcScene.daemon().useEventLoop({
+            {QStringLiteral("EVENT_LOOP_GLIB"), QStringLiteral("1")}
+        });
+    return true;
 }
 
 #define VERIFY_ENDED(cScene, cLog)                                        \
@@ -105,6 +121,38 @@ private:
     std::function<void()> m_cArrived;
 };
 
+void TestShutdown::its_threads_wait_in_Qts_own_loop_data()
+{
+    QTest::addColumn<QMap<QString, QString>>("environment");
+    QTest::addColumn<QByteArray>("threads");
+    const QString cNoGLib = QStringLiteral("QT_NO_GLIB");
+    using CEnvironment = QMap<QString, QString>;
+    QTest::newRow("by itself") << CEnvironment() << QByteArray();
+    QTest::newRow("against the environment") << CEnvironment{{cNoGLib, QString()}} << QByteArray();
+    QTest::newRow("kept from it") << CEnvironment{{QStringLiteral("EVENT_LOOP_GLIB"), QStringLiteral("1")}}
+                                  << (hasGLib() ? QByteArray("GLib\nGLib\n") : QByteArray());
+}
+
+// The main thread and that of the bus. The last row shows that the notes are taken, and that the other tests here have
+// GLib's loop where they ask for it.
+void TestShutdown::its_threads_wait_in_Qts_own_loop()
+{
+    using CEnvironment = QMap<QString, QString>;
+    QFETCH(CEnvironment, environment);
+    QFETCH(QByteArray, threads);
+    const QTemporaryDir cFolder;
+    QFile cNotes(cFolder.filePath(QStringLiteral("threads")));
+    QVERIFY(cNotes.open(QIODevice::ReadWrite));
+    environment.insert(QStringLiteral("EVENT_LOOP_NOTES"), cNotes.fileName());
+    CScene cScene;
+    QVERIFY2(prepare(cScene, false), cScene.describe());
+    cScene.daemon().useEventLoop(environment);
+    QVERIFY2(cScene.start(), cScene.describe());
+    QVERIFY2(cScene.daemon().endBySignal(SIGTERM), cScene.describe());
+    VERIFY_ENDED_WELL(cScene);
+    QCOMPARE(cNotes.readAll(), threads);
+}
+
 void TestShutdown::each_signal_ends_it_well_data()
 {
     addSignals();
@@ -115,8 +163,7 @@ void TestShutdown::each_signal_ends_it_well()
     QFETCH(int, signal);
     QFETCH(bool, glib);
     CScene cScene;
-    useDispatcher(cScene, glib);
-    QVERIFY2(cScene.start(), cScene.describe());
+    QVERIFY2(prepare(cScene, glib) && cScene.start(), cScene.describe());
     QVERIFY2(cScene.daemon().endBySignal(signal), cScene.describe());
     VERIFY_ENDED_WELL(cScene);
 }
@@ -134,8 +181,7 @@ void TestShutdown::a_signal_before_the_event_loop_ends_it_well()
     QFETCH(bool, glib);
     for (int iRun = 0; iRun < 25; ++iRun) {
         CScene cScene;
-        useDispatcher(cScene, glib);
-        QVERIFY2(cScene.prepare(), cScene.describe());
+        QVERIFY2(prepare(cScene, glib), cScene.describe());
         CDaemonProcess& rcDaemon = cScene.daemon();
         QEventLoop cLoop;
         CArrivals cArrivals(rcDaemon.client(), [&] {
@@ -160,8 +206,7 @@ void TestShutdown::a_signal_in_a_burst_of_calls_ends_it_well()
     QFETCH(int, signal);
     QFETCH(bool, glib);
     CScene cScene;
-    useDispatcher(cScene, glib);
-    QVERIFY2(cScene.start(), cScene.describe());
+    QVERIFY2(prepare(cScene, glib) && cScene.start(), cScene.describe());
     for (int iCall = 0; iCall < 4000; ++iCall) {
         if (iCall == 2000)
             ::kill(static_cast<pid_t>(cScene.daemon().pid()), signal);
@@ -184,8 +229,7 @@ void TestShutdown::signals_again_and_again_end_it_once()
 {
     QFETCH(bool, glib);
     CScene cScene;
-    useDispatcher(cScene, glib);
-    QVERIFY2(cScene.start(), cScene.describe());
+    QVERIFY2(prepare(cScene, glib) && cScene.start(), cScene.describe());
     for (int iSignal = 0; iSignal < 1000; ++iSignal)
         ::kill(static_cast<pid_t>(cScene.daemon().pid()), iSignal % 2 == 0 ? SIGTERM : SIGHUP);
     QVERIFY2(cScene.daemon().waitForEnd(), cScene.describe());
@@ -203,8 +247,7 @@ void TestShutdown::what_was_accepted_is_done_before_the_end()
 {
     QFETCH(bool, glib);
     CVideoScene cScene;
-    useDispatcher(cScene, glib);
-    QVERIFY2(cScene.start(), cScene.describe());
+    QVERIFY2(prepare(cScene, glib) && cScene.start(), cScene.describe());
     QVERIFY(cScene.enterState(CVideoScene::RECORDING));
     cScene.board().clearCodecCalls();
     CBusMonitor cMonitor;
@@ -236,8 +279,7 @@ void TestShutdown::a_call_that_waits_is_done_whole_or_not_at_all()
 {
     QFETCH(bool, glib);
     CVideoScene cScene;
-    useDispatcher(cScene, glib);
-    QVERIFY2(cScene.start(), cScene.describe());
+    QVERIFY2(prepare(cScene, glib) && cScene.start(), cScene.describe());
     CBusMonitor cMonitor;
     QVERIFY(cMonitor.start(cScene.bus().address()));
     cScene.codec().hold();
@@ -266,8 +308,7 @@ void TestShutdown::the_loss_of_the_bus_ends_it_well()
 {
     QFETCH(bool, glib);
     CVideoScene cScene;
-    useDispatcher(cScene, glib);
-    QVERIFY2(cScene.start(), cScene.describe());
+    QVERIFY2(prepare(cScene, glib) && cScene.start(), cScene.describe());
     QVERIFY(cScene.enterState(CVideoScene::RECORDING));
     cScene.bus().stop();
     QVERIFY2(cScene.daemon().waitForEnd(), cScene.describe());
@@ -283,8 +324,7 @@ void TestShutdown::the_loss_of_the_bus_in_a_call_of_the_codec_ends_it_well()
 {
     QFETCH(bool, glib);
     CVideoScene cScene;
-    useDispatcher(cScene, glib);
-    QVERIFY2(cScene.start(), cScene.describe());
+    QVERIFY2(prepare(cScene, glib) && cScene.start(), cScene.describe());
     CBusMonitor cMonitor;
     QVERIFY(cMonitor.start(cScene.bus().address()));
     cScene.codec().hold();
@@ -307,8 +347,7 @@ void TestShutdown::the_loss_of_the_bus_at_the_start_ends_it()
     QFETCH(bool, glib);
     for (int iRun = 0; iRun < 25; ++iRun) {
         CScene cScene;
-        useDispatcher(cScene, glib);
-        QVERIFY2(cScene.prepare(), cScene.describe());
+        QVERIFY2(prepare(cScene, glib), cScene.describe());
         CDaemonProcess& rcDaemon = cScene.daemon();
         QEventLoop cLoop;
         CArrivals cArrivals(rcDaemon.client(), [&] {
