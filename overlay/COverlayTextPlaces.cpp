@@ -6,6 +6,11 @@
 #include <algorithm>
 #include <tuple>
 
+bool operator==(const COverlayTextPlaces::SPlace& rsOne, const COverlayTextPlaces::SPlace& rsOther)
+{
+    return rsOne.y == rsOther.y && rsOne.startX == rsOther.startX && rsOne.endX == rsOther.endX;
+}
+
 bool operator<(const COverlayTextPlaces::SPlace& rsOne, const COverlayTextPlaces::SPlace& rsOther)
 {
     return std::tie(rsOne.y, rsOne.startX, rsOne.endX) < std::tie(rsOther.y, rsOther.startX, rsOther.endX);

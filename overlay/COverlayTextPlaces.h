@@ -39,6 +39,8 @@ private:
     QMap<SPlace, CTexts> m_cPlaces;
 };
 
+bool operator==(const COverlayTextPlaces::SPlace& rsOne, const COverlayTextPlaces::SPlace& rsOther);
+
 /// Orders places by row first.
 bool operator<(const COverlayTextPlaces::SPlace& rsOne, const COverlayTextPlaces::SPlace& rsOther);
 

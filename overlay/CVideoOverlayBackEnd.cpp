@@ -10,6 +10,7 @@
 #include "overlay/COverlayText.h"
 
 #include <QTextCodec>
+#include <QTextEncoder>
 
 #include <algorithm>
 #include <cstdio>
@@ -116,6 +117,7 @@ void CVideoOverlayBackEnd::loadCharacterSetForLocale(const QString& rcLocaleName
     const SAlphabet sAlphabet = alphabetOf(QLocale(rcLocaleName).country());
     load_font(sAlphabet.iGlyphSet);
     m_pcTextCodec = codecForMib(sAlphabet.iMib);
+    m_pcEncoder.reset();
 }
 
 unsigned int CVideoOverlayBackEnd::getMaxTextLineWidth() const
@@ -161,9 +163,13 @@ void CVideoOverlayBackEnd::drawText(unsigned short fromX, unsigned short toX, un
 // its code units, so either would move the rest of it to the left.
 QByteArray CVideoOverlayBackEnd::codesOf(const QString& rcString)
 {
-    QByteArray cCodes = textCodec().fromUnicode(rcString);
+    if (m_pcEncoder == nullptr)
+        m_pcEncoder.reset(textCodec().makeEncoder());
+    QByteArray cCodes = m_pcEncoder->fromUnicode(rcString);
     if (cCodes.size() == rcString.size())
         return cCodes;
+    // It may hold the first half of a surrogate pair, which would come before the next text.
+    m_pcEncoder.reset();
     cCodes.clear();
     for (const QChar cUnit : rcString) {
         const QByteArray cCode = textCodec().fromUnicode(QString(cUnit));
@@ -194,6 +200,8 @@ CVideoOverlayBackEnd::TOverlayTextData* CVideoOverlayBackEnd::obtainTextData(con
 void CVideoOverlayBackEnd::setPlace(TOverlayTextData& rsData, const COverlayTextPlaces::SPlace& rsPlace,
                                     const COverlayText& rcText)
 {
+    if (rsPlace == rsData)
+        return;
     m_cPlaces.remove(rsData, rsData.u64Turn);
     static_cast<COverlayTextPlaces::SPlace&>(rsData) = rsPlace;
     m_cPlaces.insert(rsPlace, rsData.u64Turn, rcText);

@@ -8,7 +8,10 @@
 
 #include <QHash>
 
+#include <memory>
+
 class QTextCodec;
+class QTextEncoder;
 
 /// The overlay of this board: texts as cells of the FPGA's text layer, 53 columns by 26 rows, one cell a
 /// character. The board can overlay nothing else: the graphic operations do nothing, and those of
@@ -101,6 +104,7 @@ private:
 
     QHash<const COverlayText*, TOverlayTextData*>* m_pcTextDataHash; ///< owned, and so are its values
     QTextCodec* m_pcTextCodec;                                       ///< Qt's; null until it is needed
+    std::unique_ptr<QTextEncoder> m_pcEncoder;                       ///< of it; to open one takes long
     bool m_bOverlayEnabled;
     COverlayTextPlaces m_cPlaces; ///< of those in the hash that have cells
     quint64 m_u64NextTurn;

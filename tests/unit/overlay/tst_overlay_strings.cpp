@@ -17,6 +17,7 @@ private slots:
     void every_code_unit_is_a_cell();
     void units_without_a_code_are_question_marks_data();
     void units_without_a_code_are_question_marks();
+    void no_text_depends_on_the_one_before();
     void a_string_that_got_shorter_ends_in_blanks();
 };
 
@@ -128,6 +129,30 @@ void TestOverlayStrings::units_without_a_code_are_question_marks()
         const CRecordedPage cPage;
         draw(rsLocale.pszLocale, string);
         QCOMPARE(cPage.codes(4).left(codes.size()), codes);
+    }
+}
+
+// Each code unit, behind each kind of text that an encoder could carry something over from. Of the invisible character
+// behind it an encoder makes nothing, which could hide what it carried over.
+void TestOverlayStrings::no_text_depends_on_the_one_before()
+{
+    const QString cBefore[] = {QStringLiteral("m"), QString(QChar(0xd83d)), QStringLiteral("\U0001f600"),
+                               QString(QChar(0xde00)), QStringLiteral("\ufeff")};
+    for (const SLocaleRow& rsLocale : LOCALES) {
+        const CRecordedPage cPage;
+        CVideoOverlayBackEnd cBackEnd;
+        cBackEnd.loadCharacterSetForLocale(QString::fromLatin1(rsLocale.pszLocale));
+        COverlayText cText;
+        for (int iUnit = 0; iUnit <= 0xffff; ++iUnit) {
+            const QString cString = QChar(static_cast<ushort>(iUnit)) + QStringLiteral("\u200b");
+            cText.setText(cBefore[iUnit % 5]);
+            cBackEnd.drawText(cText);
+            cText.setText(cString);
+            cBackEnd.drawText(cText);
+            if (cPage.codes(0).left(2) != codesOf(rsLocale.iMib, cString))
+                QFAIL(qPrintable(QStringLiteral("%1 in %2").arg(iUnit).arg(rsLocale.pszLocale)));
+        }
+        CRecordedPage::take();
     }
 }
 
