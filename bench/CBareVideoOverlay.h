@@ -27,10 +27,10 @@ public slots:
     int get_max_text_line_width() { return VIDEO_TEXT_COLUMNS; }
     int create_text() { return ++m_iTexts; }
 
-    /// A seek and a write of two bytes a character.
+    /// A seek and a write of two bytes a character, as far as a row goes.
     void set_text_string(int, const QString& text)
     {
-        const QByteArray cCodes = text.toLatin1();
+        const QByteArray cCodes = text.left(VIDEO_TEXT_COLUMNS).toLatin1();
         for (int i = 0; i < cCodes.size(); ++i) {
             const char acCell[] = {cCodes[i], 0x15};
             lseek(m_iDevice, FPGA_TEXT_PAGES + FPGA_TEXT_CELL_BYTES * static_cast<unsigned>(i), SEEK_SET);

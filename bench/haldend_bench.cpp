@@ -24,9 +24,9 @@ const SUnit PER_SECOND = {0, "/s"};
 const char* const BARE_QT = "bare Qt";
 
 const SRatioRow ROWS[] = {
-    {"getter, round trip",          eGetterLatency, MICROSECONDS, eBareQt, BARE_QT, eAtMost,  1.10},
-    {"getter, processor time",      eGetterCpu,     MICROSECONDS, eBareQt, BARE_QT, eAtMost,  1.15},
-    {"one-way setter with a store", eOneWayRate,    PER_SECOND,   eBareQt, BARE_QT, eAtLeast, 0.90},
+    {"getter, round trip",          eGetterLatency, MICROSECONDS, eBareQt, BARE_QT, eAtMost,  1.00},
+    {"getter, processor time",      eGetterCpu,     MICROSECONDS, eBareQt, BARE_QT, eAtMost,  0.92},
+    {"one-way setter with a store", eOneWayRate,    PER_SECOND,   eBareQt, BARE_QT, eAtLeast, 1.05},
 };
 
 CRoundStatistics measure(const SOptions& rsOptions)

@@ -1,0 +1,2 @@
+# SPDX-License-Identifier: MIT
+"""What bench/performance is made of."""
