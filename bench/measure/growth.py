@@ -156,7 +156,7 @@ def characters(source, build):
 
 def slope(counts, costs):
     """Of the line through the points in the logarithmic chart, beyond the first point."""
-    points = [(math.log(count), math.log(value)) for count, value in zip(counts, costs)][1:]
+    points = [(math.log(count), math.log(value)) for count, value in list(zip(counts, costs))[1:]]
     x, y = (statistics.fmean(axis) for axis in zip(*points))
     return sum((a - x) * (b - y) for a, b in points) / sum((a - x) ** 2 for a, _ in points)
 

@@ -35,7 +35,10 @@ def of_times(table):
 def of_growth(grown):
     lines = [[axis, group, name, " ".join(f"{cost:.0f}" for cost in costs), f"{value:.2f}"]
              for axis, group, name, costs, value in growth.slopes(grown)]
-    return "\n\n".join([made_by("growth"), markdown(["grows", "others are", "call", "µs a call", "slope"], lines)])
+    points = [f"{axis}: " + ", ".join(f"{count:,}" for count in counts) for axis, counts in growth.AXES.items()]
+    charts = [f"![Processor time of a call by {axis}](performance-{axis}.svg)" for axis in growth.AXES]
+    return "\n\n".join([made_by("growth"), "Points: " + "; ".join(points) + ".",
+                        markdown(["grows", "others are", "call", "µs a call", "slope"], lines), *charts])
 
 
 def refresh(page, part, text):

@@ -66,8 +66,16 @@ class Stage:
         self.source, self.build, self.connections, self.monitored = source, build, connections, monitored
         self.folder = tempfile.mkdtemp(prefix="haldend-performance.", dir=MEMORY)
         self.programs = []
+        self.monitor = self.client = None
 
     def __enter__(self):
+        try:
+            return self.set_up()
+        except BaseException:
+            self.__exit__()
+            raise
+
+    def set_up(self):
         self.board = self.path("board")
         subprocess.run([self.build / "board/halden-board", "create", self.board], check=True)
         self.address = "unix:path=" + self.path("bus")
@@ -81,7 +89,8 @@ class Stage:
     def __exit__(self, *_):
         if self.monitor:
             self.monitor.end()
-        self.client.close()
+        if self.client:
+            self.client.close()
         for program in reversed(self.programs):
             program.kill()
             program.wait()

@@ -4,7 +4,7 @@
 import operator
 import re
 import subprocess
-from contextlib import ExitStack
+from contextlib import nullcontext
 
 from measure import machine
 from measure.stage import Failure
@@ -32,9 +32,7 @@ ROWS = [
 
 def run(build, command, with_log):
     """The rows of a bench by their names: ours, reference and ratio."""
-    with ExitStack() as stack:
-        if with_log:
-            stack.callback(machine.Log().end)
+    with nullcontext() if with_log else machine.without_log():
         done = subprocess.run([build / "bench" / command[0], *command[1:]], capture_output=True, text=True)
     if done.returncode != 0:
         raise Failure(f"{command[0]}: {done.stderr}")

@@ -35,11 +35,11 @@ static void note(void)
     close(notes);
 }
 
-int setenv(const char* name, const char* value, int overwrite)
+int setenv(const char* name, const char* value, int replace)
 {
     if (strcmp(name, "QT_NO_GLIB") == 0 && getenv("EVENT_LOOP_GLIB") != NULL)
         return 0;
-    return set_variable(name, value, overwrite);
+    return set_variable(name, value, replace);
 }
 
 int g_main_context_iteration(void* context, int may_block);
