@@ -32,6 +32,11 @@ CDaemonProcess::CDaemonProcess() : m_cClientName(QUuid::createUuid().toString())
     m_cEnvironment.insert(QStringLiteral("LSAN_OPTIONS"),
                           QStringLiteral("print_suppressions=0:suppressions=" HALDEND_LSAN_SUPPRESSIONS));
     m_cEnvironment.insert(QStringLiteral("UBSAN_OPTIONS"), QStringLiteral("print_stacktrace=1"));
+    // The mutant of scripts/mutants.
+    for (const QString& rcName :
+         {QStringLiteral("HALDEND_MUTANT"), QStringLiteral("HALDEND_MUTANTS_REACHED")})
+        if (cOwn.contains(rcName))
+            m_cEnvironment.insert(rcName, cOwn.value(rcName));
 }
 
 CDaemonProcess::~CDaemonProcess()
