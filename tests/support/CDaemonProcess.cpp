@@ -65,15 +65,15 @@ void CDaemonProcess::useBoard(const QString& rcDirectory)
 
 void CDaemonProcess::useClock(const SClock& rsClock)
 {
-    preloadSteered(rsClock.cLibrary, rsClock.cVariables);
+    preloadLibrary(rsClock.cLibrary, rsClock.cVariables);
 }
 
 void CDaemonProcess::useEventLoop(const QMap<QString, QString>& rcVariables)
 {
-    preloadSteered(QStringLiteral(HALDEND_EVENT_LOOP), rcVariables);
+    preloadLibrary(QStringLiteral(HALDEND_EVENT_LOOP), rcVariables);
 }
 
-void CDaemonProcess::preloadSteered(const QString& rcLibrary, const QMap<QString, QString>& rcVariables)
+void CDaemonProcess::preloadLibrary(const QString& rcLibrary, const QMap<QString, QString>& rcVariables)
 {
     preload(m_cEnvironment, rcLibrary);
     for (auto it = rcVariables.begin(); it != rcVariables.end(); ++it)

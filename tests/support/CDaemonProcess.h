@@ -40,6 +40,9 @@ public:
     /// Preloads event_loop.c, steered by the variables; after useBoard().
     void useEventLoop(const QMap<QString, QString>& rcVariables);
 
+    /// Preloads one more library, steered by the variables; after useBoard().
+    void preloadLibrary(const QString& rcLibrary, const QMap<QString, QString>& rcVariables = {});
+
     /// Redirections of a shell for the next start, such as "2>&-".
     void setRedirections(const QString& rcRedirections) { m_cRedirections = rcRedirections; }
 
@@ -94,7 +97,6 @@ public:
     QByteArray describe();
 
 private:
-    void preloadSteered(const QString& rcLibrary, const QMap<QString, QString>& rcVariables);
     void kill();
     void collect();
 

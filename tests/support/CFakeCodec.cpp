@@ -56,6 +56,12 @@ void CFakeCodec::CObject::setConfirming(bool bConfirming)
     m_bConfirming = bConfirming;
 }
 
+void CFakeCodec::CObject::setAtCall(std::function<void()> fnAtCall)
+{
+    const QMutexLocker cLocker(&m_cMutex);
+    m_fnAtCall = std::move(fnAtCall);
+}
+
 QStringList CFakeCodec::CObject::takeCalls()
 {
     const QMutexLocker cLocker(&m_cMutex);
@@ -72,6 +78,8 @@ bool CFakeCodec::CObject::handleMessage(const QDBusMessage& rcMessage, const QDB
     for (const QVariant& rcArgument : rcMessage.arguments())
         cArguments << rcArgument.toString();
     const QMutexLocker cLocker(&m_cMutex);
+    if (m_fnAtCall)
+        m_fnAtCall();
     m_cCalls << QStringLiteral("%1 %2 %3(%4) %5")
                     .arg(rcMessage.interface(), rcMessage.path(), rcMessage.member(), rcMessage.signature(),
                          cArguments.join(QStringLiteral(", ")))

@@ -1,8 +1,12 @@
 /* SPDX-License-Identifier: MIT */
-/* Allocations that fail on purpose. */
+/* Allocations that fail on purpose, and watched ones. */
 #include "tests/support/hw/failing_malloc.h"
 
-#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <map>
 
 /* How many more allocations succeed; negative: all. */
 static int succeeding_left = -1;
@@ -26,19 +30,81 @@ static bool fails()
     return false;
 }
 
+static const unsigned char GUARD = 0xa5;
+static const size_t GUARD_BYTES = 16; /* behind each block */
+
+/* The sizes of the blocks. Its own memory comes from a library, and so isn't watched. */
+static std::map<void*, size_t>& blocks()
+{
+    static std::map<void*, size_t> sizes;
+    return sizes;
+}
+
+size_t allocated_blocks()
+{
+    return blocks().size();
+}
+
+static void* watched(void* block, size_t size)
+{
+    if (block != nullptr) {
+        memset(static_cast<unsigned char*>(block) + size, GUARD, GUARD_BYTES);
+        blocks()[block] = size;
+    }
+    return block;
+}
+
+static void expect_guard(const void* block, size_t size)
+{
+    const auto* bytes = static_cast<const unsigned char*>(block);
+    for (size_t i = size; i < size + GUARD_BYTES; ++i)
+        if (bytes[i] != GUARD) {
+            fprintf(stderr, "a write behind a block of %zu bytes\n", size);
+            abort();
+        }
+}
+
+void expect_blocks_whole()
+{
+    for (const auto& [block, size] : blocks())
+        expect_guard(block, size);
+}
+
 extern "C" {
 void* __real_malloc(size_t size);
-void* __real_calloc(size_t count, size_t size);
+void __real_free(void* block);
 void* __wrap_malloc(size_t size);
 void* __wrap_calloc(size_t count, size_t size);
+void __wrap_free(void* block);
 
 void* __wrap_malloc(size_t size)
 {
-    return fails() ? nullptr : __real_malloc(size);
+    if (fails() || size > SIZE_MAX - GUARD_BYTES)
+        return nullptr;
+    void* block = __real_malloc(size + GUARD_BYTES);
+    if (block != nullptr)
+        memset(block, GUARD, size);
+    return watched(block, size);
 }
 
 void* __wrap_calloc(size_t count, size_t size)
 {
-    return fails() ? nullptr : __real_calloc(count, size);
+    const size_t all = count * size;
+    if (fails() || (size != 0 && all / size != count) || all > SIZE_MAX - GUARD_BYTES)
+        return nullptr;
+    void* block = __real_malloc(all + GUARD_BYTES);
+    if (block != nullptr)
+        memset(block, 0, all);
+    return watched(block, all);
+}
+
+void __wrap_free(void* block)
+{
+    const auto known = blocks().find(block);
+    if (known != blocks().end()) {
+        expect_guard(block, known->second);
+        blocks().erase(known);
+    }
+    __real_free(block);
 }
 }

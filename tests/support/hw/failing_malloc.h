@@ -1,8 +1,11 @@
 /* SPDX-License-Identifier: MIT */
-/* Allocations that fail on purpose. The program has to be linked with --wrap=malloc and --wrap=calloc, which
- * reach the calls of our own objects and leave the libraries' alone. */
+/* Allocations that fail on purpose, and those that succeed under watch: malloc() gives memory that isn't zero, and a write
+ * behind a block ends the process when the block is freed. The program has to be linked with --wrap=malloc, --wrap=calloc
+ * and --wrap=free, which reach the calls of our own objects and leave the libraries' alone. */
 #ifndef HALDEND_TESTS_FAILING_MALLOC_H
 #define HALDEND_TESTS_FAILING_MALLOC_H
+
+#include <cstddef>
 
 /* While one lives, the first so-many allocations succeed and all others fail. */
 class failing_malloc
@@ -13,5 +16,11 @@ public:
     failing_malloc(const failing_malloc&) = delete;
     failing_malloc& operator=(const failing_malloc&) = delete;
 };
+
+/* Ends the process if something has written behind a block that isn't freed. */
+void expect_blocks_whole();
+
+/* The number of blocks that are allocated and not freed. */
+size_t allocated_blocks();
 
 #endif

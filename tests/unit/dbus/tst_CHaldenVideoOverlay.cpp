@@ -41,6 +41,8 @@ private slots:
     void a_counter_without_a_text_counts_all_the_same();
     void the_counter_writes_into_the_text_with_the_id_102();
     void the_timer_runs_while_the_counter_does();
+    void a_resume_begins_a_new_second();
+    void setting_the_counter_leaves_its_second_alone();
 
     void positions_keep_their_low_8_bits();
     void a_length_is_the_end_column();
@@ -65,6 +67,18 @@ private:
     QScopedPointer<CVideoOverlayFrontEnd> m_pcFrontEnd;
     QScopedPointer<CHaldenVideoOverlay> m_pcOverlay;
 };
+
+static int s_iTimerStarts = 0;
+
+// Counts the calls of QTimer::start(), and passes them on.
+extern "C" {
+void __real__ZN6QTimer5startEv(QTimer* pcTimer);
+void __wrap__ZN6QTimer5startEv(QTimer* pcTimer)
+{
+    ++s_iTimerStarts;
+    __real__ZN6QTimer5startEv(pcTimer);
+}
+}
 
 // The description of the methods for readers.
 static const QStringList METHODS = {"adjust_character_set_to_locale",
@@ -458,6 +472,36 @@ void TestCHaldenVideoOverlay::the_timer_runs_while_the_counter_does()
     QVERIFY(!isTicking());
     m_pcOverlay->videocounter_start(0);
     QTRY_COMPARE(counter(), (QList<int>{0, 0, 0, 1, 0}));
+}
+
+// Of a counter that runs too.
+void TestCHaldenVideoOverlay::a_resume_begins_a_new_second()
+{
+    m_pcOverlay->videocounter_start(0);
+    QVERIFY(isTicking());
+    s_iTimerStarts = 0;
+    m_pcOverlay->videocounter_resume(0);
+    QCOMPARE(s_iTimerStarts, 1);
+    QVERIFY(isTicking());
+    m_pcOverlay->videocounter_pause(0);
+    QVERIFY(!isTicking());
+    m_pcOverlay->videocounter_resume(0);
+    QCOMPARE(s_iTimerStarts, 2);
+    QVERIFY(isTicking());
+}
+
+void TestCHaldenVideoOverlay::setting_the_counter_leaves_its_second_alone()
+{
+    s_iTimerStarts = 0;
+    m_pcOverlay->set_videocounter(0, 1, 2, 3, 4);
+    QVERIFY(!isTicking());
+    m_pcOverlay->videocounter_start(0);
+    m_pcOverlay->set_videocounter(0, 2, 3, 4, 5);
+    QVERIFY(isTicking());
+    m_pcOverlay->videocounter_pause(0);
+    m_pcOverlay->set_videocounter(0, 3, 4, 5, 6);
+    QVERIFY(!isTicking());
+    QCOMPARE(s_iTimerStarts, 1);
 }
 
 void TestCHaldenVideoOverlay::positions_keep_their_low_8_bits()

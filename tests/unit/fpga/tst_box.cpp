@@ -12,7 +12,15 @@
 namespace
 {
 
-using box = with_screen;
+class box : public with_screen
+{
+protected:
+    void TearDown() override
+    {
+        expect_blocks_whole(); // a box frees its line never
+        with_screen::TearDown();
+    }
+};
 
 /* The codes of n cells from column x of row y on. */
 std::string codes(uint32_t x, uint32_t y, size_t n)

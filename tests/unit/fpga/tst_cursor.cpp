@@ -89,6 +89,23 @@ TEST(cursor_shapes, are_as_drawn)
     EXPECT_EQ(0u, cursor_carret_image.rows[20]);
 }
 
+TEST(cursor_shapes, have_their_sizes_and_colours)
+{
+    const cursor_shape expected[CURSOR_SHAPES] = {
+        {32, 32, 0xffffffff, cursor_cross_image.rows },
+        {32, 32, 0xff00ffff, cursor_arrow_image.rows },
+        {12, 20, 0xffff00ff, cursor_block_image.rows },
+        {12, 20, 0xffffff00, cursor_line_image.rows  },
+        {12, 20, 0xff000000, cursor_carret_image.rows},
+    };
+    for (int i = 0; i < CURSOR_SHAPES; ++i) {
+        EXPECT_EQ(expected[i].width, cursor_shapes[i].width) << i;
+        EXPECT_EQ(expected[i].height, cursor_shapes[i].height) << i;
+        EXPECT_EQ(expected[i].color, cursor_shapes[i].color) << i;
+        EXPECT_EQ(expected[i].image, cursor_shapes[i].image) << i;
+    }
+}
+
 TEST_F(cursor_test, init_text_cursor_goes_to_the_origin_and_loads_the_shape)
 {
     text_cursor cursor = {};

@@ -7,7 +7,9 @@
 #include "tests/support/hw/fpga_recorder.h"
 #include "tests/support/hw/with_screen.h"
 
+#include <algorithm>
 #include <climits>
+#include <iterator>
 
 #include <gtest/gtest.h>
 
@@ -70,6 +72,14 @@ TEST(graphic_palette, begins_with_the_text_palette_and_repeats_itself)
     for (const auto& twin : twins)
         EXPECT_EQ(std_graphic_color_tab[twin[0]], std_graphic_color_tab[twin[1]]) << twin[0];
     EXPECT_EQ(0x80808000u, std_graphic_color_tab[33]);
+}
+
+TEST(graphic_palette, has_colours_of_its_own_behind_those_of_texts)
+{
+    const uint32_t own[] = {0xff00ffff, 0xc0c0c0c0, 0x80808080, 0xffc0dcc0, 0xffa6caff, 0xfffffbf0,
+                            0xffa0a0a4, 0x80800000, 0x80008000, 0x80008080, 0x80000080, 0x80800080};
+    for (uint32_t i = 0; i < std::size(own); ++i)
+        EXPECT_EQ(own[i], std_graphic_color_tab[TEXT_COLORS + i]) << i;
 }
 
 TEST(graphic_pages, lie_side_by_side)
@@ -220,6 +230,14 @@ TEST_F(graphic_layer, an_image_sets_its_palette_shifts_its_pixels_and_is_drawn)
     EXPECT_EQ((bytes{250, 251, 4, 249, 252, 250}), bytes(image.begin() + 16, image.end()));
 }
 
+TEST_F(graphic_layer, an_image_ends_with_its_last_pixel)
+{
+    bytes image = small_image();
+    image.push_back(0x55);
+    write_graphic_image_xy(0, 0, image.data(), 0, 1);
+    EXPECT_EQ(0x55, image.back());
+}
+
 TEST_F(graphic_layer, drawing_an_image_twice_shifts_it_twice)
 {
     bytes image = small_image();
@@ -247,6 +265,48 @@ TEST_F(graphic_layer, an_image_without_palette_changes_no_entry)
     EXPECT_EQ((bytes{10, 20}), fpga_bytes(7 * 720 + 40, 2));
 }
 
+/* Width, height and the number of palette entries have a high byte too. */
+TEST_F(graphic_layer, an_image_may_have_more_than_255_of_all)
+{
+    const uint32_t width = 0x0102;
+    const uint32_t height = 0x0103;
+    const uint32_t colors = 0x0104;
+    bytes image(8 + 4 * colors + width * height);
+    image[0] = 0x02;
+    image[1] = 0x01;
+    image[2] = 0x03;
+    image[3] = 0x01;
+    image[4] = 0x04;
+    image[5] = 0x01;
+    const bytes last_entry = {0x78, 0x56, 0x34, 0x12};
+    std::copy(last_entry.begin(), last_entry.end(), image.begin() + 8 + 4 * (colors - 1));
+    image.back() = 0x42;
+    write_graphic_image_xy(0, 0, image.data(), 0, 0);
+    ASSERT_EQ(colors + height, fpga_recorded().size());
+    EXPECT_EQ((fpga_access{write_register, 0xff1400 + 4 * (colors - 1), 0x12345678}),
+              fpga_recorded()[colors - 1]);
+    const uint32_t last_line = (height - 1 + 7) * 720 + 40;
+    EXPECT_EQ((fpga_access{write_memory, last_line, width}), fpga_recorded().back());
+    EXPECT_EQ(0x42, fpga_memory()[last_line + width - 1]);
+}
+
+TEST_F(graphic_layer, drawings_are_placed_in_the_screens_geometry)
+{
+    record.graphic_width = 100;
+    record.graphic_x_offset = 3;
+    record.graphic_y_offset = 2;
+    bytes image = {1, 0, 1, 0, 0, 0, 0, 0, 10};
+    write_graphic_pixel_xy(5, 4, 1, 1, 0);
+    write_graphic_window(5, 4, 1, 1, 1, 0);
+    write_graphic_image_xy(5, 4, image.data(), 0, 0);
+    EXPECT_EQ((fpga_accesses{
+                  {write_memory, 405, 1},
+                  {write_memory, 608, 1},
+                  {write_memory, 608, 1}
+    }),
+              fpga_recorded());
+}
+
 TEST_F(graphic_layer, an_image_may_lie_at_any_address)
 {
     bytes buffer(1);
@@ -262,6 +322,18 @@ TEST_F(graphic_layer, an_empty_image_draws_nothing)
     bytes image = {0, 0, 0, 0, 0, 0, 0, 0};
     EXPECT_EQ(0, write_graphic_image_xy(0, 0, image.data(), 0, 5));
     EXPECT_EQ(fpga_accesses{}, fpga_recorded());
+}
+
+TEST_F(graphic_layer, drawing_keeps_no_memory)
+{
+    const size_t before = allocated_blocks();
+    bytes image = small_image();
+    write_graphic_pixel_xy(0, 0, 1, 5, 0);
+    write_graphic_pixel_xy(0, 0, 1, 0, 0);
+    write_graphic_window(0, 0, 5, 5, 1, 0);
+    write_graphic_image_xy(0, 0, image.data(), 0, 0);
+    clear_graphic_page(0);
+    EXPECT_EQ(before, allocated_blocks());
 }
 
 TEST_F(graphic_layer, nothing_is_drawn_without_memory)

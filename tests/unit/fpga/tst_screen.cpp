@@ -5,6 +5,8 @@
 #include "tests/support/hw/fpga_recorder.h"
 #include "tests/support/hw/with_screen.h"
 
+#include <cstring>
+
 #include <gtest/gtest.h>
 
 namespace
@@ -23,7 +25,8 @@ void load_another_font()
 TEST_F(start_up, init_screen_fills_the_record_and_takes_CTRL)
 {
     text_cursor cursor = {};
-    screen record = {};
+    screen record;
+    memset(&record, 0xee, sizeof(record));
     fpga_set_register(0xff0000, 0x00820002);
     EXPECT_EQ(0x00820002u, init_screen(&record, &cursor));
     EXPECT_EQ((fpga_accesses{

@@ -55,6 +55,28 @@ TEST_F(text_layer, a_string_is_written_in_one_block)
     EXPECT_EQ((bytes{'A', 0x1f, 'b', 0x1f}), fpga_bytes(0x300106, 4));
 }
 
+TEST_F(text_layer, the_screen_record_says_how_many_columns_and_rows_there_are)
+{
+    record.text_columns = 10;
+    record.text_lines = 2;
+    write_text_xyc("a string", 7, 0, 0x18);
+    clear_text_page(1);
+    EXPECT_EQ((fpga_accesses{
+                  {write_memory, 0x300000 + 7 * 2,         6 },
+                  {write_memory, 0x300000 + 0xe00,         20},
+                  {write_memory, 0x300000 + 0xe00 + 0x080, 20}
+    }),
+              fpga_recorded());
+}
+
+TEST_F(text_layer, drawing_keeps_no_memory)
+{
+    const size_t before = allocated_blocks();
+    for (const char* text : {"", "x", "a longer text"})
+        EXPECT_EQ(1, write_text_xyc(text, 0, 0, 0x18));
+    EXPECT_EQ(before, allocated_blocks());
+}
+
 TEST_F(text_layer, characters_are_bytes_on_every_processor)
 {
     write_text_xyc("\xff\x80\xa4", 0, 0, 0x118);

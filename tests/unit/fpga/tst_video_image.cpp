@@ -53,6 +53,15 @@ TEST_F(video_image, a_read_interleaves_the_fields_and_turns_the_frame_over)
     }
 }
 
+TEST_F(video_image, copying_keeps_no_memory)
+{
+    const size_t before = allocated_blocks();
+    bytes buffer(VIDEO_IMAGE_SIZE);
+    get_video_image_from_fpga(buffer.data(), 0, buffer.size());
+    write_video_image_to_fpga(buffer.data(), 0, buffer.size());
+    EXPECT_EQ(before, allocated_blocks());
+}
+
 TEST_F(video_image, the_last_line_of_a_read_is_the_raw_one)
 {
     number_fpga_lines();

@@ -1,9 +1,12 @@
 /* SPDX-License-Identifier: MIT */
 /* The door to the display controller and its mapping, on real files. */
+#include "hw/fpga_device.h"
+#include "hw/lime_device.h"
 #include "hw/lime_map.h"
 #include "hw/lime_mmio.h"
 
 #include <cstdlib>
+#include <fstream>
 #include <string>
 
 #include <fcntl.h>
@@ -24,11 +27,22 @@ public:
         unlink(m_path);
     }
     int fd() const { return m_fd; }
+    const char* path() const { return m_path; }
 
 private:
     char m_path[32] = "/tmp/tst_lime_mmio_XXXXXX";
     int m_fd;
 };
+
+/* The number of the process's mappings of files with that in their names. */
+int mappings_of(const std::string& name)
+{
+    std::ifstream mappings("/proc/self/maps");
+    int count = 0;
+    for (std::string line; std::getline(mappings, line);)
+        count += line.find(name) != std::string::npos ? 1 : 0;
+    return count;
+}
 
 off_t whole_length()
 {
@@ -55,6 +69,36 @@ TEST(lime_map, refuses_an_empty_file)
 {
     const device_file file(0);
     EXPECT_EQ(nullptr, lime_map(file.fd()));
+}
+
+/* A device has no length. */
+TEST(lime_map, maps_a_device)
+{
+    const int device = open("/dev/zero", O_RDWR | O_CLOEXEC);
+    void* base = lime_map(device);
+    EXPECT_NE(nullptr, base);
+    lime_unmap(base);
+    close(device);
+}
+
+TEST(lime_map, leaves_no_mapping_behind)
+{
+    const device_file file(whole_length());
+    void* base = lime_map(file.fd());
+    ASSERT_NE(nullptr, base);
+    EXPECT_EQ(1, mappings_of("tst_lime_mmio_"));
+    lime_unmap(base);
+    EXPECT_EQ(0, mappings_of("tst_lime_mmio_"));
+}
+
+TEST(lime_device, leaves_no_mapping_behind)
+{
+    const device_file file(whole_length());
+    ASSERT_EQ(0, init_lime_framebuffer(file.path()));
+    EXPECT_EQ(1, mappings_of("tst_lime_mmio_"));
+    destroy_lime_framebuffer();
+    EXPECT_EQ(0, mappings_of("tst_lime_mmio_"));
+    EXPECT_EQ(-1, fbfd);
 }
 
 TEST(lime_map, unmaps_nothing_quietly)

@@ -115,6 +115,25 @@ TEST_F(open_path_test, empties_a_file_of_data_that_is_written)
     EXPECT_EQ("", contents("file"));
 }
 
+/* The number of a closed standard input. */
+TEST_F(open_path_test, a_descriptor_may_be_0)
+{
+    const int input = dup(STDIN_FILENO);
+    close(STDIN_FILENO);
+    EXPECT_EQ(0, open_data_file(path("file").c_str(), O_RDONLY));
+    FILE* file = stream_of_descriptor(0, "r");
+    ASSERT_NE(nullptr, file);
+    EXPECT_EQ('t', fgetc(file));
+    fclose(file);
+    EXPECT_EQ(0, open_data_file(path("file").c_str(), O_RDONLY));
+    EXPECT_EQ(nullptr, stream_of_descriptor(0, "no mode"));
+    EXPECT_EQ(-1, fcntl(0, F_GETFD));
+    if (input >= 0) {
+        dup2(input, STDIN_FILENO);
+        close(input);
+    }
+}
+
 TEST_F(open_path_test, gives_a_stream_or_closes)
 {
     EXPECT_EQ(nullptr, stream_of_descriptor(-1, "r"));

@@ -16,6 +16,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <functional>
 #include <thread>
 
 #include <fcntl.h>
@@ -35,6 +36,8 @@ private slots:
     void a_saved_image_has_the_header_and_the_length();
     void a_saved_image_opens_in_any_viewer();
     void what_is_saved_comes_back_and_is_shown();
+    void a_picture_is_stored_before_it_is_shown();
+    void a_saved_image_is_on_the_medium_before_the_pause();
     void an_older_and_longer_file_is_replaced();
     void the_length_decides_whether_a_file_loads_data();
     void the_length_decides_whether_a_file_loads();
@@ -66,6 +69,39 @@ private:
 };
 
 static const quint32 RESTORE = 0x00100010;
+
+/// What the platform waited for, in order: "usleep 100000", "fsync 1658934", "sleep 1". Sleeps take no time.
+static QStringList s_cWaits;
+static std::function<void()> s_fnAtWait;
+
+static void noteWait(const char* pszName, qint64 iArgument)
+{
+    s_cWaits << QStringLiteral("%1 %2").arg(QLatin1String(pszName)).arg(iArgument);
+    if (s_fnAtWait)
+        s_fnAtWait();
+}
+
+extern "C" {
+// They take the place of the C library's.
+unsigned int __wrap_sleep(unsigned int uiSeconds)
+{
+    noteWait("sleep", uiSeconds);
+    return 0;
+}
+
+int __wrap_usleep(useconds_t uiMicroseconds)
+{
+    noteWait("usleep", uiMicroseconds);
+    return 0;
+}
+
+int __wrap_fsync(int iDescriptor)
+{
+    struct stat sStat = {};
+    noteWait("fsync", fstat(iDescriptor, &sStat) == 0 ? qint64(sStat.st_size) : -1);
+    return 0;
+}
+}
 
 void TestStillImages::initTestCase()
 {
@@ -145,6 +181,29 @@ void TestStillImages::what_is_saved_comes_back_and_is_shown()
     QCOMPARE(CMultimediaPlatform::loadVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
     QCOMPARE(rcBoard->fpgaRegister(FPGA_CTRL), RESTORE);
     QCOMPARE(CBoardPicture::monitor(*rcBoard).copy(0, 1, 688, 572), cLive.copy(0, 1, 688, 572));
+}
+
+// The FPGA needs the time to store a picture.
+void TestStillImages::a_picture_is_stored_before_it_is_shown()
+{
+    CPlatformBoard& rcBoard = *m_pcBoard;
+    quint32 u32AtWait = ~0U;
+    s_cWaits.clear();
+    rcBoard->setFpgaRegister(FPGA_CTRL, 0);
+    s_fnAtWait = [&] { u32AtWait = rcBoard->fpgaRegister(FPGA_CTRL); };
+    CMultimediaPlatform::freezeVideoPicture(true);
+    s_fnAtWait = nullptr;
+    QCOMPARE(s_cWaits, QStringList{QStringLiteral("usleep 100000")});
+    QCOMPARE(u32AtWait, 0U);
+    QCOMPARE(rcBoard->fpgaRegister(FPGA_CTRL), RESTORE);
+}
+
+// The whole file goes out, and the medium gets a second for it.
+void TestStillImages::a_saved_image_is_on_the_medium_before_the_pause()
+{
+    s_cWaits.clear();
+    QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
+    QCOMPARE(s_cWaits, (QStringList{QStringLiteral("fsync 1658934"), QStringLiteral("sleep 1")}));
 }
 
 void TestStillImages::an_older_and_longer_file_is_replaced()

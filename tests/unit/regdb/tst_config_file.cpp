@@ -150,6 +150,15 @@ TEST_F(config_file, that_does_not_exist_is_reported)
     expect_refused("/nonexistent/chip.cnf");
 }
 
+TEST_F(config_file, sets_nothing_without_a_configuration_or_a_name)
+{
+    const chip_regs without = {nullptr, regs, read_small_chip, write_small_chip};
+    set_all_regs_from_config(&without);
+    ASSERT_EQ(CONFIG_TRUE, config_read_string(&config, "list = ( { sinr = 1; } );"));
+    set_reg_by_name_from_config_setting(&chip, config_lookup(&config, "list.[0]"));
+    EXPECT_EQ(0, regs[0].valid);
+}
+
 TEST_F(config_file, that_is_a_folder_is_reported)
 {
     expect_refused(folder);
@@ -306,6 +315,18 @@ TEST_F(config_file, has_its_date_after_january_2038_too)
         EXPECT_NE(std::string::npos, written(0).find(line)) << line << written(0).substr(0, 200);
     }
     told_time = 0;
+}
+
+TEST_F(config_file, has_the_local_day_and_time)
+{
+    setenv("TZ", "EAST-05:30", 1);
+    tzset();
+    told_time = 1614898449; // 2021-03-04 22:54:09 UTC
+    const std::string text = written(0);
+    told_time = 0;
+    unsetenv("TZ");
+    tzset();
+    EXPECT_NE(std::string::npos, text.find("\n# Date:05.03.2021 - 04:24\n\n")) << text.substr(0, 200);
 }
 
 TEST_F(config_file, is_written_after_a_read_of_the_chip_if_asked_to)

@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: MIT */
 /* The register model: names, composing, splitting, reading and writing. */
+#include "regdb/config_mirror.h"
 #include "tests/unit/regdb/small_chip.h"
 
 #include <string>
@@ -34,6 +35,47 @@ TEST_F(registers, unknown_names_change_nothing)
     EXPECT_EQ("read_reg_by_name-> Register-Name not found\n", testing::internal::GetCapturedStderr());
     EXPECT_EQ(0, config_setting_length(config_root_setting(&config)));
     EXPECT_EQ(lines{}, chip_log);
+}
+
+/* A file may have the fields in any order, and others between them. */
+TEST_F(registers, are_mirrored_by_the_names_of_their_fields)
+{
+    ASSERT_EQ(CONFIG_TRUE,
+              config_read_string(&config, "SRIC: { rinr = 1; other = 2; sinr = 3; res1 = 4; };"));
+    chip_memory[0] = 0x00050607;
+    read_reg_by_name(&chip, "SRIC");
+    EXPECT_EQ(5, mirrored("SRIC.res1"));
+    EXPECT_EQ(6, mirrored("SRIC.sinr"));
+    EXPECT_EQ(7, mirrored("SRIC.rinr"));
+    EXPECT_EQ(2, mirrored("SRIC.other"));
+    EXPECT_EQ(4, config_setting_length(config_lookup(&config, "SRIC")));
+}
+
+TEST_F(registers, are_not_mirrored_without_a_chip_or_a_configuration)
+{
+    const chip_regs without = {nullptr, regs, read_small_chip, write_small_chip};
+    EXPECT_EQ(0, update_config_setting_from_reg(nullptr, &regs[0]));
+    EXPECT_EQ(0, update_config_setting_from_reg(&without, &regs[0]));
+    EXPECT_EQ(1, update_config_setting_from_reg(&chip, &regs[0]));
+}
+
+TEST_F(registers, of_one_field_of_32_bits_are_that_field)
+{
+    reg_bf whole[2] = {
+        {"all",   0x80000002, 32, ""},
+        {nullptr, 0,          0,  ""}
+    };
+    reg_bf_group reg = {'X', 0, "ALL", 32, 0, whole, 0, ""};
+    make_reg_value(&reg);
+    EXPECT_EQ(0x80000002u, reg.value);
+}
+
+TEST_F(registers, of_other_widths_keep_their_fields)
+{
+    bf_odd[0].value = 42;
+    regs[3].value = 0x12345678;
+    make_bitfield_value(&regs[3]);
+    EXPECT_EQ(42u, bf_odd[0].value);
 }
 
 TEST_F(registers, of_32_bits_are_composed_first_field_first)

@@ -63,6 +63,7 @@ private slots:
     void a_codec_that_does_not_confirm_is_final_data();
     void a_codec_that_does_not_confirm_is_final();
     void playback_switches_the_mode_of_the_platform();
+    void the_mode_is_switched_before_the_codec_is_told();
     void a_failed_start_of_playback_leaves_the_playback_mode();
     void a_failed_stop_of_playback_leaves_the_recording_mode();
     void the_destructor_stops_what_runs_data();
@@ -517,6 +518,17 @@ void TestCVideoProcessor::playback_switches_the_mode_of_the_platform()
     QCOMPARE((*m_pcBoard)->fpgaRegister(FPGA_CTRL), 0U);
     enter(RECORDING);
     QCOMPARE((*m_pcBoard)->fpgaRegister(FPGA_CTRL), 0U);
+}
+
+// Otherwise the first pictures, or the last ones, would go the wrong way.
+void TestCVideoProcessor::the_mode_is_switched_before_the_codec_is_told()
+{
+    QList<quint32> cAtCalls;
+    m_cCodec.setAtCall([&] { cAtCalls << (*m_pcBoard)->fpgaRegister(FPGA_CTRL); });
+    QCOMPARE(int(m_pcProcessor->startVideoPlayback(file("film"))), OK);
+    QCOMPARE(int(m_pcProcessor->stopVideoPlayback()), OK);
+    m_cCodec.setAtCall(nullptr);
+    QCOMPARE(cAtCalls, (QList<quint32>{PLAY_MODE, 0}));
 }
 
 void TestCVideoProcessor::a_failed_start_of_playback_leaves_the_playback_mode()
