@@ -12,7 +12,9 @@
 #include <QFile>
 #include <QtTest>
 
+#include <sys/inotify.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 class TestDebug : public QObject
 {
@@ -34,6 +36,7 @@ private slots:
     void a_closed_bus_reads_as_ff();
 
     void saves_what_is_in_the_chips();
+    void saves_one_file_after_the_other();
     void saves_nothing_where_it_can_not_data();
     void saves_nothing_where_it_can_not();
     void saves_nothing_on_a_full_disk();
@@ -269,6 +272,26 @@ void TestDebug::saves_what_is_in_the_chips()
     for (const QString& rcName : FILES)
         QVERIFY(contents(rcName).startsWith("\n#\n# All Registername must be written in upper-case an,\n"
                                             "# All Bitfields must be written in Lowercases\n#\n# Date:"));
+}
+
+// In this order, as service staff expect it of an interrupted one.
+void TestDebug::saves_one_file_after_the_other()
+{
+    const int iWatch = inotify_init1(IN_CLOEXEC | IN_NONBLOCK);
+    QVERIFY(iWatch >= 0);
+    QVERIFY(inotify_add_watch(iWatch, QFile::encodeName(m_pcScene->board().path(BOARD_CNFS)).constData(),
+                              IN_CLOSE_WRITE) >= 0);
+    send("save_hardware_config");
+    alignas(inotify_event) char acEvents[4096];
+    const ssize_t iBytes = read(iWatch, acEvents, sizeof(acEvents));
+    close(iWatch);
+    QStringList cWritten;
+    for (ssize_t i = 0; i < iBytes;) {
+        const auto* psEvent = reinterpret_cast<const inotify_event*>(acEvents + i);
+        cWritten << QString::fromUtf8(psEvent->name);
+        i += static_cast<ssize_t>(sizeof(inotify_event) + psEvent->len);
+    }
+    QCOMPARE(cWritten, FILES);
 }
 
 void TestDebug::saves_nothing_where_it_can_not_data()

@@ -16,6 +16,7 @@
 #include <csignal>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 class TestStartup : public QObject
 {
@@ -162,6 +163,7 @@ void TestStartup::detaches_with_d()
 
     const uint uiChild = cService.pid();
     QVERIFY(uiChild != static_cast<uint>(iParent));
+    QCOMPARE(getsid(static_cast<pid_t>(uiChild)), static_cast<pid_t>(uiChild)); // no terminal's any more
     QCOMPARE(QFile::symLinkTarget(QStringLiteral("/proc/%1/cwd").arg(uiChild)), QStringLiteral("/"));
     QCOMPARE(statusField(uiChild, "Umask"), QByteArray("0000"));
     QFile cFile(cLog);

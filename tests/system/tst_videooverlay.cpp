@@ -44,6 +44,7 @@ private slots:
     void a_temporary_text_destroyed_by_its_client_leaves_later_texts_alone();
     void durations_out_of_range_draw_nothing();
     void what_is_logged();
+    void what_is_logged_of_other_letters();
     void what_is_printed();
 
     void the_counter_counts_and_announces_itself();
@@ -319,6 +320,25 @@ void TestVideoOverlay::durations_out_of_range_draw_nothing()
     QCOMPARE(row(10, 10), QByteArray("longest   "));
 }
 
+// Once in the letters of the western encodings, with a question mark for all others, and once as it is.
+void TestVideoOverlay::what_is_logged_of_other_letters()
+{
+    send("draw_temp_text", {QStringLiteral("ü Ж"), 1, 5, 0, 10, 1});
+    send("adjust_character_set_to_locale", {QStringLiteral("ü Ж")});
+    QVERIFY(m_pcScene->daemon().settle());
+    QTRY_COMPARE(m_pcScene->daemon().log().size(), 1 + 6 + 4);
+    QList<QByteArray> cTexts;
+    for (const QByteArray& rcLine : m_pcScene->daemon().standardError().split('\n'))
+        cTexts << rcLine.mid(rcLine.indexOf("]: ") + 3);
+    const QByteArray cLatin = "\xfc ?";
+    QCOMPARE(cTexts.value(2), cLatin);
+    QCOMPARE(cTexts.value(3), QStringLiteral("ü Ж").toUtf8());
+    QCOMPARE(cTexts.value(5), cLatin);
+    QCOMPARE(cTexts.value(6), QStringLiteral("ü Ж").toUtf8());
+    QCOMPARE(cTexts.value(8), cLatin);
+    QCOMPARE(cTexts.value(10), cLatin);
+}
+
 void TestVideoOverlay::what_is_logged()
 {
     send("draw_temp_text", {QStringLiteral("100 % ü"), 1, 5, 0, 10, 1});
@@ -339,21 +359,66 @@ void TestVideoOverlay::what_is_logged()
                                        QStringLiteral("de_DE")}));
 }
 
+/// A method for a feature that the board doesn't have, and the name that is printed.
+struct SFeature {
+    const char* pszMethod;
+    const char* pszPrinted;
+    QVariantList cArguments;
+};
+
+// clang-format off
+static const SFeature FEATURES[] = {
+    {"toggle_crosshair_visibility",     "toggleCrosshairVisibility",     {}},
+    {"change_crosshair_color",          "changeCrosshairColor",          {1}},
+    {"change_crosshair_position",       "changeCrosshairPosition",       {1, 2}},
+    {"change_crosshair_shape",          "changeCrosshairShape",          {1}},
+    {"toggle_camerahorizon_visibility", "toggleCameraHorizonVisibility", {}},
+    {"change_camerahorizon_color",      "changeCameraHorizonColor",      {1}},
+    {"change_camerahorizon_gridcolor",  "changeCameraHorizonGridColor",  {1}},
+    {"change_camerahorizon_position",   "changeCameraHorizonPosition",   {1, 2}},
+    {"change_camerahorizon_shape",      "changeCameraHorizonShape",      {1}},
+    {"toggle_logo_visibility",          "toggleLogoVisibility",          {}},
+    {"toggle_logo_animation",           "toggleLogoAnimation",           {}},
+    {"change_logo_file",                "changeLogoFile",                {QStringLiteral("%s")}},
+    {"change_logo_position",            "changeLogoPosition",            {1, 2}},
+    {"toggle_roi_visibility",           "toggleRoiVisibility",           {}},
+    {"change_roi_color",                "changeRoiColor",                {1}},
+    {"change_roi_position",             "changeRoiPosition",             {1, 2}},
+    {"set_roi_draw_point_1",            "setRoiDrawPoint1",              {1, 2}},
+    {"set_roi_draw_point_2",            "setRoiDrawPoint2",              {1, 2}},
+    {"change_roi_shape",                "changeRoiShape",                {1}},
+    {"change_roi_size",                 "changeRoiSize",                 {1}},
+    {"draw_roi",                        "drawRoi",                       {}},
+    {"toggle_crawlerroll_visibility",   "toggleCrawlerRollVisibility",   {}},
+    {"change_crawlerroll_color",        "changeCrawlerRollColor",        {1}},
+    {"change_crawlerroll_shape",        "changeCrawlerRollShape",        {1}},
+    {"change_crawlerroll_position",     "changeCrawlerRollPosition",     {1, 2}},
+    {"toggle_crawlerpitch_visibility",  "toggleCrawlerPitchVisibility",  {}},
+    {"change_crawlerpitch_color",       "changeCrawlerPitchColor",       {1}},
+    {"change_crawlerpitch_shape",       "changeCrawlerPitchShape",       {1}},
+    {"change_crawlerpitch_position",    "changeCrawlerPitchPosition",    {1, 2}},
+    {"toggle_spyhole_visibility",       "toggleSpyholeVisibility",       {}},
+    {"change_spyhole_color",            "changeSpyholeColor",            {1}},
+    {"change_spyhole_position",         "changeSpyholePosition",         {1, 2}},
+    {"change_spyhole_shape",            "changeSpyholeShape",            {1}},
+    {"change_video_position",           "changeVideoPosition",           {1}},
+    {"move_video_position",             "moveCameraPosition",            {1, 2}},
+    {"change_font",                     "changeFont",                    {QStringLiteral("%s%n"), 1, true, 2, false, true}},
+};
+// clang-format on
+
 void TestVideoOverlay::what_is_printed()
 {
     send("set_osd_transparency", {-5});
-    send("toggle_crosshair_visibility");
-    send("change_font", {QStringLiteral("%s%n"), 1, true, 2, false, true});
-    send("move_video_position", {1, 2});
+    QByteArray cExpected = "CHaldenVideoOverlay: set_osd_transparency(i_osd_trans=-5)\n"
+                           "setOsdTransparency: Not implemented for orbisk\n";
+    for (const SFeature& rsFeature : FEATURES) {
+        send(rsFeature.pszMethod, rsFeature.cArguments);
+        cExpected += QByteArray(rsFeature.pszPrinted) + ": Not implemented for orbisk\n";
+    }
     QVERIFY(m_pcScene->daemon().settle());
     QCOMPARE(m_pcScene->end(), QString());
-    QVERIFY2(m_pcScene->daemon().standardOutput().endsWith(
-                 "CHaldenVideoOverlay: set_osd_transparency(i_osd_trans=-5)\n"
-                 "setOsdTransparency: Not implemented for orbisk\n"
-                 "toggleCrosshairVisibility: Not implemented for orbisk\n"
-                 "changeFont: Not implemented for orbisk\n"
-                 "moveCameraPosition: Not implemented for orbisk\n"),
-             m_pcScene->describe());
+    QVERIFY2(m_pcScene->daemon().standardOutput().endsWith(cExpected), m_pcScene->describe());
     QVERIFY2(m_pcScene->start(), m_pcScene->describe());
 }
 
