@@ -215,9 +215,10 @@ QString CTour::setField(const QString& rcRest)
 {
     const QStringList cWords = words(rcRest);
     QFile cFile(m_rcBoard.path(BOARD_CNFS) + QStringLiteral("/%1.cnf").arg(cWords.value(0)));
-    const QRegularExpression cField(QStringLiteral("^( *%1 = )[^;]*;").arg(cWords.value(1)),
-                                    QRegularExpression::MultilineOption);
-    if (cWords.size() != 3 || !cFile.open(QIODevice::ReadWrite))
+    const QRegularExpression cField(
+        QStringLiteral("^( *%1 = )[^;]*;").arg(QRegularExpression::escape(cWords.value(1))),
+        QRegularExpression::MultilineOption);
+    if (cWords.size() != 3 || !cFile.open(QIODevice::ReadWrite | QIODevice::ExistingOnly))
         return QStringLiteral("no such chip: ") + rcRest;
     QString cText = QString::fromUtf8(cFile.readAll());
     if (!cText.contains(cField))

@@ -142,7 +142,7 @@ QString CTraceReplay::applyI2c(const STraceOperation& rsOperation)
     if (!u32Sub.has_value() || (!bBytes && !u32Value.has_value()))
         return noTrace();
     const QByteArray cBytes = bBytes ? rsOperation.cBytes : QByteArray(1, static_cast<char>(*u32Value));
-    if (u32Chip >= CHIPS || *u32Sub + static_cast<quint32>(cBytes.size()) > 256)
+    if (u32Chip >= CHIPS || qint64(*u32Sub) + cBytes.size() > 256)
         return behindTheEnd();
     // A program can't write the decoder's status.
     if (rsOperation.isWrite() && u32Chip == SAA7113_SLAVE && *u32Sub == SAA7113_STATUS)

@@ -11,6 +11,9 @@
 #include <QFileInfo>
 #include <QtTest>
 
+// The shell starts several programs for each line.
+const int TIMEOUT_COMPLETION_MS = 4 * TIMEOUT_PROCESS_MS;
+
 class TestHaldenctlCompletion : public QObject
 {
     Q_OBJECT
@@ -55,7 +58,7 @@ QList<QStringList> TestHaldenctlCompletion::complete(const QStringList& rcLines)
     cBash.write(rcLines.join('\n').toUtf8() + '\n');
     cBash.closeWriteChannel();
     QList<QStringList> cOffers;
-    if (!cBash.waitForFinished(TIMEOUT_PROCESS_MS))
+    if (!cBash.waitForFinished(TIMEOUT_COMPLETION_MS))
         return cOffers;
     const QByteArray cErrors = cBash.readAllStandardError();
     if (!cErrors.isEmpty())

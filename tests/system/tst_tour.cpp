@@ -127,6 +127,10 @@ void TestTour::what_is_no_step_is_refused_data()
                                << "no such call: videodisplay set_video_mode i one";
     QTest::newRow("no field") << "set fpga nothing 1"
                               << "no such field: fpga nothing 1";
+    QTest::newRow("no pattern") << "set fpga ( 1"
+                                << "no such field: fpga ( 1";
+    QTest::newRow("no chip") << "set nothing tsx 1"
+                             << "no such chip: nothing tsx 1";
     QTest::newRow("no picture") << "until nothing"
                                 << "no such picture: nothing";
     QTest::newRow("no board command") << "board jump"
@@ -138,6 +142,7 @@ void TestTour::what_is_no_step_is_refused()
     QFETCH(QString, step);
     QFETCH(QString, refusal);
     QCOMPARE(m_pcTour->carryOut(step).section(QLatin1Char('\n'), 0, 0), refusal);
+    QVERIFY(!QFile::exists(m_cScene.board().path(BOARD_CNFS "/nothing.cnf")));
 }
 
 QTEST_GUILESS_MAIN(TestTour)

@@ -162,6 +162,7 @@ void TestCTraceReplay::refuses_lines_data()
     QTest::newRow("memory reaches out") << "fpga bytes @ 0x01194fff : 01*2" << cBehind;
     QTest::newRow("no chip") << "i2c write 0x00 @ 0x80 0x01" << cBehind;
     QTest::newRow("no such register") << "i2c write 0x100 @ 0x25 0x01" << cBehind;
+    QTest::newRow("no such register, far away") << "i2c write 0xffffffff @ 0x25 0x01" << cBehind;
     QTest::newRow("chip reaches out") << "i2c bytes @ 0x7f : 00*257" << cBehind;
 }
 
