@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: MIT */
 #include "bench/CDriftMeter.h"
 
+#include "bench/Measures.h"
 #include "tests/support/CInterruption.h"
 #include "tests/support/Timeouts.h"
 
@@ -11,20 +12,10 @@
 #include <QProcess>
 #include <QTimer>
 
-#include <stdexcept>
-
-#include <sys/resource.h>
-
 namespace
 {
 
 const int PAUSE_MS = 100; // between two looks for an interruption
-
-void expect(bool bDone, const QString& rcWrong)
-{
-    if (!bDone)
-        throw std::runtime_error(rcWrong.toStdString());
-}
 
 void call(const QDBusConnection& rcBus, const char* pszMethod, const QVariantList& rcArguments = {})
 {
@@ -58,14 +49,6 @@ double lengthOf(const QString& rcFile)
     const bool bDone = cProbe.waitForFinished(-1) && cProbe.exitCode() == 0;
     expect(bDone, QStringLiteral("ffprobe can't read the film"));
     return QString::fromLatin1(cProbe.readAllStandardOutput()).section(QLatin1Char('\n'), 0, 0).toDouble();
-}
-
-double childrensSeconds()
-{
-    rusage sUsage = {};
-    getrusage(RUSAGE_CHILDREN, &sUsage);
-    return static_cast<double>(sUsage.ru_utime.tv_sec + sUsage.ru_stime.tv_sec) +
-           static_cast<double>(sUsage.ru_utime.tv_usec + sUsage.ru_stime.tv_usec) / 1e6;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: MIT */
 #include "bench/CFilmMeter.h"
 
+#include "bench/Measures.h"
 #include "board/film/CFilmReader.h"
 #include "board/film/CFilmWriter.h"
 #include "board/picture/CBoardPicture.h"
@@ -11,9 +12,6 @@
 #include <csignal>
 #include <ctime>
 #include <functional>
-#include <stdexcept>
-
-#include <sys/resource.h>
 
 namespace
 {
@@ -47,11 +45,6 @@ double seconds(const timespec& rsTime)
     return static_cast<double>(rsTime.tv_sec) + static_cast<double>(rsTime.tv_nsec) / 1e9;
 }
 
-double seconds(const timeval& rsTime)
-{
-    return static_cast<double>(rsTime.tv_sec) + static_cast<double>(rsTime.tv_usec) / 1e6;
-}
-
 double ownSeconds()
 {
     timespec sTime = {};
@@ -59,23 +52,9 @@ double ownSeconds()
     return seconds(sTime);
 }
 
-/// Of all children that have ended.
-double childrensSeconds()
-{
-    rusage sUsage = {};
-    getrusage(RUSAGE_CHILDREN, &sUsage);
-    return seconds(sUsage.ru_utime) + seconds(sUsage.ru_stime);
-}
-
 double millisecondsEach(double dSeconds, int iFrames)
 {
     return dSeconds * 1000 / iFrames;
-}
-
-void expect(bool bDone, const QString& rcWrong)
-{
-    if (!bDone)
-        throw std::runtime_error(rcWrong.toStdString());
 }
 
 int framesOf(const QString& rcFile)

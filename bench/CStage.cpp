@@ -1,6 +1,8 @@
 /* SPDX-License-Identifier: MIT */
 #include "bench/CStage.h"
 
+#include "bench/Measures.h"
+
 #include <QFile>
 
 #include <stdexcept>
@@ -39,12 +41,6 @@ SProgram program(EService eService, const CBoard& rcBoard)
         return {QStringLiteral("velmar.haldend"), QStringLiteral(HALDEND_EXECUTABLE),
                 CTemporaryBoard::deviceOptions(rcBoard.directory())};
     }
-}
-
-void expect(bool bDone, const QString& rcWrong)
-{
-    if (!bDone)
-        throw std::runtime_error(rcWrong.toStdString());
 }
 
 } // namespace
