@@ -36,7 +36,8 @@ set(order
     board/demo
     tests/support
     board/tour
-    bench)
+    bench
+    bench/target)
 
 # The two headers that stand below everything, wherever they lie: the register records and the event logger.
 set(everybodys regdb/reg_types.h daemon/CEventLogger.h)
