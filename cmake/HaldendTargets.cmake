@@ -42,7 +42,8 @@ option(HALDEND_UNITY "Compile the sources of a library or program together" OFF)
 set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
 
 # haldend_moc(SOURCE OUTPUT)
-# Runs moc. It sees the project's own headers, some of which list slots in macros, and none of Qt.
+# Runs moc. It sees the project's own headers, some of which list slots in macros, and none of Qt. It looks in its working
+# directory too, where it must not find the moc file of an earlier build, which the source includes.
 function(haldend_moc source output)
     add_custom_command(
         OUTPUT "${output}"
@@ -50,6 +51,7 @@ function(haldend_moc source output)
             "${CMAKE_CURRENT_SOURCE_DIR}/${source}" -o "${output}"
         DEPENDS "${source}"
         DEPFILE "${output}.d"
+        WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}"
         VERBATIM)
 endfunction()
 

@@ -36,11 +36,11 @@ static void note_message(int priority, const char* format, va_list arguments)
     free(text);
 }
 
-void syslog(int priority, const char* format, ...)
+void syslog(int __pri, const char* __fmt, ...)
 {
     va_list arguments;
-    va_start(arguments, format);
-    note_message(priority, format, arguments);
+    va_start(arguments, __fmt);
+    note_message(__pri, __fmt, arguments);
     va_end(arguments);
 }
 
