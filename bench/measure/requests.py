@@ -127,7 +127,7 @@ class TemporaryText(Overlay):
 
 
 class Second(Overlay):
-    """A second in which nobody calls. The input signal is looked at once."""
+    """A second without calls. The input signal is looked at once."""
 
     reference = "poll"
     times = 3
