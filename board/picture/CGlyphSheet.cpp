@@ -11,7 +11,6 @@ namespace
 
 const int CELL_WIDTH = 12;
 const int CELL_HEIGHT = 20;
-const int SHEET_GLYPH_BYTES = FPGA_GLYPH_BYTES;
 const int HALF_BYTES = 32;
 
 /* Colours of the contact sheet. */
@@ -29,7 +28,7 @@ bool isSet(int iSet)
 
 bool isDrawn(const unsigned char* pu8Table, int iCode, int iX, int iLine)
 {
-    const int row = iCode * SHEET_GLYPH_BYTES + iLine % 2 * HALF_BYTES + iLine / 2 * 2;
+    const int row = iCode * FPGA_GLYPH_BYTES + iLine % 2 * HALF_BYTES + iLine / 2 * 2;
     return (pu8Table[row + iX / 8] << (iX % 8) & 0x80) != 0;
 }
 
