@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: MIT */
-/* The power goes while a file is written: what is left, and what the next start does with it.
+/* The power goes while a file is written. The tests look at the file that is left, and at the next start.
  *
  * The daemon ends at the write that would pass a limit, and the file keeps all bytes up to it: the limit of a file's size,
  * whose signal ends a process as suddenly as SIGKILL does.
