@@ -11,7 +11,8 @@ namespace
 
 const int CELL_WIDTH = 12;
 const int CELL_HEIGHT = 20;
-const int HALF_BYTES = 32;
+/* A glyph is two half tables, even lines and odd lines, of two bytes a line. */
+const int HALF_BYTES = FPGA_GLYPH_BYTES / 2;
 
 /* Colours of the contact sheet. */
 const QRgb SHEET = qRgb(0x30, 0x38, 0x48);
@@ -28,7 +29,7 @@ bool isSet(int iSet)
 
 bool isDrawn(const unsigned char* pu8Table, int iCode, int iX, int iLine)
 {
-    const int row = iCode * FPGA_GLYPH_BYTES + iLine % 2 * HALF_BYTES + iLine / 2 * 2;
+    const int row = (2 * iCode + iLine % 2) * HALF_BYTES + iLine / 2 * 2;
     return (pu8Table[row + iX / 8] << (iX % 8) & 0x80) != 0;
 }
 
