@@ -2,6 +2,7 @@
 #include "tests/support/CPlatformBoard.h"
 
 #include "fpga/font.h"
+#include "hw/lime_device.h"
 #include "platform/CMultimediaPlatform.h"
 
 CPlatformBoard::CPlatformBoard()
@@ -11,6 +12,12 @@ CPlatformBoard::CPlatformBoard()
 {
     // The glyph set is remembered for the process, and the board is new.
     load_font(-1);
+}
+
+CPlatformBoard::~CPlatformBoard()
+{
+    // Each bring-up maps the controller's 64 MB once more, and 32 bits hold no fifty of them.
+    destroy_lime_framebuffer();
 }
 
 int CPlatformBoard::initialize() const

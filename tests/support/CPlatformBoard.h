@@ -11,6 +11,7 @@ class CPlatformBoard : public CAttachedBoard
 {
 public:
     CPlatformBoard();
+    ~CPlatformBoard();
 
     /// CMultimediaPlatform::initialize() on this board's devices. Returns what it returns.
     int initialize() const;

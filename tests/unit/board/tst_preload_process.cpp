@@ -3,6 +3,7 @@
 #include "board/create/CBoardMaker.h"
 #include "board/preload/haldenboard.h"
 #include "tests/support/CAttachedBoard.h"
+#include "tests/support/KernelsError.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -232,7 +233,7 @@ void TestPreloadProcess::lets_go_of_a_board()
     QCOMPARE(::ioctl(iDescriptor, READ_32, au32Record), 0);
     haldenboard_detach();
     QCOMPARE(::ioctl(iDescriptor, READ_32, au32Record), -1);
-    QCOMPARE(errno, ENOTTY);
+    QCOMPARE(errno, kernelsError(iDescriptor, READ_32, au32Record));
     ::close(iDescriptor);
 }
 

@@ -2,7 +2,6 @@
 /* The image that nothing draws. */
 #include "overlay/COverlayGraphic.h"
 
-#include <QGuiApplication>
 #include <QtTest>
 
 class TestCOverlayGraphic : public QObject
@@ -30,13 +29,5 @@ void TestCOverlayGraphic::holds_the_image_that_it_was_given_last()
     QCOMPARE(cGraphic.getImageData().size(), QSize(5, 2));
 }
 
-// On the plainest of Qt's platforms: the off-screen one leaks its screen.
-int main(int argc, char* argv[])
-{
-    qputenv("QT_QPA_PLATFORM", "minimal");
-    const QGuiApplication cApplication(argc, argv);
-    TestCOverlayGraphic cTest;
-    return QTest::qExec(&cTest, argc, argv);
-}
-
+QTEST_MAIN(TestCOverlayGraphic)
 #include "tst_COverlayGraphic.moc"
