@@ -1,6 +1,8 @@
 /* SPDX-License-Identifier: MIT */
 /* The codec that Qt lacks, compared with the C library's. */
 #include "overlay/CIso8859_16Codec.h"
+#include "tests/support/CChildProcess.h"
+#include "tests/support/Timeouts.h"
 
 #include <QtTest>
 
@@ -36,11 +38,15 @@ static QByteArray codes()
 /// By the program iconv, which is the C library's, and the machine's own in emulated tests too.
 static QString decodedByTheCLibrary(const QByteArray& rcCodes)
 {
-    QProcess cIconv;
+    CChildProcess cIconv;
     cIconv.start(QStringLiteral("iconv"), {"-f", "ISO-8859-16", "-t", "UTF-8"});
     cIconv.write(rcCodes);
     cIconv.closeWriteChannel();
-    return cIconv.waitForFinished() ? QString::fromUtf8(cIconv.readAllStandardOutput()) : QString();
+    if (!cIconv.waitForFinished(TIMEOUT_PROCESS_MS))
+        return {};
+    const QByteArray cUtf8 = cIconv.readAllStandardOutput();
+    // With its size, because its first character is 0.
+    return QString::fromUtf8(cUtf8.constData(), cUtf8.size());
 }
 
 void TestCIso8859_16Codec::initTestCase()
