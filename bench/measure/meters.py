@@ -90,13 +90,14 @@ class Trace(Meter):
 
 
 class Strace(Meter):
-    """System calls of each thread. A call counts for the request in which it begins: the wait for the next request
-    begins in this one."""
+    """System calls of each thread but those of locks, which tell how the threads met. A call counts for the request in
+    which it begins: the wait for the next request begins in this one."""
 
     def __init__(self, stage, name):
         super().__init__(stage, name)
         self.file = stage.path(f"strace.{name}")
-        self.instrument = ("strace", "-D", "-f", "-qq", "-ttt", "-e", "signal=none", "-o", self.file)
+        self.instrument = ("strace", "-D", "-f", "-qq", "-ttt", "-e", "signal=none", "-e", "trace=!futex",
+                           "-o", self.file)
 
     def begin(self):
         super().begin()
