@@ -10,9 +10,9 @@
 #include "regdb/config_mirror.h"
 #include "regdb/debug_print.h"
 #include "regdb/registers.h"
+#include "tests/fuzz/expect.h"
 #include "tests/fuzz/fuzz_target.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -23,14 +23,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#define EXPECT(condition)                                                                 \
-    do {                                                                                  \
-        if (!(condition)) {                                                               \
-            fprintf(stderr, "%s:%d: doesn't hold: %s\n", __FILE__, __LINE__, #condition); \
-            abort();                                                                      \
-        }                                                                                 \
-    } while (false)
 
 namespace
 {
