@@ -35,6 +35,20 @@ if(HALDEND_SANITIZE)
     target_link_options(haldend_sanitize INTERFACE ${flags})
 endif()
 
+# haldend_count(TARGET)
+# Counts the runs of the target's lines and branches, if it is the daemon's. Not optimised: each line is its own.
+option(HALDEND_COVERAGE "Count the runs of the daemon's lines and branches, by gcc" OFF)
+set(HALDEND_DAEMON_FOLDERS regdb hw fpga platform overlay video dbus daemon)
+
+function(haldend_count target)
+    file(RELATIVE_PATH folder "${CMAKE_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}")
+    if(HALDEND_COVERAGE AND folder IN_LIST HALDEND_DAEMON_FOLDERS)
+        target_compile_options(${target} PRIVATE -O0 --coverage -fprofile-update=atomic)
+        target_link_options(${target} PUBLIC --coverage)
+        set_target_properties(${target} PROPERTIES UNITY_BUILD OFF)
+    endif()
+endfunction()
+
 # Most of a source's compilation goes into the headers of Qt and the C++ library. Presets that build for the checks compile
 # the sources of a folder together; the others, and so the packages, one by one, which shows a source that needs another's
 # includes.
@@ -78,6 +92,7 @@ function(haldend_library name)
         haldend_moc_headers(${name} ${ARG_MOC})
     endif()
     target_link_libraries(${name} PUBLIC haldend_options haldend_sanitize ${ARG_LINK})
+    haldend_count(${name})
 endfunction()
 
 # haldend_program(NAME SOURCES file... [MOC header...] [LINK target...])
@@ -90,6 +105,7 @@ function(haldend_program name)
     endif()
     target_link_libraries(${name} PRIVATE haldend_options haldend_sanitize ${ARG_LINK})
     haldend_startable(${name})
+    haldend_count(${name})
 endfunction()
 
 # haldend_startable(PROGRAM)
