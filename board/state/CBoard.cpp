@@ -310,7 +310,7 @@ board_camera* CBoard::camera() const
 void CBoard::setCameraPlugged(bool bPlugged)
 {
     quint32 u32Status = i2cRegister(SAA7113_SLAVE, SAA7113_STATUS);
-    u32Status = bPlugged ? u32Status & ~SAA7113_STATUS_NO_LOCK : u32Status | SAA7113_STATUS_NO_LOCK;
+    u32Status = bPlugged ? u32Status & ~quint32(SAA7113_STATUS_NO_LOCK) : u32Status | SAA7113_STATUS_NO_LOCK;
     setI2cRegister(SAA7113_SLAVE, SAA7113_STATUS, static_cast<quint8>(u32Status));
 }
 

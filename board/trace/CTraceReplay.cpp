@@ -52,7 +52,7 @@ bool CTraceReplay::apply(const QString& rcLine, QString& rcError)
 
 QString CTraceReplay::writeMemory(qint64 iAddress, const QByteArray& rcBytes)
 {
-    if (iAddress < 0 || iAddress > BOARD_FPGA_BYTES - rcBytes.size())
+    if (iAddress < 0 || iAddress > qint64(BOARD_FPGA_BYTES) - rcBytes.size())
         return behindTheEnd();
     std::memcpy(m_cFpga.data() + iAddress, rcBytes.constData(), static_cast<size_t>(rcBytes.size()));
     return QString();

@@ -160,6 +160,7 @@ void TestCTraceReplay::refuses_lines_data()
     QTest::newRow("register far away") << "fpga write32 0xfffffffe 0x1" << cBehind;
     QTest::newRow("memory far away") << "fpga bytes @ 0x01195000 : 01" << cBehind;
     QTest::newRow("memory reaches out") << "fpga bytes @ 0x01194fff : 01*2" << cBehind;
+    QTest::newRow("more than the memory") << "fpga bytes @ 0x00000000 : 01*20000000" << cBehind;
     QTest::newRow("no chip") << "i2c write 0x00 @ 0x80 0x01" << cBehind;
     QTest::newRow("no such register") << "i2c write 0x100 @ 0x25 0x01" << cBehind;
     QTest::newRow("no such register, far away") << "i2c write 0xffffffff @ 0x25 0x01" << cBehind;
