@@ -5,6 +5,7 @@
 #include "overlay/COverlayObjectManager.h"
 #include "overlay/CVideoOverlayBackEnd.h"
 #include "overlay/CVideoOverlayFrontEnd.h"
+#include "tests/model/CTextLayerModel.h"
 #include "tests/unit/overlay/RecordedPage.h"
 
 #include <QAbstractEventDispatcher>
@@ -13,158 +14,8 @@
 #include <QtTest>
 
 #include <algorithm>
-#include <array>
 #include <map>
 #include <vector>
-
-/// The rules, word by word. Strings are ASCII.
-class CModel
-{
-public:
-    struct SText {
-        QByteArray cString;
-        int x = 0;
-        int y = 0;
-        int iColor = 0x15;
-        bool bVisible = false;
-    };
-
-    std::map<unsigned int, SText> texts; ///< by handle
-
-    CModel() { m_cPage.fill(0); }
-
-    unsigned int create()
-    {
-        const unsigned int uHandle = texts.empty() ? 1 : texts.rbegin()->first + 1;
-        texts[uHandle] = SText();
-        return uHandle;
-    }
-
-    void destroy(unsigned int uHandle)
-    {
-        hide(uHandle);
-        texts.erase(uHandle);
-    }
-
-    void show(unsigned int uHandle)
-    {
-        if (texts[uHandle].bVisible)
-            return;
-        texts[uHandle].bVisible = true;
-        draw(uHandle);
-    }
-
-    void hide(unsigned int uHandle)
-    {
-        if (!texts[uHandle].bVisible)
-            return;
-        texts[uHandle].bVisible = false;
-        clear(uHandle);
-    }
-
-    void update(unsigned int uHandle)
-    {
-        if (texts[uHandle].bVisible)
-            draw(uHandle);
-    }
-
-    const unsigned char* page() const { return m_cPage.data(); }
-
-    int redrawn() const { return m_iRedrawn; }
-
-private:
-    struct SRecord {
-        unsigned int uHandle;
-        int startX;
-        int y;
-        int endX;
-    };
-
-    static constexpr int COLUMNS = 53;
-    static constexpr int ROWS = 26;
-
-    void write(int x, int y, int iCode, int iColor)
-    {
-        const auto uAt = static_cast<std::size_t>(y * 64 + x) * 2;
-        m_cPage[uAt] = static_cast<unsigned char>(iCode);
-        m_cPage[uAt + 1] = static_cast<unsigned char>(iColor);
-    }
-
-    void erase(int fromX, int toX, int y)
-    {
-        for (int x = fromX; x < toX && x < COLUMNS && y < ROWS; ++x)
-            write(x, y, ' ', 0);
-    }
-
-    void writeText(const SRecord& rsRecord)
-    {
-        const SText& rsText = texts[rsRecord.uHandle];
-        for (int x = rsRecord.startX; x < rsRecord.endX && rsRecord.y < ROWS; ++x)
-            write(x, rsRecord.y, rsText.cString[x - rsRecord.startX], rsText.iColor);
-    }
-
-    std::vector<SRecord>::iterator find(unsigned int uHandle)
-    {
-        return std::find_if(m_cRecords.begin(), m_cRecords.end(),
-                            [=](const SRecord& rs) { return rs.uHandle == uHandle; });
-    }
-
-    static bool collide(const SRecord& o, const SRecord& region)
-    {
-        if (o.startX >= region.startX && region.startX > o.endX)
-            return true;
-        if (region.startX >= o.endX && region.endX >= o.endX)
-            return false;
-        if (region.startX < o.endX && o.endX <= region.endX)
-            return true;
-        return o.startX <= region.endX;
-    }
-
-    void redraw(const SRecord& rsRegion)
-    {
-        for (const SRecord& rsRecord : m_cRecords) {
-            if (rsRecord.uHandle == rsRegion.uHandle || rsRecord.y != rsRegion.y ||
-                !collide(rsRecord, rsRegion))
-                continue;
-            writeText(rsRecord);
-            ++m_iRedrawn;
-        }
-    }
-
-    void draw(unsigned int uHandle)
-    {
-        const SText& rsText = texts[uHandle];
-        const SRecord sNew = {uHandle, rsText.x, rsText.y,
-                              std::min((rsText.x + rsText.cString.size()) % 256, COLUMNS)};
-        auto it = find(uHandle);
-        if (it == m_cRecords.end())
-            it = m_cRecords.insert(it, {uHandle, 65535, 65535, 65535});
-        if (it->y == sNew.y) {
-            erase(sNew.endX, it->endX, sNew.y);
-            erase(it->startX, sNew.startX, sNew.y);
-        } else {
-            erase(it->startX, it->endX, it->y);
-        }
-        const bool bSame = it->startX == sNew.startX && it->endX == sNew.endX && it->y == sNew.y;
-        if (it->startX != 255 && !bSame)
-            redraw(*it);
-        *it = sNew;
-        writeText(sNew);
-    }
-
-    void clear(unsigned int uHandle)
-    {
-        const auto it = find(uHandle);
-        const SRecord sOld = *it;
-        erase(sOld.startX, sOld.endX, sOld.y);
-        m_cRecords.erase(it);
-        redraw(sOld);
-    }
-
-    std::vector<SRecord> m_cRecords; ///< in the order of first drawing
-    std::array<unsigned char, FPGA_TEXT_PAGE_STRIDE> m_cPage;
-    int m_iRedrawn = 0;
-};
 
 class TestOverlayModel : public QObject
 {
@@ -193,14 +44,14 @@ private:
     unsigned int anyHandle();
     int anyColumn();
     int anyRow();
-    QByteArray anyString();
+    QString anyString();
     int oneOf(std::initializer_list<int> cChoices);
     void forget(unsigned int uHandle);
     QList<int> timers() const;
     bool isPageEqual() const;
 
     QRandomGenerator m_cRandom;
-    CModel m_cModel;
+    CTextLayerModel m_cModel;
     std::map<int, unsigned int> m_cTemporary; ///< timer to handle
 
     QScopedPointer<CRecordedPage> m_pcPage;
@@ -215,7 +66,7 @@ void TestOverlayModel::init()
 {
     load_font(1);
     m_cRandom.seed(20);
-    m_cModel = CModel();
+    m_cModel = CTextLayerModel();
     m_cTemporary.clear();
     m_pcPage.reset(new CRecordedPage);
     m_pcManager.reset(new COverlayObjectManager);
@@ -239,10 +90,10 @@ int TestOverlayModel::oneOf(std::initializer_list<int> cChoices)
 /// Of a living text; there is one when this returns.
 unsigned int TestOverlayModel::anyHandle()
 {
-    if (m_cModel.texts.empty())
+    if (m_cModel.texts().empty())
         create();
-    auto it = m_cModel.texts.begin();
-    std::advance(it, m_cRandom.bounded(static_cast<int>(m_cModel.texts.size())));
+    auto it = m_cModel.texts().begin();
+    std::advance(it, m_cRandom.bounded(static_cast<int>(m_cModel.texts().size())));
     return it->first;
 }
 
@@ -259,19 +110,19 @@ int TestOverlayModel::anyRow()
     return oneOf({0, 0, 1, 12, 24, 25, 25, 26, 255});
 }
 
-QByteArray TestOverlayModel::anyString()
+QString TestOverlayModel::anyString()
 {
     const int iLength = m_cRandom.bounded(3) == 0 ? oneOf({0, 1, 2, 52, 53, 54, 200, 255, 256, 257, 300})
                                                   : m_cRandom.bounded(20);
-    QByteArray cString;
+    QString cString;
     for (int i = 0; i < iLength; ++i)
-        cString.append(static_cast<char>('!' + m_cRandom.bounded(94)));
+        cString.append(QLatin1Char(static_cast<char>('!' + m_cRandom.bounded(94))));
     return cString;
 }
 
 QByteArray TestOverlayModel::create()
 {
-    if (m_cModel.texts.size() >= MAX_TEXTS)
+    if (m_cModel.texts().size() >= MAX_TEXTS)
         return destroy();
     const unsigned int uExpected = m_cModel.create();
     const unsigned int uHandle = m_pcFrontEnd->createText();
@@ -313,13 +164,13 @@ QByteArray TestOverlayModel::hide()
 QByteArray TestOverlayModel::move()
 {
     const unsigned int uHandle = anyHandle();
-    CModel::SText& rsText = m_cModel.texts[uHandle];
-    rsText.x = anyColumn();
-    if (m_cRandom.bounded(2) == 0)
-        rsText.y = anyRow();
-    m_cModel.update(uHandle);
-    m_pcFrontEnd->setTextPosition(uHandle, static_cast<unsigned char>(rsText.x),
-                                  static_cast<unsigned char>(rsText.y));
+    const int x = anyColumn();
+    const int y = m_cRandom.bounded(2) == 0 ? anyRow() : m_cModel.find(uHandle)->y;
+    m_cModel.change(uHandle, [=](CTextLayerModel::SText& rsText) {
+        rsText.x = x;
+        rsText.y = y;
+    });
+    m_pcFrontEnd->setTextPosition(uHandle, static_cast<unsigned char>(x), static_cast<unsigned char>(y));
     return "move";
 }
 
@@ -328,8 +179,10 @@ QByteArray TestOverlayModel::recolor()
     const unsigned int uHandle = anyHandle();
     const quint32 u32Foreground = m_cRandom.bounded(20U);
     const quint32 u32Background = m_cRandom.bounded(20U);
-    m_cModel.texts[uHandle].iColor = static_cast<int>((u32Foreground * 16 | u32Background) % 256);
-    m_cModel.update(uHandle);
+    m_cModel.change(uHandle, [=](CTextLayerModel::SText& rsText) {
+        rsText.u32Foreground = u32Foreground;
+        rsText.u32Background = u32Background;
+    });
     m_pcFrontEnd->setTextColors(uHandle, EOverlayTextColor{u32Foreground}, EOverlayTextColor{u32Background});
     return "recolor";
 }
@@ -337,10 +190,9 @@ QByteArray TestOverlayModel::recolor()
 QByteArray TestOverlayModel::rewrite()
 {
     const unsigned int uHandle = anyHandle();
-    const QByteArray cString = anyString();
-    m_cModel.texts[uHandle].cString = cString;
-    m_cModel.update(uHandle);
-    m_pcFrontEnd->setTextStr(uHandle, QString::fromLatin1(cString));
+    const QString cString = anyString();
+    m_cModel.change(uHandle, [&](CTextLayerModel::SText& rsText) { rsText.cString = cString; });
+    m_pcFrontEnd->setTextStr(uHandle, cString);
     return "rewrite";
 }
 
@@ -355,20 +207,17 @@ QList<int> TestOverlayModel::timers() const
 
 QByteArray TestOverlayModel::drawTemporary()
 {
-    if (m_cModel.texts.size() >= MAX_TEXTS)
+    if (m_cModel.texts().size() >= MAX_TEXTS)
         return expire();
     const unsigned int uHandle = m_cModel.create();
-    CModel::SText& rsText = m_cModel.texts[uHandle];
-    rsText.cString = anyString();
-    rsText.x = anyColumn();
-    rsText.y = anyRow();
-    rsText.iColor = 0x4f;
+    const CTextLayerModel::SText sText = {anyString(), anyColumn(), anyRow(), 4, 15, false, 0};
+    m_cModel.change(uHandle, [&](CTextLayerModel::SText& rsText) { rsText = sText; });
     m_cModel.show(uHandle);
 
     const QList<int> cBefore = timers();
-    m_pcFrontEnd->drawTemporaryText(QString::fromLatin1(rsText.cString), EOverlayTextColor{4},
-                                    EOverlayTextColor{15}, static_cast<unsigned char>(rsText.x),
-                                    static_cast<unsigned char>(rsText.y), 9999);
+    m_pcFrontEnd->drawTemporaryText(sText.cString, EOverlayTextColor{4}, EOverlayTextColor{15},
+                                    static_cast<unsigned char>(sText.x), static_cast<unsigned char>(sText.y),
+                                    9999);
     for (const int iTimer : timers())
         if (!cBefore.contains(iTimer))
             m_cTemporary[iTimer] = uHandle;
@@ -413,7 +262,7 @@ QByteArray TestOverlayModel::clearTemporary()
 QByteArray TestOverlayModel::allAtOnce()
 {
     std::vector<unsigned int> cHandles;
-    for (const auto& rcEntry : m_cModel.texts)
+    for (const auto& rcEntry : m_cModel.texts())
         cHandles.push_back(rcEntry.first);
     // Mostly shows texts, because most of the rules concern shown texts.
     const int iWhat = oneOf({0, 0, 0, 0, 0, 0, 1, 2, 3});
@@ -423,7 +272,7 @@ QByteArray TestOverlayModel::allAtOnce()
         else if (iWhat == 1)
             m_cModel.hide(uHandle);
         else if (iWhat == 2)
-            m_cModel.update(uHandle);
+            m_cModel.drawIfVisible(uHandle);
         else
             m_cModel.destroy(uHandle);
     }
@@ -474,7 +323,7 @@ void TestOverlayModel::the_page_agrees_after_each_of_100000_steps()
         const QByteArray cDone = (this->*pfStep)();
         m_pcPage->take();
         QVERIFY2(isPageEqual(), "step " + QByteArray::number(iStep) + ": " + cDone);
-        QVERIFY2(m_pcManager->getTextHandles().size() == static_cast<int>(m_cModel.texts.size()), cDone);
+        QVERIFY2(m_pcManager->getTextHandles().size() == static_cast<int>(m_cModel.texts().size()), cDone);
     }
     // The rules are about the redrawing.
     QVERIFY2(m_cModel.redrawn() > 30000, QByteArray::number(m_cModel.redrawn()));
