@@ -3,6 +3,7 @@
 
 #include "tests/model/CTimersModel.h"
 #include "tests/model/Timers.h"
+#include "tests/support/CVideoScene.h"
 
 #include <algorithm>
 #include <iterator>
@@ -21,7 +22,7 @@ enum EState {
     FAILED = 9
 };
 
-enum EResult { OK, ERROR, INVALID_STATE, FILE_OPEN_ERROR, FILE_READ_ERROR, MAX_LENGTH_REACHED = 6 };
+using namespace VideoResult;
 
 const int LOOK_S = 5;
 const int LOOKS_BETWEEN_LENGTHS = 5;

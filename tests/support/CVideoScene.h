@@ -19,6 +19,7 @@ const int INVALID_STATE = 2;
 const int FILE_OPEN_ERROR = 3;
 const int FILE_READ_ERROR = 4;
 const int FILE_WRITE_ERROR = 5;
+const int MAX_LENGTH_REACHED = 6;
 } // namespace VideoResult
 
 /// A scene for "/videoprocessing": beside the daemon the codec stand-in, a folder for films and images, and an ear
