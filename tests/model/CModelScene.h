@@ -27,7 +27,7 @@ public:
     /// Starts a daemon, and makes the world what a new model has. False if not.
     bool begin();
 
-    /// Ends the daemon. What is wrong with its life, or empty.
+    /// Ends the daemon. Returns the first fault that the scene has seen, empty if there was none.
     QByteArray end();
 
     /// Carries a call out on the daemon, or in the world around it. What it answers, as the model has it.
