@@ -27,7 +27,9 @@ QString CPrivateBus::addressOf(const QString& rcSocket)
 
 bool CPrivateBus::start(const QString& rcConfiguration)
 {
-    m_cProcess.setProcessChannelMode(QProcess::SeparateChannels);
+    // Not a pipe: the bus stops when it is full, and a long test may not read it for hours.
+    const QString cErrors = m_cDirectory.filePath(QStringLiteral("errors"));
+    m_cProcess.setStandardErrorFile(cErrors);
     m_cProcess.start(
         QStringLiteral("dbus-daemon"),
         {QStringLiteral("--config-file=") + rcConfiguration,
@@ -37,7 +39,10 @@ bool CPrivateBus::start(const QString& rcConfiguration)
     // The bus prints its address when it accepts connections: the read is the wait.
     while (!m_cProcess.canReadLine()) {
         if (!m_cProcess.waitForReadyRead(TIMEOUT_PROCESS_MS)) {
-            m_cError = m_cProcess.errorString() + QString::fromLocal8Bit(m_cProcess.readAllStandardError());
+            QFile cFile(cErrors);
+            m_cError = m_cProcess.errorString();
+            if (cFile.open(QIODevice::ReadOnly))
+                m_cError += QString::fromLocal8Bit(cFile.readAll());
             return false;
         }
     }
