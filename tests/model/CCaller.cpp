@@ -127,6 +127,11 @@ quint32 CCaller::post(const SCall& rsCall)
     return u32Serial;
 }
 
+void CCaller::write()
+{
+    dbus_connection_flush(m_psConnection);
+}
+
 bool CCaller::receive(int iMilliseconds)
 {
     bool bTaken = false;

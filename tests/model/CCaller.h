@@ -32,6 +32,9 @@ public:
     /// Sends a call, whose serial number this is, and doesn't wait.
     quint32 post(const SCall& rsCall);
 
+    /// Writes what isn't sent yet, and reads nothing.
+    void write();
+
     /// Writes what isn't sent yet, and takes in what has come; waits for that if nothing has. False if the bus has closed
     /// the connection.
     bool receive(int iMilliseconds);

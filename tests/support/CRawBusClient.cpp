@@ -119,12 +119,39 @@ bool CRawBusClient::call(const QString& rcPath, const QString& rcMethod, const Q
                                   rcMethod.toLatin1(), "s", text(rcText)));
 }
 
-qint64 CRawBusClient::flood(qint32 i32Handle, int iCharacters, int iCalls) const
+bool CRawBusClient::call(const QString& rcPath, const QString& rcMethod)
+{
+    return callAndWait(
+        methodCall(2, NO_FLAG, DAEMON_SERVICE, rcPath.toLatin1(), interfaceOf(rcPath), rcMethod.toLatin1()));
+}
+
+bool CRawBusClient::sendHalf() const
+{
+    const QByteArray cCall =
+        methodCall(2, NO_FLAG, DAEMON_SERVICE, "/videooverlay", interfaceOf(QStringLiteral("/videooverlay")),
+                   "set_text_string", "is", number(1) + text("half"));
+    return send(cCall.left(cCall.size() / 2));
+}
+
+QByteArray CRawBusClient::oneWayCall(const char* pszMethod, std::initializer_list<qint32> cNumbers,
+                                     const QByteArray& rcText)
 {
     const QByteArray cPath = "/videooverlay";
-    const QByteArray cBody = number(static_cast<quint32>(i32Handle)) + text(QByteArray(iCharacters, 'x'));
-    const QByteArray cCall = methodCall(2, NO_REPLY_EXPECTED, DAEMON_SERVICE, cPath, interfaceOf(cPath),
-                                        "set_text_string", "is", cBody);
+    QByteArray cTypes(static_cast<int>(cNumbers.size()), 'i');
+    QByteArray cBody;
+    for (const qint32 i32Number : cNumbers)
+        cBody += number(static_cast<quint32>(i32Number));
+    if (!rcText.isNull()) {
+        cTypes += 's';
+        cBody += text(rcText);
+    }
+    return methodCall(2, NO_REPLY_EXPECTED, DAEMON_SERVICE, cPath, interfaceOf(cPath), pszMethod, cTypes,
+                      cBody);
+}
+
+qint64 CRawBusClient::flood(qint32 i32Handle, int iCharacters, int iCalls) const
+{
+    const QByteArray cCall = oneWayCall("set_text_string", {i32Handle}, QByteArray(iCharacters, 'x'));
     const int iCallsAtOnce = std::max(1, BYTES_AT_ONCE / cCall.size());
     const QByteArray cCalls = cCall.repeated(iCallsAtOnce);
     for (int iSent = 0; iSent < iCalls; iSent += iCallsAtOnce)
