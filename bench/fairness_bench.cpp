@@ -10,7 +10,6 @@
 #include "tests/support/CTemporaryBoard.h"
 
 #include <QElapsedTimer>
-#include <QFile>
 
 #include <algorithm>
 #include <chrono>
@@ -127,15 +126,7 @@ public:
                                                            : -1;
     }
 
-    qint64 kilobytes()
-    {
-        QFile cStatus(QStringLiteral("/proc/%1/status").arg(m_cDaemon.pid()));
-        if (cStatus.open(QIODevice::ReadOnly))
-            for (const QByteArray& rcLine : cStatus.readAll().split('\n'))
-                if (rcLine.startsWith("VmHWM:"))
-                    return rcLine.simplified().split(' ').value(1).toLongLong();
-        return -1;
-    }
+    qint64 peakKilobytes() const { return m_cDaemon.kilobytes("VmHWM:"); }
 
 private:
     CPrivateBus m_cBus;
@@ -187,7 +178,7 @@ CTable::CRow measureRow(const SFloodRow& rsRow, int iGetters)
             milliseconds(cTimes[cTimes.size() * 99 / 100]),
             milliseconds(cTimes.back()),
             acShare,
-            std::to_string(cScenery.kilobytes() / 1024) + " MB",
+            std::to_string(cScenery.peakKilobytes() / 1024) + " MB",
             dShare >= GOAL_SHARE ? "met" : "missed"};
 }
 

@@ -80,7 +80,7 @@ void CStorm::live(const SLife& rsLife)
             reload();
         if (rsLife.bMeasured && iCall % iCallsARest == 0) {
             rest(false);
-            cKilobytes.push_back(kilobytes());
+            cKilobytes.push_back(m_pcScene->daemon().kilobytes("RssAnon:"));
         }
     }
     rest(true);
@@ -311,17 +311,6 @@ QByteArray CStorm::complaint() const
         if (cText.contains(pszComplaint))
             return cText.mid(std::max(0, cText.indexOf(pszComplaint) - 200), COMPLAINT_MAX);
     return {};
-}
-
-qint64 CStorm::kilobytes() const
-{
-    QFile cStatus(QStringLiteral("/proc/%1/status").arg(m_pcScene->daemon().pid()));
-    if (!cStatus.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray& rcLine : cStatus.readAll().split('\n'))
-        if (rcLine.startsWith("RssAnon:"))
-            return rcLine.simplified().split(' ').value(1).toLongLong();
-    return -1;
 }
 
 // The least of each third: what is between two bursts.

@@ -65,7 +65,6 @@ private:
     void checkName();
     void checkErrors();
     QByteArray complaint() const;
-    qint64 kilobytes() const;
     void checkMemory(const std::vector<qint64>& rcKilobytes, int iReloads);
     [[noreturn]] void complain(const QByteArray& rcWhat);
 

@@ -7,6 +7,7 @@
 #include "tests/support/Timeouts.h"
 
 #include <QDBusMessage>
+#include <QFile>
 #include <QRegularExpression>
 #include <QUuid>
 
@@ -239,4 +240,15 @@ QByteArray CDaemonProcess::describe()
 {
     return "\n--- exit code " + QByteArray::number(exitCode()) + (crashed() ? ", crashed" : "") +
            "\n--- standard output\n" + standardOutput() + "--- standard error\n" + standardError();
+}
+
+qint64 CDaemonProcess::kilobytes(const char* pszField) const
+{
+    QFile cStatus(QStringLiteral("/proc/%1/status").arg(pid()));
+    if (!cStatus.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray& rcLine : cStatus.readAll().split('\n'))
+        if (rcLine.startsWith(pszField))
+            return rcLine.simplified().split(' ').value(1).toLongLong();
+    return -1;
 }

@@ -80,6 +80,10 @@ public:
 
     QProcess& process() { return m_cProcess; }
     qint64 pid() const { return m_cProcess.processId(); }
+
+    /// KiB of a field of /proc/PID/status, such as "VmRSS:"; -1 if it isn't there.
+    qint64 kilobytes(const char* pszField) const;
+
     int exitCode() const { return m_cProcess.exitCode(); }
     bool crashed() const { return m_cProcess.exitStatus() == QProcess::CrashExit; }
 

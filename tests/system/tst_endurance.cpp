@@ -127,13 +127,7 @@ TestEndurance::SUse TestEndurance::use()
     QFile cMappings(cProcess + QStringLiteral("maps"));
     if (cMappings.open(QIODevice::ReadOnly))
         sUse.iMappings = cMappings.readAll().count("/" BOARD_LIME "\n");
-    QFile cStatus(cProcess + QStringLiteral("status"));
-    if (cStatus.open(QIODevice::ReadOnly)) {
-        const QByteArray cText = cStatus.readAll();
-        const QByteArray cField = "RssAnon:";
-        sUse.iMemory =
-            cText.mid(cText.indexOf(cField) + cField.size()).trimmed().split(' ').value(0).toLongLong();
-    }
+    sUse.iMemory = m_pcScene->daemon().kilobytes("RssAnon:");
     return sUse;
 }
 

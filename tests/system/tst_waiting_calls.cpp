@@ -6,7 +6,6 @@
 #include "tests/support/Timeouts.h"
 
 #include <QDBusUnixFileDescriptor>
-#include <QFile>
 #include <QtTest>
 
 #include <sys/resource.h>
@@ -26,7 +25,6 @@ private slots:
 
 private:
     bool letItWait(const char* pszCommand);
-    qint64 kilobytes(const char* pszField) const;
 
     QScopedPointer<CVideoScene> m_pcScene;
 };
@@ -61,17 +59,6 @@ bool TestWaitingCalls::letItWait(const char* pszCommand)
     return m_pcScene->daemon().receives();
 }
 
-qint64 TestWaitingCalls::kilobytes(const char* pszField) const
-{
-    QFile cStatus(QStringLiteral("/proc/%1/status").arg(m_pcScene->daemon().pid()));
-    if (!cStatus.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray& rcLine : cStatus.readAll().split('\n'))
-        if (rcLine.startsWith(pszField))
-            return rcLine.simplified().split(' ').value(1).toLongLong();
-    return -1;
-}
-
 void TestWaitingCalls::do_not_make_it_deaf_data()
 {
     QTest::addColumn<bool>("save");
@@ -96,7 +83,7 @@ void TestWaitingCalls::do_not_make_it_deaf()
                             .value(0)
                             .toInt();
     QVERIFY(iHandle != 0);
-    const qint64 iBefore = kilobytes("VmRSS:");
+    const qint64 iBefore = rcDaemon.kilobytes("VmRSS:");
     QVERIFY(!save || m_pcScene->enterState(CVideoScene::RECORDING));
     QVERIFY(letItWait(save ? "save_video_image" : "start_video_recording"));
 
@@ -110,9 +97,10 @@ void TestWaitingCalls::do_not_make_it_deaf()
     QVERIFY2(cAnswer.type() == QDBusMessage::ReplyMessage, qPrintable(cAnswer.errorMessage()));
     if (SANITIZED)
         return;
-    const qint64 iPeak = kilobytes("VmHWM:");
+    const qint64 iPeak = rcDaemon.kilobytes("VmHWM:");
     QVERIFY(iBefore > 0 && (iPeak - iBefore) * 1024 > LIBRARY_LIMIT / 2);
-    QTRY_VERIFY_WITH_TIMEOUT(kilobytes("VmRSS:") - iBefore < (iPeak - iBefore) / 4, TIMEOUT_PROCESS_MS);
+    QTRY_VERIFY_WITH_TIMEOUT(rcDaemon.kilobytes("VmRSS:") - iBefore < (iPeak - iBefore) / 4,
+                             TIMEOUT_PROCESS_MS);
 }
 
 // No method takes one, but the bus library holds a call's descriptors until the call has been carried out.
