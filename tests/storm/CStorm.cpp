@@ -347,5 +347,8 @@ QByteArray CStorm::describe() const
 
 void CStorm::complain(const QByteArray& rcWhat)
 {
+    // They would end the program at the scene's end, and hide what is thrown here.
+    if (m_pcScene != nullptr)
+        m_pcScene->board().clearJudgements();
     throw std::runtime_error((rcWhat + "\nafter " + describe() + '\n' + complaint()).toStdString());
 }
