@@ -3,6 +3,7 @@
 #include "bench/BenchProgram.h"
 #include "bench/CFlood.h"
 #include "bench/CTable.h"
+#include "hw/video_geometry.h"
 #include "tests/support/CDaemonProcess.h"
 #include "tests/support/CInterruption.h"
 #include "tests/support/CPrivateBus.h"
@@ -30,8 +31,8 @@ const double GOAL_MS = 100;
 const double GOAL_SHARE = 0.99;
 
 const int TEXTS = 65535;
-const int COLUMNS = 53;
-const int ROWS = 26;
+const int COLUMNS = VIDEO_TEXT_COLUMNS;
+const int ROWS = VIDEO_TEXT_ROWS;
 const int CALLS_A_PIECE = 50;
 const int HUGE = 1000000;
 

@@ -11,17 +11,6 @@
 namespace
 {
 
-enum EState {
-    IDLE,
-    RECORDING,
-    RECORDING_PAUSED,
-    PLAYBACK,
-    PLAYBACK_PAUSED,
-    IMAGE,
-    IMAGE_RECORDING_PAUSED,
-    FAILED = 9
-};
-
 using namespace VideoResult;
 
 const int LOOK_S = 5;
@@ -30,7 +19,7 @@ const int MAX_LENGTH_S = 58 * 60;
 const qint64 FOLDER_BYTES = 1; // any but 0
 const qint64 IMAGE_BYTES = 54 + 720 * 576 * 4;
 
-unsigned in(EState eState)
+unsigned in(SVideoStates::EState eState)
 {
     return 1U << eState;
 }

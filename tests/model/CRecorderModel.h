@@ -2,6 +2,8 @@
 #ifndef HALDEND_TESTS_CRECORDERMODEL_H
 #define HALDEND_TESTS_CRECORDERMODEL_H
 
+#include "tests/support/SVideoStates.h"
+
 #include <QByteArray>
 #include <QByteArrayList>
 
@@ -10,7 +12,7 @@
 class CTimersModel;
 
 /// The rules of recordings, playback and still images: states, answers, the calls of the codec service, the signals.
-class CRecorderModel
+class CRecorderModel : SVideoStates
 {
 public:
     /// \name Around the daemon

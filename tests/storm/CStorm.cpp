@@ -313,7 +313,7 @@ QByteArray CStorm::complaint() const
     return {};
 }
 
-// The least of each third: what is between two bursts.
+// Compares what is left between bursts: the least of the middle third with the least of the last.
 void CStorm::checkMemory(const std::vector<qint64>& rcKilobytes, int iReloads)
 {
     const auto iThird = static_cast<std::ptrdiff_t>(rcKilobytes.size() / 3);

@@ -4,6 +4,7 @@
 
 #include "tests/support/CCodecProcess.h"
 #include "tests/support/CScene.h"
+#include "tests/support/SVideoStates.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCall>
@@ -30,23 +31,11 @@ const int MAX_LENGTH_REACHED = 6;
 ///     QVERIFY(cScene.enterState(CVideoScene::RECORDING));
 ///     QCOMPARE(cScene.call("save_video_image", cScene.file("a.bmp")), VideoResult::OK);
 ///     QTRY_COMPARE(cScene.signalled(), QStringList{"video_image_saved 0"});
-class CVideoScene : public QObject, public CScene
+class CVideoScene : public QObject, public CScene, public SVideoStates
 {
     Q_OBJECT
 
 public:
-    /// What decides which command is allowed; the two states of an image save, 7 and 8, are no places to stay in.
-    enum EState {
-        IDLE,
-        RECORDING,
-        RECORDING_PAUSED,
-        PLAYBACK,
-        PLAYBACK_PAUSED,
-        IMAGE,
-        IMAGE_RECORDING_PAUSED,
-        FAILED = 9
-    };
-
     /// A command, and whether it names a file.
     struct SCommand {
         const char* pszName;
