@@ -295,7 +295,8 @@ void CVideoOverlayFrontEnd::forgetTemporaryText(unsigned int uHandle)
 void CVideoOverlayFrontEnd::removeTemporaryText(const STemporaryText& rsText)
 {
     COverlayText* pcText = m_rcObjectManager.getTextObjectByHandle(rsText.uHandle);
-    if (pcText == nullptr || pcText != rsText.pcText)
+    // It may have no text by now, or another one.
+    if (pcText != rsText.pcText)
         return;
     m_rcBackEnd.clearText(*pcText);
     m_rcObjectManager.destroyTextObject(*pcText);

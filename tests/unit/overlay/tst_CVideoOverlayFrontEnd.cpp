@@ -15,7 +15,9 @@
 
 #include <climits>
 #include <functional>
+#include <memory>
 #include <set>
+#include <vector>
 
 namespace
 {
@@ -149,6 +151,7 @@ private slots:
     void a_later_text_is_not_harmed_by_an_old_timer();
     void a_temporary_text_destroyed_at_the_manager_is_not_touched_again();
     void a_later_text_is_not_taken_for_one_destroyed_at_the_manager();
+    void a_text_made_at_the_manager_is_not_taken_for_a_temporary_one();
     void nothing_destroyed_stays_drawn();
     void the_end_removes_temporary_texts_and_leaves_the_others();
 
@@ -715,6 +718,24 @@ void TestCVideoOverlayFrontEnd::a_later_text_is_not_taken_for_one_destroyed_at_t
     calls();
     expire(onlyTimer());
     QCOMPARE(calls(), QStringList{"clearText newer"});
+}
+
+// Made at the manager too, so that the front end hears of neither. It has another address than the old one.
+void TestCVideoOverlayFrontEnd::a_text_made_at_the_manager_is_not_taken_for_a_temporary_one()
+{
+    const unsigned int uOld = newTemporaryText("old");
+    std::vector<std::unique_ptr<COverlayText>> cFillers;
+    const COverlayText* pcOld = m_pcManager->getTextObjectByHandle(uOld);
+    m_pcManager->destroyTextObject(*m_pcManager->getTextObjectByHandle(uOld));
+    while (cFillers.size() < 100 && (cFillers.empty() || cFillers.back().get() != pcOld))
+        cFillers.push_back(std::make_unique<COverlayText>());
+    const COverlayText* pcNew = m_pcManager->createTextObject();
+    QVERIFY(pcNew != pcOld);
+    QCOMPARE(m_pcManager->getHandleOfTextObject(*pcNew), uOld);
+    calls();
+    expire(onlyTimer());
+    QCOMPARE(calls(), QStringList());
+    QCOMPARE(m_pcManager->getTextObjectByHandle(uOld), pcNew);
 }
 
 // In every way that a text can be removed.

@@ -37,6 +37,7 @@ private slots:
     void a_saved_image_opens_in_any_viewer();
     void what_is_saved_comes_back_and_is_shown();
     void a_picture_is_stored_before_it_is_shown();
+    void an_image_is_in_place_before_it_is_shown();
     void a_saved_image_is_on_the_medium_before_the_pause();
     void an_older_and_longer_file_is_replaced();
     void the_length_decides_whether_a_file_loads_data();
@@ -73,6 +74,7 @@ static const quint32 RESTORE = 0x00100010;
 /// What the platform waited for, in order: "usleep 100000", "fsync 1658934", "sleep 1". Sleeps take no time.
 static QStringList s_cWaits;
 static std::function<void()> s_fnAtWait;
+static int s_iSyncedFile = -1;
 
 static void noteWait(const char* pszName, qint64 iArgument)
 {
@@ -98,6 +100,7 @@ int __wrap_usleep(useconds_t uiMicroseconds)
 int __wrap_fsync(int iDescriptor)
 {
     struct stat sStat = {};
+    s_iSyncedFile = iDescriptor;
     noteWait("fsync", fstat(iDescriptor, &sStat) == 0 ? qint64(sStat.st_size) : -1);
     return 0;
 }
@@ -198,12 +201,32 @@ void TestStillImages::a_picture_is_stored_before_it_is_shown()
     QCOMPARE(rcBoard->fpgaRegister(FPGA_CTRL), RESTORE);
 }
 
-// The whole file goes out, and the medium gets a second for it.
+// Nothing else may be seen in between.
+void TestStillImages::an_image_is_in_place_before_it_is_shown()
+{
+    CPlatformBoard& rcBoard = *m_pcBoard;
+    QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
+    rcBoard->setTracing(true);
+    rcBoard.takeTrace();
+    QCOMPARE(CMultimediaPlatform::loadVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
+    const QStringList cTrace = rcBoard.takeTrace();
+    rcBoard->setTracing(false);
+    QCOMPARE(cTrace.size(), 3);
+    QCOMPARE(cTrace[0], QStringLiteral("fpga seek 0x01000000"));
+    QVERIFY(cTrace[1].startsWith(QStringLiteral("fpga write 1658880 = 1658880 : ")));
+    QCOMPARE(cTrace[2], QStringLiteral("fpga write32 0x00ff0000 0x00100010"));
+}
+
+// The whole file goes out and is closed, and the medium gets a second for it.
 void TestStillImages::a_saved_image_is_on_the_medium_before_the_pause()
 {
+    int iFlagsAtPause = 0;
     s_cWaits.clear();
+    s_fnAtWait = [&iFlagsAtPause] { iFlagsAtPause = fcntl(s_iSyncedFile, F_GETFD); };
     QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
+    s_fnAtWait = nullptr;
     QCOMPARE(s_cWaits, (QStringList{QStringLiteral("fsync 1658934"), QStringLiteral("sleep 1")}));
+    QCOMPARE(iFlagsAtPause, -1);
 }
 
 void TestStillImages::an_older_and_longer_file_is_replaced()

@@ -44,6 +44,7 @@ private slots:
 
     void a_change_is_emitted_and_switches_the_sync();
     void two_ticks_with_the_same_result_emit_nothing();
+    void a_tick_while_a_change_is_emitted_emits_nothing();
     void any_timer_is_its_tick();
     void without_auto_sync_a_change_is_emitted_and_the_sync_left_alone();
     void enabling_auto_sync_again_does_not_even_check();
@@ -324,6 +325,19 @@ void TestCVideoInputSignalMonitor::two_ticks_with_the_same_result_emit_nothing()
     (*m_pcBoard)->setCameraPlugged(false);
     tick();
     tick();
+    tick();
+    QCOMPARE(m_cEmitted, INTERNAL);
+}
+
+// A slot may run the event loop, and so let the next tick come.
+void TestCVideoInputSignalMonitor::a_tick_while_a_change_is_emitted_emits_nothing()
+{
+    QVERIFY(initialize());
+    connect(m_pcMonitor.data(), &CVideoInputSignalMonitor::videoInputTypeChanged, this, [this] {
+        if (m_cEmitted.size() == 1)
+            tick();
+    });
+    (*m_pcBoard)->setCameraPlugged(false);
     tick();
     QCOMPARE(m_cEmitted, INTERNAL);
 }
