@@ -71,6 +71,7 @@ private slots:
 
     void queued_events_find_another_state_data();
     void queued_events_find_another_state();
+    void a_result_is_emitted_in_any_state_data();
     void a_result_is_emitted_in_any_state();
     void ticks_find_another_state_data();
     void ticks_find_another_state();
@@ -594,15 +595,30 @@ void TestCVideoProcessor::queued_events_find_another_state()
     QCOMPARE(iLooked, 1);
 }
 
+void TestCVideoProcessor::a_result_is_emitted_in_any_state_data()
+{
+    addStates();
+}
+
 void TestCVideoProcessor::a_result_is_emitted_in_any_state()
 {
-    for (int iResult = 0; iResult <= 6; ++iResult) {
-        CVideoAsyncResultEvent cEvent(static_cast<EVideoProcessorResult>(iResult));
-        QCOMPARE(int(cEvent.type()), 1001);
-        QCoreApplication::sendEvent(m_pcProcessor.data(), &cEvent);
-        QCOMPARE(m_cEmitted, QStringList{QStringLiteral("recording error %1").arg(iResult)});
-        m_cEmitted.clear();
-    }
+    QFETCH(int, state);
+    int iEmitted = 0;
+    const auto cSend = [&] {
+        stopped_clock::advance(3600);
+        for (int iResult = 0; iResult <= 6; ++iResult) {
+            CVideoAsyncResultEvent cEvent(static_cast<EVideoProcessorResult>(iResult));
+            QCOMPARE(int(cEvent.type()), 1001);
+            QCoreApplication::sendEvent(m_pcProcessor.data(), &cEvent);
+            QCOMPARE(m_cEmitted, QStringList{QStringLiteral("recording error %1").arg(iResult)});
+            m_cEmitted.clear();
+            ++iEmitted;
+        }
+        QCOMPARE(m_cCodec.takeCalls(), NOTHING);
+        QCOMPARE(allowed(), allowedIn(state));
+    };
+    doIn(state, cSend);
+    QCOMPARE(iEmitted, 7);
 }
 
 void TestCVideoProcessor::ticks_find_another_state_data()
