@@ -17,6 +17,7 @@
 #include <atomic>
 #include <csignal>
 #include <functional>
+#include <new>
 #include <thread>
 
 #include <fcntl.h>
@@ -56,6 +57,7 @@ private slots:
     void an_older_file_keeps_its_mode();
     void a_full_disk_is_a_write_error();
     void without_memory_no_file_is_touched();
+    void without_memory_for_a_picture_nothing_happens();
     void a_device_that_can_not_be_read_saves_black();
 
 private:
@@ -75,6 +77,9 @@ static const quint32 RESTORE = 0x00100010;
 static QStringList s_cWaits;
 static std::function<void()> s_fnAtWait;
 static int s_iSyncedFile = -1;
+
+/// Whether there is memory for a picture of the platform's own.
+static bool s_bPicturesFit = true;
 
 static void noteWait(const char* pszName, qint64 iArgument)
 {
@@ -104,6 +109,12 @@ int __wrap_fsync(int iDescriptor)
     noteWait("fsync", fstat(iDescriptor, &sStat) == 0 ? qint64(sStat.st_size) : -1);
     return 0;
 }
+}
+
+// The platform asks for its pictures by it.
+void* operator new[](std::size_t uSize, const std::nothrow_t& /*rsNothrow*/) noexcept
+{
+    return s_bPicturesFit ? ::operator new[](uSize) : nullptr;
 }
 
 void TestStillImages::initTestCase()
@@ -438,6 +449,27 @@ void TestStillImages::without_memory_no_file_is_touched()
                  CMultimediaPlatform::eImageOpResultHardwareError);
     }
     QCOMPARE(contents(file("a.bmp")), QByteArray("old"));
+}
+
+// Neither to the file nor to the stored picture.
+void TestStillImages::without_memory_for_a_picture_nothing_happens()
+{
+    QCOMPARE(CMultimediaPlatform::saveVideoImage(file("a.bmp")), CMultimediaPlatform::eImageOpResultOk);
+    QVERIFY(fill(file("b.bmp"), "old"));
+    const QByteArray cStored = storedImage();
+    (*m_pcBoard)->setCamera(CTestPicture::frame(40));
+    CMultimediaPlatform::freezeVideoPicture(false);
+    const QByteArray cOther = storedImage();
+    QVERIFY(cOther != cStored);
+
+    s_bPicturesFit = false;
+    const auto eSaved = CMultimediaPlatform::saveVideoImage(file("b.bmp"));
+    const auto eLoaded = CMultimediaPlatform::loadVideoImage(file("a.bmp"));
+    s_bPicturesFit = true;
+    QCOMPARE(eSaved, CMultimediaPlatform::eImageOpResultHardwareError);
+    QCOMPARE(contents(file("b.bmp")), QByteArray("old"));
+    QCOMPARE(eLoaded, CMultimediaPlatform::eImageOpResultFileReadError);
+    QCOMPARE(storedImage(), cOther);
 }
 
 void TestStillImages::a_device_that_can_not_be_read_saves_black()
