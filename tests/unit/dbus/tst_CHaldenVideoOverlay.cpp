@@ -42,6 +42,7 @@ private slots:
     void the_counter_writes_into_the_text_with_the_id_102();
     void the_timer_runs_while_the_counter_does();
     void a_resume_begins_a_new_second();
+    void the_counter_is_precise();
     void setting_the_counter_leaves_its_second_alone();
 
     void positions_keep_their_low_8_bits();
@@ -69,13 +70,15 @@ private:
 };
 
 static int s_iTimerStarts = 0;
+static Qt::TimerType s_eTimerType = Qt::VeryCoarseTimer;
 
-// Counts the calls of QTimer::start(), and passes them on.
+// Counts the calls of QTimer::start(), notes the timer's type, and passes them on.
 extern "C" {
 void __real__ZN6QTimer5startEv(QTimer* pcTimer);
 void __wrap__ZN6QTimer5startEv(QTimer* pcTimer)
 {
     ++s_iTimerStarts;
+    s_eTimerType = pcTimer->timerType();
     __real__ZN6QTimer5startEv(pcTimer);
 }
 }
@@ -488,6 +491,13 @@ void TestCHaldenVideoOverlay::a_resume_begins_a_new_second()
     m_pcOverlay->videocounter_resume(0);
     QCOMPARE(s_iTimerStarts, 2);
     QVERIFY(isTicking());
+}
+
+// Another timer may be wrong by a twentieth: three seconds in a minute of film.
+void TestCHaldenVideoOverlay::the_counter_is_precise()
+{
+    m_pcOverlay->videocounter_start(0);
+    QCOMPARE(s_eTimerType, Qt::PreciseTimer);
 }
 
 void TestCHaldenVideoOverlay::setting_the_counter_leaves_its_second_alone()
