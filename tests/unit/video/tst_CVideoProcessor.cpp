@@ -100,6 +100,7 @@ private slots:
     void a_recording_is_stopped_at_58_minutes();
     void the_length_is_looked_at_on_the_sixth_tick();
     void a_recording_resumed_too_long_is_stopped_at_once();
+    void a_paused_recording_is_not_stopped_for_its_length();
     void what_waits_is_finished_on_request();
     void a_recording_resumed_at_57_50_runs_on();
     void an_image_save_lets_the_length_be_looked_at();
@@ -958,6 +959,21 @@ void TestCVideoProcessor::a_recording_resumed_too_long_is_stopped_at_once()
     QCOMPARE(m_cEmitted, NOTHING);
     postedEvents();
     QCOMPARE(m_cEmitted, TOO_LONG);
+}
+
+// The look at its length was queued when it was resumed, and finds it paused again.
+void TestCVideoProcessor::a_paused_recording_is_not_stopped_for_its_length()
+{
+    enter(RECORDING);
+    stopped_clock::advance(59 * 60);
+    QCOMPARE(command(CVideoProcessor::eCommandPauseVideoRecording), OK);
+    m_cCodec.takeCalls();
+    QEvent cLook(static_cast<QEvent::Type>(1002));
+    QCoreApplication::sendEvent(m_pcProcessor.data(), &cLook);
+    postedEvents();
+    QCOMPARE(m_cCodec.takeCalls(), NOTHING);
+    QCOMPARE(m_cEmitted, NOTHING);
+    QCOMPARE(command(CVideoProcessor::eCommandResumeVideoRecording), OK);
 }
 
 // The save that resumes a recording, the look at its length, which finds it too long, and the result.
