@@ -35,25 +35,30 @@ struct look_ahead {
 static size_t name_in_include(std::string_view line)
 {
     static const std::string_view directive = "@include";
+    /* Most lines have no '@', and the search for a directive is slow on blanks. A line that has one isn't
+     * blank. */
+    if (line.find('@') == std::string_view::npos)
+        return std::string_view::npos;
     size_t at = line.find_first_not_of(BLANKS);
-    if (at == std::string_view::npos || line.compare(at, directive.size(), directive) != 0)
+    if (line.compare(at, directive.size(), directive) != 0)
         return std::string_view::npos;
     at = line.find_first_not_of(BLANKS, at + directive.size());
     return at != std::string_view::npos && line[at] == '"' ? at + 1 : std::string_view::npos;
 }
 
-/* The name up to its closing quote; a backslash makes the next character literal. Nothing if the quote is
- * missing or the name holds a byte 0: the library reads on behind both, and may come to a name that is not
- * checked here. */
-static std::optional<std::string> quoted_name(std::string_view line, size_t at)
+/* The name that begins the rest of a line, up to its closing quote; a backslash makes the next character
+ * literal. Nothing if the quote is missing or the name holds a byte 0: the library reads on behind both, and
+ * may come to a name that is not checked here. */
+static std::optional<std::string> quoted_name(std::string_view rest)
 {
     std::string name;
-    for (; at < line.size() && line[at] != '"'; ++at) {
-        if (line[at] == '\\' && at + 1 < line.size())
+    size_t at = 0;
+    for (; at < rest.size() && rest[at] != '"'; ++at) {
+        if (rest[at] == '\\' && at + 1 < rest.size())
             ++at;
-        name += line[at];
+        name += rest[at];
     }
-    if (at == line.size() || name.find('\0') != std::string::npos)
+    if (at == rest.size() || name.find('\0') != std::string::npos)
         return std::nullopt;
     return name;
 }
@@ -66,13 +71,10 @@ static bool is_safe_line(std::string_view line, int number, look_ahead* look)
         look->long_line = number;
         return false;
     }
-    /* Most lines have no '@', and the search for a directive is slow on blanks. */
-    if (line.find('@') == std::string_view::npos)
-        return true;
     const size_t at = name_in_include(line);
     if (at == std::string_view::npos)
         return true;
-    const std::optional<std::string> included = quoted_name(line, at);
+    const std::optional<std::string> included = quoted_name(line.substr(at));
     return included && is_safe(*included, look);
 }
 
