@@ -427,6 +427,7 @@ TEST_F(config_file, fields_are_printed_by_width)
               "            top=L:( 1):V(00)\n"
               "         bottom=L:( 7):V(00)\n",
               printed_by(DEBUG_print_bitfields_by_name, &chip, "BYTE"));
+    EXPECT_EQ("", printed_by(DEBUG_print_bitfields_by_name, &chip, "ODD"));
     EXPECT_EQ("DEBUG_print_reg_by_name -> Register-Name not found\n",
               printed_by(DEBUG_print_bitfields_by_name, &chip, "NONE"));
 }
@@ -461,10 +462,16 @@ TEST(config_guard, looks_at_includes_as_the_library_does)
     };
     EXPECT_TRUE(safe("x = \"@include /\";\n"));
     EXPECT_TRUE(safe("a @include \"/\"\n"));
+    EXPECT_TRUE(safe("#includ@ \"/\"\n"));
+    EXPECT_TRUE(safe("@include '/\"\n"));
+    EXPECT_TRUE(safe("@include\n"));
     EXPECT_TRUE(safe("@include \"/nonexistent\"\n"));
     EXPECT_FALSE(safe("@include \"/\"\n"));
     EXPECT_FALSE(safe("@include \"/\\tmp\"\n"));
     EXPECT_FALSE(safe("@include \"/"));
+    /* A name goes on behind the end of its line for the library alone. */
+    EXPECT_FALSE(safe(std::string(20, '\n') + "@include \"two\nlines\"\n"));
+    EXPECT_FALSE(safe("@include \"x\\\n\"\n"));
     EXPECT_FALSE(is_safe("/dev/null"));
     std::filesystem::remove_all(name);
 }

@@ -4,16 +4,37 @@
  */
 #include "regdb/chip_regs.h"
 #include "regdb/config_file.h"
+#include "regdb/config_guard.h"
 #include "regdb/config_mirror.h"
 #include "regdb/registers.h"
 
+#include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+/* Whether our own streams can't be made, as without memory. The library's can. */
+static bool streams_fail;
+
+extern "C" {
+FILE* __real_fdopen(int descriptor, const char* mode);
+FILE* __wrap_fdopen(int descriptor, const char* mode);
+
+FILE* __wrap_fdopen(int descriptor, const char* mode)
+{
+    if (!streams_fail)
+        return __real_fdopen(descriptor, mode);
+    errno = ENOMEM;
+    return nullptr;
+}
+}
 
 namespace
 {
@@ -37,6 +58,11 @@ bool fields_fit(const chip_regs& chip)
             if ((uint64_t{bf->value} >> bf->len) != 0)
                 return false;
     return true;
+}
+
+std::ptrdiff_t open_descriptors()
+{
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
 }
 
 class bad_register_file : public testing::Test
@@ -152,6 +178,24 @@ TEST_F(bad_register_file, that_breaks_off_in_its_medium_can_not_be_read)
 TEST_F(bad_register_file, that_includes_one_that_breaks_off_can_not_be_read)
 {
     expect_unreadable(make("SRIC: { sinr = 1; };\n@include \"/proc/self/mem\"\n"));
+}
+
+TEST_F(bad_register_file, without_memory_for_its_stream_can_not_be_read)
+{
+    const std::string file = make("SRIC: { sinr = 1; };\n");
+    streams_fail = true;
+    expect_unreadable(file);
+    streams_fail = false;
+}
+
+TEST_F(bad_register_file, is_closed_again)
+{
+    const std::ptrdiff_t before = open_descriptors();
+    expect_unreadable(make("@include \"/\"\n"));
+    expect_unreadable("/proc/self/mem");
+    expect_error("SRIC: { sinr = ; };\n", 1);
+    EXPECT_EQ(0, read(make("SRIC: { sinr = 1; };\n")));
+    EXPECT_EQ(before, open_descriptors());
 }
 
 TEST_F(bad_register_file, of_blanks_alone_changes_nothing)
@@ -338,6 +382,31 @@ TEST_F(bad_register_file, with_a_line_that_would_take_minutes_is_refused_with_it
     expect_error("# one\n# two\n@include \"" + path("inner.cnf") + "\"\n", 2, text);
     EXPECT_EQ(0, read(make("#" + std::string(131071, 'x') + "\nSRIC: { sinr = 6; };\n")));
     EXPECT_EQ(6U, field("SRIC", "sinr"));
+}
+
+/* The file has no blocks on its medium. The search for a line end would take very long. */
+TEST_F(bad_register_file, of_one_line_of_a_gigabyte_is_refused_at_its_begin)
+{
+    const std::string file = make("");
+    std::filesystem::resize_file(file, 1 << 30);
+    expect_failure(file, 1, "line longer than 128 KiB");
+}
+
+/* The number of a closed standard input. */
+TEST_F(bad_register_file, is_refused_on_descriptor_0_too)
+{
+    const std::string file = make(std::string(131073, 'x'));
+    const int input = dup(STDIN_FILENO);
+    close(STDIN_FILENO);
+    int line = 0;
+    errno = 0;
+    EXPECT_STREQ("line longer than 128 KiB", config_file_fault(file.c_str(), &line));
+    EXPECT_EQ(1, line);
+    EXPECT_EQ(-1, close(STDIN_FILENO));
+    if (input >= 0) {
+        dup2(input, STDIN_FILENO);
+        close(input);
+    }
 }
 
 TEST_F(bad_register_file, that_includes_what_is_not_there_is_an_error)

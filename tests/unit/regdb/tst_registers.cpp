@@ -167,7 +167,7 @@ TEST_F(registers, of_other_widths_are_skipped)
     EXPECT_EQ(7u, regs[3].value);
     EXPECT_EQ(0u, bf_odd[0].value);
     bf_odd[0].value = 3;
-    make_reg_value(&regs[3]);
+    EXPECT_EQ(1, make_reg_value(&regs[3]));
     EXPECT_EQ(0u, regs[3].value);
     regs[3].value = 7;
     EXPECT_EQ(1, set_reg_value_by_name(&chip, "ODD", 0x12345678));
