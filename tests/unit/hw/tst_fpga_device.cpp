@@ -38,6 +38,12 @@ reg_bf_group entry(uint32_t addr, uint32_t value, uint8_t valid)
     return {'X', addr, "REG", 32, value, nullptr, valid, ""};
 }
 
+/* Comes first, before other tests set the descriptor. With 0, the standard input would get the data. */
+TEST(fpga_device_at_the_start, is_closed)
+{
+    EXPECT_EQ(-1, fbfd);
+}
+
 TEST_F(fpga_device, that_can_not_be_opened_is_reported)
 {
     testing::internal::CaptureStdout();
@@ -58,6 +64,7 @@ TEST_F(fpga_device, that_is_closed_reaches_no_other_file)
     const int fd = fbfd;
     destroy_fpga_framebuffer();
     EXPECT_EQ((lines{"fpga close"}), board.trace());
+    EXPECT_EQ(-1, fbfd);
 
     /* Another file gets the number, but must not get the data. */
     const std::string stranger = board.path("stranger");
@@ -73,7 +80,9 @@ TEST_F(fpga_device, that_is_closed_reaches_no_other_file)
 TEST_F(fpga_device, registers_are_read_and_written_32_bits_wide)
 {
     open_device();
+    testing::internal::CaptureStdout();
     EXPECT_EQ(0, fpga_device_write_reg(0xff0000, 0x00820002));
+    EXPECT_EQ("", testing::internal::GetCapturedStdout());
     EXPECT_EQ(0x00820002u, fpga_device_read_reg(0xff0000));
     EXPECT_EQ((lines{"fpga write32 0x00ff0000 0x00820002", "fpga read32 0x00ff0000 = 0x00820002"}),
               board.trace());

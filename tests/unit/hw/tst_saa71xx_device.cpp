@@ -43,6 +43,12 @@ reg_bf_group entry(uint32_t addr, uint32_t value, uint8_t valid)
     return {'X', addr, "REG", 8, value, nullptr, valid, ""};
 }
 
+/* Comes first, before other tests set the descriptor. With 0, the calls would go to the standard input. */
+TEST(saa71xx_device_at_the_start, is_closed)
+{
+    EXPECT_EQ(-1, saafd);
+}
+
 TEST_F(saa71xx_device, that_can_not_be_opened_is_reported)
 {
     board.fail(BOARD_OPERATION_I2C_OPEN, ENXIO);
