@@ -79,7 +79,7 @@ void __wrap_free(void* block);
 
 void* __wrap_malloc(size_t size)
 {
-    if (fails() || size > SIZE_MAX - GUARD_BYTES)
+    if (fails() || size == 0 || size > SIZE_MAX - GUARD_BYTES)
         return nullptr;
     void* block = __real_malloc(size + GUARD_BYTES);
     if (block != nullptr)

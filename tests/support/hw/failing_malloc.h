@@ -1,7 +1,8 @@
 /* SPDX-License-Identifier: MIT */
-/* Allocations that fail on purpose, and those that succeed under watch: malloc() gives memory that isn't zero, and a write
- * behind a block ends the process when the block is freed. The program has to be linked with --wrap=malloc, --wrap=calloc
- * and --wrap=free, which reach the calls of our own objects and leave the libraries' alone. */
+/* Allocations that fail on purpose, and those that succeed under watch: malloc() gives memory that isn't zero, and
+ * none for 0 bytes, as some C libraries do; a write behind a block ends the process when the block is freed. The
+ * program has to be linked with --wrap=malloc, --wrap=calloc and --wrap=free, which reach the calls of our own
+ * objects and leave the libraries' alone. */
 #ifndef HALDEND_TESTS_FAILING_MALLOC_H
 #define HALDEND_TESTS_FAILING_MALLOC_H
 

@@ -102,6 +102,7 @@ TEST_F(graphic_layer, clear_graphic_page_uses_the_screens_geometry)
 {
     record.graphic_width = 100;
     record.graphic_height = 3;
+    std::fill_n(fpga_memory().begin() + 0x19a000, 301, static_cast<unsigned char>(0xee));
     clear_graphic_page(8);
     EXPECT_EQ(
         (fpga_accesses{
@@ -110,6 +111,9 @@ TEST_F(graphic_layer, clear_graphic_page_uses_the_screens_geometry)
             {write_memory, 0x19a0c8, 100}
     }),
         fpga_recorded());
+    bytes expected(301);
+    expected.back() = 0xee;
+    EXPECT_EQ(expected, fpga_bytes(0x19a000, 301));
 }
 
 TEST_F(graphic_layer, pages_that_are_not_there_are_not_drawn_on)
@@ -186,8 +190,8 @@ TEST_F(graphic_layer, pixels_at_the_origin_are_the_pages_first)
 
 TEST_F(graphic_layer, pixels_are_placed_without_the_offsets)
 {
-    write_graphic_pixel_xy(719, 287, 5, 1, 0);
-    write_graphic_pixel_xy(10, 2, 5, 0, 0);
+    EXPECT_EQ(1, write_graphic_pixel_xy(719, 287, 5, 1, 0));
+    EXPECT_EQ(1, write_graphic_pixel_xy(10, 2, 5, 0, 0));
     EXPECT_EQ((fpga_accesses{
                   {write_memory, 287 * 720 + 719, 1},
                   {write_memory, 2 * 720 + 10,    0}

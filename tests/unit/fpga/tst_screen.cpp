@@ -8,6 +8,8 @@
 #include <cstring>
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 namespace
 {
@@ -20,6 +22,16 @@ void load_another_font()
     static int unknown = 1000;
     load_font(++unknown);
     fpga_recorded().clear();
+}
+
+/* Comes first, before other tests load one. */
+TEST_F(start_up, the_first_glyph_set_of_the_process_is_written)
+{
+    EXPECT_EQ(1, load_font(1));
+    EXPECT_EQ((fpga_accesses{
+                  {write_memory, 0x200000, 16384}
+    }),
+              fpga_recorded());
 }
 
 TEST_F(start_up, init_screen_fills_the_record_and_takes_CTRL)
@@ -132,6 +144,19 @@ TEST_F(start_up, internal_load_font_swaps_every_row_and_writes_what_is_asked_for
         ASSERT_EQ(table[i], fpga_memory()[0x200000 + i + 1]) << i;
         ASSERT_EQ(table[i + 1], fpga_memory()[0x200000 + i]) << i;
     }
+}
+
+/* No memory follows this table. */
+TEST_F(start_up, internal_load_font_reads_no_more_than_the_table)
+{
+    const auto page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
+    const size_t length = FONT_MAP_LENGTH + page;
+    void* memory = mmap(nullptr, length, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    ASSERT_NE(MAP_FAILED, memory);
+    const auto* table = static_cast<const unsigned char*>(memory);
+    ASSERT_EQ(0, mprotect(static_cast<unsigned char*>(memory) + FONT_MAP_LENGTH, page, PROT_NONE));
+    EXPECT_EQ(1, internal_load_font(table, FONT_MAP_LENGTH));
+    munmap(memory, length);
 }
 
 TEST_F(start_up, internal_load_font_sends_no_more_than_the_table)

@@ -106,6 +106,23 @@ TEST_F(video_image, the_odd_line_after_a_write_is_no_memory_of_ours)
     EXPECT_EQ(bytes(LINE, 0xee), fpga_bytes(IMAGE + 574 * LINE, LINE));
 }
 
+TEST_F(video_image, a_read_of_less_than_the_frame_turns_over_no_line_that_is_not_there)
+{
+    number_fpga_lines();
+    bytes buffer(300 * LINE);
+    EXPECT_EQ(0, get_video_image_from_fpga(buffer.data(), 0, buffer.size()));
+    EXPECT_EQ(275, number_of(buffer.data() + 275 * LINE)); // frame line 300 is not there
+    EXPECT_EQ(0, number_of(buffer.data() + 276 * LINE));   // frame line 299 is of memory line 437
+    EXPECT_EQ(149, number_of(buffer.data() + 277 * LINE));
+}
+
+TEST_F(video_image, a_write_leaves_what_is_behind_the_frame)
+{
+    bytes buffer(VIDEO_IMAGE_SIZE + 2 * LINE, 0xee);
+    write_video_image_to_fpga(buffer.data(), 0, buffer.size());
+    EXPECT_EQ(bytes(2 * LINE, 0xee), bytes(buffer.end() - 2 * LINE, buffer.end()));
+}
+
 TEST_F(video_image, a_short_buffer_is_not_overrun)
 {
     for (const size_t size : {size_t{0}, size_t{1}, LINE - 1, 300 * LINE + 5, size_t{VIDEO_IMAGE_SIZE} - 1}) {
