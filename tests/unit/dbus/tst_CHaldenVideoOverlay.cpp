@@ -3,6 +3,7 @@
 #include "dbus/CHaldenVideoOverlay.h"
 #include "fpga/screen.h"
 #include "hw/fpga_device.h"
+#include "hw/fpga_map.h"
 #include "overlay/COverlayObjectManager.h"
 #include "overlay/CVideoOverlayBackEnd.h"
 #include "overlay/CVideoOverlayFrontEnd.h"
@@ -42,6 +43,7 @@ private slots:
     void the_counter_writes_into_the_text_with_the_id_102();
     void the_timer_runs_while_the_counter_does();
     void a_resume_begins_a_new_second();
+    void the_overlay_is_switched_on_and_off();
     void the_counter_is_precise();
     void setting_the_counter_leaves_its_second_alone();
 
@@ -491,6 +493,18 @@ void TestCHaldenVideoOverlay::a_resume_begins_a_new_second()
     m_pcOverlay->videocounter_resume(0);
     QCOMPARE(s_iTimerStarts, 2);
     QVERIFY(isTicking());
+}
+
+void TestCHaldenVideoOverlay::the_overlay_is_switched_on_and_off()
+{
+    for (int iRound = 0; iRound < 2; ++iRound) {
+        m_pcOverlay->show_overlay();
+        QVERIFY(m_pcOverlay->is_overlay_visible());
+        QVERIFY((*m_pcBoard)->fpgaRegister(FPGA_CTRL) != 0U);
+        m_pcOverlay->hide_overlay();
+        QVERIFY(!m_pcOverlay->is_overlay_visible());
+        QCOMPARE((*m_pcBoard)->fpgaRegister(FPGA_CTRL), 0U);
+    }
 }
 
 // Another timer may be wrong by a twentieth: three seconds in a minute of film.
