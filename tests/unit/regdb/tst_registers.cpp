@@ -165,6 +165,7 @@ TEST_F(registers, of_other_widths_are_skipped)
 {
     make_bitfield_value(&regs[3]);
     EXPECT_EQ(7u, regs[3].value);
+    EXPECT_EQ(0u, reg_value(&regs[3]));
     EXPECT_EQ(0u, bf_odd[0].value);
     bf_odd[0].value = 3;
     EXPECT_EQ(1, make_reg_value(&regs[3]));
