@@ -498,7 +498,7 @@ void TestDebug::a_reload_survives_any_file_data()
     QTest::newRow("includes itself") << QByteArray("@include \"/usr/etc/cnfs/fpga.cnf\"\n");
     QTest::newRow("includes a folder") << QByteArray("@include \"/usr/etc/cnfs\"\n");
     QTest::newRow("includes a FIFO") << QByteArray("@include \"/usr/etc/cnfs/fifo\"\n");
-    QTest::newRow("includes what isn't there") << QByteArray("@include \"/nonexistent\"\n");
+    QTest::newRow("includes what isn't there") << QByteArray("@include \"/nonexistent/file\"\n");
     QTest::newRow("a folder") << QByteArray("FOLDER");
     QTest::newRow("a FIFO") << QByteArray("FIFO");
     QTest::newRow("a terminal") << QByteArray("LINK /dev/ptmx");

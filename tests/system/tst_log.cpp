@@ -1,7 +1,9 @@
 /* SPDX-License-Identifier: MIT */
 /* The log as the system log gets it: ident, options and facility, and the level of each line, which its echo on standard
  * error doesn't show. */
+#include "tests/support/CBusMonitor.h"
 #include "tests/support/CScene.h"
+#include "tests/support/CVideoScene.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -9,7 +11,10 @@
 
 #include <csignal>
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <syslog.h>
+#include <unistd.h>
 
 class TestLog : public QObject
 {
@@ -20,12 +25,14 @@ private slots:
 
     void names_itself_and_its_facility();
     void a_start_and_an_end_are_information();
+    void the_end_is_logged_before_the_recorder_stops();
     void bad_options_are_errors();
     void a_failed_bring_up_is_an_error_data();
     void a_failed_bring_up_is_an_error();
     void a_second_daemon_is_information_and_its_end_an_error();
     void the_loss_of_the_bus_is_an_error();
     void calls_are_information();
+    void a_reader_that_goes_away_does_not_end_it();
 
 private:
     void prepare(CDaemonProcess& rcDaemon);
@@ -82,6 +89,26 @@ void TestLog::a_start_and_an_end_are_information()
     QVERIFY2(cScene.start(), cScene.describe());
     QCOMPARE(cScene.end(), QString());
     QCOMPARE(lines(), (QStringList{STARTING, TERMINATING}));
+}
+
+// A codec service that hangs there leaves the line behind, which says how far the daemon got.
+void TestLog::the_end_is_logged_before_the_recorder_stops()
+{
+    CVideoScene cScene;
+    QVERIFY(cScene.prepare());
+    prepare(cScene.daemon());
+    QVERIFY2(cScene.start(), cScene.describe());
+    QVERIFY(cScene.enterState(CVideoScene::RECORDING));
+    CBusMonitor cMonitor;
+    QVERIFY(cMonitor.start(cScene.bus().address()));
+    cScene.codec().hold();
+    ::kill(static_cast<pid_t>(cScene.daemon().pid()), SIGTERM);
+    QVERIFY(cMonitor.waitFor("member=stop"));
+    QCOMPARE(lines(), (QStringList{STARTING, TERMINATING}));
+    QVERIFY(cMonitor.end());
+    cScene.codec().goOn();
+    QVERIFY2(cScene.daemon().waitForEnd(), cScene.describe());
+    QCOMPARE(cScene.daemon().exitCode(), 0);
 }
 
 void TestLog::bad_options_are_errors()
@@ -170,6 +197,24 @@ void TestLog::calls_are_information()
     QCOMPARE(cLines.size(), 1 + 6 + 4);
     for (const QString& rcLine : cLines)
         QVERIFY2(rcLine.startsWith(QLatin1String("6 ")), qPrintable(rcLine));
+}
+
+// The echo on standard error then has nowhere to go.
+void TestLog::a_reader_that_goes_away_does_not_end_it()
+{
+    const QString cEcho = m_pcFolder->filePath(QStringLiteral("echo"));
+    QCOMPARE(mkfifo(qPrintable(cEcho), 0600), 0);
+    const int iReader = open(qPrintable(cEcho), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    QVERIFY(iReader >= 0);
+    CScene cScene;
+    QVERIFY(cScene.prepare());
+    cScene.daemon().process().setStandardErrorFile(cEcho);
+    QVERIFY2(cScene.start(), cScene.describe());
+    close(iReader);
+    cScene.daemon().send(QStringLiteral("/videooverlay"), QStringLiteral("draw_temp_text"),
+                         {QStringLiteral("x"), 1, 5, 0, 10, 1});
+    QVERIFY2(cScene.daemon().settle(), cScene.describe());
+    QCOMPARE(cScene.end(), QString());
 }
 
 QTEST_GUILESS_MAIN(TestLog)

@@ -8,8 +8,10 @@
 
 #include <QDBusConnectionInterface>
 #include <QDBusServiceWatcher>
+#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
+#include <QSet>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -182,6 +184,9 @@ void TestStartup::a_failed_fork_leaves_it_in_the_foreground()
     cScene.daemon().setArguments(cScene.daemon().arguments() << QStringLiteral("-d"));
     QVERIFY2(cScene.start(), cScene.describe());
     QCOMPARE(cScene.board().faults().value(0).u32Hits, 1U);
+    const uint uiDaemon = static_cast<uint>(cScene.daemon().pid());
+    QCOMPARE(QFile::symLinkTarget(QStringLiteral("/proc/%1/cwd").arg(uiDaemon)), QDir::currentPath());
+    QCOMPARE(statusField(uiDaemon, "Umask"), statusField(static_cast<uint>(getpid()), "Umask"));
     QCOMPARE(cScene.end(), QString());
     QCOMPARE(cScene.daemon().log(), (QStringList{STARTING, QStringLiteral("Terminating haldend...")}));
 }
@@ -198,6 +203,18 @@ void TestStartup::standard_descriptors_that_are_closed_lead_to_nothing_data()
         const QString cAll = cRedirections.join(QLatin1Char(' '));
         QTest::newRow(qPrintable(QStringLiteral("closed: ") + cAll)) << cAll;
     }
+}
+
+// The descriptors of a process that lead to the null device, without the standard ones.
+static QSet<int> nullDevices(qint64 iPid)
+{
+    QSet<int> cDescriptors;
+    const QDir cFolder(QStringLiteral("/proc/%1/fd").arg(iPid));
+    for (const QString& rcName : cFolder.entryList(QDir::Files | QDir::System))
+        if (rcName.toInt() > STDERR_FILENO &&
+            QFile::symLinkTarget(cFolder.filePath(rcName)) == QStringLiteral("/dev/null"))
+            cDescriptors << rcName.toInt();
+    return cDescriptors;
 }
 
 // Otherwise the next files would get the numbers, and the log would go into one of them.
@@ -219,6 +236,8 @@ void TestStartup::standard_descriptors_that_are_closed_lead_to_nothing()
                                      : cFile == QStringLiteral("/dev/null"),
                  qPrintable(QStringLiteral("%1: ").arg(iDescriptor) + cFile));
     }
+    const QSet<int> cOpened = nullDevices(rcDaemon.pid()) - nullDevices(getpid());
+    QVERIFY2(cOpened.isEmpty(), cScene.describe());
 
     // A call that is logged.
     rcDaemon.send(QStringLiteral("/videooverlay"), QStringLiteral("draw_temp_text"),

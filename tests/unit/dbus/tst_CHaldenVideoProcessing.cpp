@@ -268,7 +268,7 @@ void TestCHaldenVideoProcessing::commands_reach_the_codec_and_return_their_resul
                           QStringLiteral("/Record resume()"), QStringLiteral("/Record stop()"),
                           QStringLiteral("/Play play(s) /c"), QStringLiteral("/Play pause()"),
                           QStringLiteral("/Play resume()"), QStringLiteral("/Play stop()")}));
-    QCOMPARE(call("display_video_image", QStringLiteral("/nonexistent")), 3);
+    QCOMPARE(call("display_video_image", QStringLiteral("/nonexistent/file")), 3);
     m_cCodec.setConfirming(false);
     QCOMPARE(call("clear_video_image"), 2);
     QCOMPARE(call("start_video_recording", QStringLiteral("/d")), 1);
@@ -310,10 +310,10 @@ void TestCHaldenVideoProcessing::an_idle_recording_time_is_three_zeros()
 void TestCHaldenVideoProcessing::clearing_answers_2_in_any_case()
 {
     QCOMPARE(call("clear_video_image"), 2);
-    QCOMPARE(call("display_video_image", QStringLiteral("/nonexistent")), 3);
+    QCOMPARE(call("display_video_image", QStringLiteral("/nonexistent/file")), 3);
     QCOMPARE(call("clear_video_image"), 2);
     // It was cleared.
-    QCOMPARE(call("display_video_image", QStringLiteral("/nonexistent")), 3);
+    QCOMPARE(call("display_video_image", QStringLiteral("/nonexistent/file")), 3);
 }
 
 void TestCHaldenVideoProcessing::a_save_answers_at_once_and_reports_later()

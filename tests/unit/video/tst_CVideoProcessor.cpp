@@ -807,7 +807,7 @@ void TestCVideoProcessor::a_file_that_can_not_be_looked_at_stops_the_recording_d
     QTest::newRow("4,096 characters") << QString(4096, QLatin1Char('x'));
     QTest::newRow("a path of 4,096 characters") << QStringLiteral("/tmp/").repeated(820).left(4096);
     QTest::newRow("below a file") << QStringLiteral("/dev/null/recording");
-    QTest::newRow("ends with a zero") << QStringLiteral("/nonexistent") + QChar(0);
+    QTest::newRow("ends with a zero") << QStringLiteral("/nonexistent/file") + QChar(0);
     QTest::newRow("starts with a zero") << QChar(0) + QStringLiteral("/tmp");
     QTest::newRow("half a surrogate pair") << QStringLiteral("/") + QChar(0xd83d);
 }
