@@ -48,7 +48,7 @@ private slots:
 private:
     int run(const QStringList& rcArguments);
     QString makeFilm(const QString& rcName, const QList<int>& rcGreys);
-    /// What the camera shows: a grey, -1 for no picture of one grey.
+    /// What the FPGA would record: a grey, -1 for no picture of one grey.
     int seen() const;
     bool sees(int iGrey) const { return qAbs(seen() - iGrey) <= 3; }
     pid_t helper() const;
@@ -107,11 +107,16 @@ QString TestHaldenCamera::makeFilm(const QString& rcName, const QList<int>& rcGr
     return cFilm.close() ? cPath : QString();
 }
 
+// The grey of a picture, -1 for one that has others too.
+static int greyOf(const QImage& rcPicture)
+{
+    const int iGrey = qGray(rcPicture.pixel(100, 100));
+    return qAbs(qGray(rcPicture.pixel(600, 500)) - iGrey) <= 3 ? iGrey : -1;
+}
+
 int TestHaldenCamera::seen() const
 {
-    const QImage cPicture = CBoardPicture::recorded(m_pcBoard->board());
-    const int iGrey = qGray(cPicture.pixel(100, 100));
-    return qAbs(qGray(cPicture.pixel(600, 500)) - iGrey) <= 3 ? iGrey : -1;
+    return greyOf(CBoardPicture::recorded(m_pcBoard->board()));
 }
 
 // One that has ended may wait for the machine's first process to notice.
@@ -132,17 +137,23 @@ int TestHaldenCamera::deviceLines(const char* pszLine) const
     return cLog.open(QIODevice::ReadOnly) ? cLog.readAll().split('\n').count(pszLine) : 0;
 }
 
+// A second of each grey, and looks at the camera's frames alone: on a busy machine a frame, or with sanitizers the FPGA's
+// picture, takes as long as some tenths of a second of film, and each look at a shorter film could meet the same grey.
 void TestHaldenCamera::a_film_is_seen_again_and_again()
 {
+    const auto cShows = [this](int iGrey) {
+        return qAbs(greyOf(m_pcBoard->board().cameraImage()) - iGrey) <= 3;
+    };
     const QString cFilm =
-        makeFilm(QStringLiteral("two.ts"), QList<int>{40, 40, 40, 40, 40, 200, 200, 200, 200, 200});
+        makeFilm(QStringLiteral("two.ts"), QVector<int>(25, 40).toList() + QVector<int>(25, 200).toList());
     QVERIFY(!cFilm.isEmpty());
     QCOMPARE(run({QStringLiteral("film"), cFilm}), 0);
     QCOMPARE(m_pcBoard->board().cameraSource(), BOARD_CAMERA_FRAMES);
-    for (int iRound = 0; iRound < 3; ++iRound) {
-        QTRY_VERIFY_WITH_TIMEOUT(sees(40), TIMEOUT_PROCESS_MS);
-        QTRY_VERIFY_WITH_TIMEOUT(sees(200), TIMEOUT_PROCESS_MS);
+    for (int iRound = 0; iRound < 2; ++iRound) {
+        QTRY_VERIFY_WITH_TIMEOUT(cShows(40), TIMEOUT_PROCESS_MS);
+        QTRY_VERIFY_WITH_TIMEOUT(cShows(200), TIMEOUT_PROCESS_MS);
     }
+    QTRY_VERIFY_WITH_TIMEOUT(sees(40) || sees(200), TIMEOUT_PROCESS_MS);
 }
 
 void TestHaldenCamera::a_film_of_one_frame_stays()
