@@ -169,7 +169,9 @@ class Service:
             time.sleep(0.01)
 
     def tasks(self):
-        return sorted(Path(f"/proc/{self.pid}/task").iterdir())
+        """The main thread first. Numbers begin again at their largest: a later thread's may be lower."""
+        threads = Path(f"/proc/{self.pid}/task")
+        return sorted(threads.iterdir(), key=lambda task: (task.name != str(self.pid), int(task.name)))
 
     def state(self):
         """Of each thread: whether it sleeps, and how often it went to sleep so far."""
