@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: MIT */
 #include "board/codec/CFilmPlayback.h"
 
+#include "board/film/CFilms.h"
 #include "board/state/CBoard.h"
 
 namespace
@@ -24,11 +25,14 @@ std::unique_ptr<CFilmPlayback> CFilmPlayback::start(const CBoard& rcBoard, const
 
 bool CFilmPlayback::open(const CBoard& rcBoard, const QString& rcFile, QString& rcError)
 {
-    if (!m_cReader.open(rcFile)) {
-        rcError = m_cReader.errorString();
+    m_pcReader = CFilms::makeReader(rcError);
+    if (m_pcReader == nullptr)
+        return false;
+    if (!m_pcReader->open(rcFile)) {
+        rcError = m_pcReader->errorString();
         return false;
     }
-    if (!m_cReader.next()) {
+    if (!m_pcReader->next()) {
         rcError = QStringLiteral("%1: no frame of it can be decoded").arg(rcFile);
         return false;
     }
@@ -42,7 +46,7 @@ CFilmPlayback::~CFilmPlayback()
 
 CFilmPlayback::CPosition CFilmPlayback::frame(CPosition cNow)
 {
-    const CPosition cOver = std::chrono::microseconds(m_cReader.time() + m_cReader.duration());
+    const CPosition cOver = std::chrono::microseconds(m_pcReader->time() + m_pcReader->duration());
     if (cOver > cNow || m_iLeftOut >= MOST_LEFT_OUT)
         show();
     else
@@ -52,7 +56,7 @@ CFilmPlayback::CPosition CFilmPlayback::frame(CPosition cNow)
 
 void CFilmPlayback::show()
 {
-    m_cFile.show(m_cReader.picture());
+    m_cFile.show(m_pcReader->picture());
     m_iLeftOut = 0;
 }
 
@@ -60,8 +64,8 @@ void CFilmPlayback::show()
 CFilmPlayback::CPosition CFilmPlayback::next()
 {
     countFrame();
-    if (m_cReader.next())
-        return std::chrono::microseconds(m_cReader.time());
+    if (m_pcReader->next())
+        return std::chrono::microseconds(m_pcReader->time());
     if (m_iLeftOut > 0)
         show();
     return NEVER;

@@ -3,7 +3,7 @@
 #define HALDEND_BOARD_CODEC_CFILMPLAYBACK_H
 
 #include "board/codec/CFilmThread.h"
-#include "board/film/CFilmReader.h"
+#include "board/film/IFilmReader.h"
 #include "board/state/CPlaybackFile.h"
 
 #include <memory>
@@ -31,7 +31,7 @@ private:
     void show();
     CPosition next();
 
-    CFilmReader m_cReader;
+    std::unique_ptr<IFilmReader> m_pcReader;
     CPlaybackFile m_cFile;
     int m_iLeftOut = 0; ///< frames since the last one that was shown
 };

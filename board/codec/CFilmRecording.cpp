@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: MIT */
 #include "board/codec/CFilmRecording.h"
 
+#include "board/film/CFilms.h"
 #include "board/picture/CBoardPicture.h"
 
 namespace
@@ -29,8 +30,11 @@ std::unique_ptr<CFilmRecording> CFilmRecording::start(const CBoard& rcBoard, con
     pcFilm->m_cFile = rcFile;
     if (!pcFilm->openBoard(rcBoard.directory(), rcError))
         return nullptr;
-    if (!pcFilm->m_cWriter.open(rcFile)) {
-        rcError = pcFilm->m_cWriter.errorString();
+    pcFilm->m_pcWriter = CFilms::makeWriter(rcError);
+    if (pcFilm->m_pcWriter == nullptr)
+        return nullptr;
+    if (!pcFilm->m_pcWriter->open(rcFile)) {
+        rcError = pcFilm->m_pcWriter->errorString();
         return nullptr;
     }
     pcFilm->CFilmThread::start(CPosition::zero());
@@ -48,13 +52,13 @@ bool CFilmRecording::openBoard(const QString& rcDirectory, QString& rcError)
 CFilmRecording::~CFilmRecording()
 {
     const CPosition cEnd = end();
-    if (!m_cWriter.isOpen())
+    if (m_pcWriter == nullptr || !m_pcWriter->isOpen())
         return;
     catchUp(cEnd);
-    tell(m_cWriter.close());
+    tell(m_pcWriter->close());
     if (m_iRepeated > 0)
         qWarning("%s: %d of %d frames came late; the ones before were repeated", qPrintable(m_cFile),
-                 m_iRepeated, m_cWriter.frames());
+                 m_iRepeated, m_pcWriter->frames());
 }
 
 CFilmRecording::CPosition CFilmRecording::frame(CPosition cNow)
@@ -62,7 +66,7 @@ CFilmRecording::CPosition CFilmRecording::frame(CPosition cNow)
     if (m_cBoard.codecMode() == BOARD_CODEC_STALL)
         ++m_iStalled;
     else
-        write(frameAt(cNow) > next() && m_cWriter.frames() > 0 && m_iInARow < MOST_REPEATED);
+        write(frameAt(cNow) > next() && m_pcWriter->frames() > 0 && m_iInARow < MOST_REPEATED);
     countFrame();
     return next() * FRAME_TIME;
 }
@@ -71,12 +75,12 @@ void CFilmRecording::write(bool bRepeat)
 {
     m_iInARow = bRepeat ? m_iInARow + 1 : 0;
     m_iRepeated += bRepeat ? 1 : 0;
-    tell(bRepeat ? m_cWriter.repeat() : m_cWriter.write(CBoardPicture::recorded(m_cBoard)));
+    tell(bRepeat ? m_pcWriter->repeat() : m_pcWriter->write(CBoardPicture::recorded(m_cBoard)));
 }
 
 void CFilmRecording::catchUp(CPosition cEnd)
 {
-    for (int i = 0; i < MOST_CAUGHT_UP && next() <= frameAt(cEnd) && m_cWriter.frames() > 0; ++i)
+    for (int i = 0; i < MOST_CAUGHT_UP && next() <= frameAt(cEnd) && m_pcWriter->frames() > 0; ++i)
         write(true);
     const int iLost = frameAt(cEnd) + 1 - next();
     if (iLost > 0)
@@ -87,6 +91,6 @@ void CFilmRecording::catchUp(CPosition cEnd)
 void CFilmRecording::tell(bool bWritten)
 {
     if (!bWritten && !m_bFailed)
-        qWarning("%s", qPrintable(m_cWriter.errorString()));
+        qWarning("%s", qPrintable(m_pcWriter->errorString()));
     m_bFailed = !bWritten;
 }

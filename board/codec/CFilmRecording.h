@@ -3,7 +3,7 @@
 #define HALDEND_BOARD_CODEC_CFILMRECORDING_H
 
 #include "board/codec/CFilmThread.h"
-#include "board/film/CFilmWriter.h"
+#include "board/film/IFilmWriter.h"
 #include "board/state/CBoard.h"
 
 #include <memory>
@@ -31,10 +31,10 @@ private:
     void write(bool bRepeat);
     void catchUp(CPosition cEnd);
     void tell(bool bWritten);
-    int next() const { return m_cWriter.frames() + m_iStalled; }
+    int next() const { return m_pcWriter->frames() + m_iStalled; }
 
     CBoard m_cBoard; ///< the thread's own
-    CFilmWriter m_cWriter;
+    std::unique_ptr<IFilmWriter> m_pcWriter;
     QString m_cFile;
     int m_iStalled = 0;  ///< frames that the mode kept back
     int m_iRepeated = 0; ///< frames that stand in for one that came late

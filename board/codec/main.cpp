@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: MIT */
 /* halden-codec: the codec service's stand-in, on the system bus and on the board that HALDEN_BOARD names. */
 #include "board/codec/CCodecService.h"
-#include "board/film/CFilmWriter.h"
+#include "board/film/CFilms.h"
 #include "board/state/CBoard.h"
 
 #include <QCoreApplication>
@@ -36,7 +36,7 @@ int main(int argc, char* argv[])
     CBoard cBoard;
     if (!cBoard.open(qEnvironmentVariable(BOARD_VARIABLE)))
         return fail(cBoard.errorString());
-    CCodecService cService(cBoard, !bNoVideo && CFilmWriter::isBuiltIn());
+    CCodecService cService(cBoard, !bNoVideo && CFilms::areThere());
     QString cError;
     if (!cService.start(cError))
         return fail(cError);

@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: MIT */
 #include "board/feed/CFilmSource.h"
 
+#include "board/film/CFilms.h"
 #include "hw/video_geometry.h"
 
 #include <QElapsedTimer>
@@ -17,21 +18,26 @@ const qint64 CATCHING_UP_MS = 100; // then the frame that was reached is shown
 
 bool CFilmSource::open()
 {
-    if (!m_cFilm.open(m_cPath))
-        return fail(m_cFilm.errorString());
-    return m_cFilm.next() || fail(m_cPath + QStringLiteral(": no frame"));
+    QString cError;
+    m_pcFilm = CFilms::makeReader(cError);
+    if (m_pcFilm == nullptr)
+        return fail(cError);
+    if (!m_pcFilm->open(m_cPath))
+        return fail(m_pcFilm->errorString());
+    return m_pcFilm->next() || fail(m_cPath + QStringLiteral(": no frame"));
 }
 
 // To the next frame, of the next showing after the last one.
 bool CFilmSource::advance()
 {
-    const qint64 iEnd = m_cFilm.time() + m_cFilm.duration();
+    const qint64 iEnd = m_pcFilm->time() + m_pcFilm->duration();
     m_bShown = false;
-    if (m_cFilm.next())
+    if (m_pcFilm->next())
         return true;
     m_iLength = iEnd;
     m_iRound += iEnd;
-    return (m_cFilm.rewind() && m_cFilm.next()) || fail(m_cPath + QStringLiteral(": can't be read any more"));
+    return (m_pcFilm->rewind() && m_pcFilm->next()) ||
+           fail(m_cPath + QStringLiteral(": can't be read any more"));
 }
 
 IFrameSource::EResult CFilmSource::take(quint32 u32Frame, QRgb* puPixels)
@@ -41,12 +47,12 @@ IFrameSource::EResult CFilmSource::take(quint32 u32Frame, QRgb* puPixels)
         m_iRound += ((iTime - m_iRound) / m_iLength - 1) * m_iLength;
     QElapsedTimer cTimer;
     cTimer.start();
-    while (m_iRound + m_cFilm.time() + m_cFilm.duration() <= iTime && !cTimer.hasExpired(CATCHING_UP_MS))
+    while (m_iRound + m_pcFilm->time() + m_pcFilm->duration() <= iTime && !cTimer.hasExpired(CATCHING_UP_MS))
         if (!advance())
             return FAILED;
     if (m_bShown)
         return NONE;
-    const QImage cPicture = m_cFilm.picture();
+    const QImage cPicture = m_pcFilm->picture();
     for (int y = 0; y < VIDEO_HEIGHT; ++y)
         std::memcpy(puPixels + y * VIDEO_WIDTH, cPicture.constScanLine(y), VIDEO_LINE_BYTES);
     m_bShown = true;

@@ -3,7 +3,9 @@
 #define HALDEND_BOARD_FEED_CFILMSOURCE_H
 
 #include "board/feed/IFrameSource.h"
-#include "board/film/CFilmReader.h"
+#include "board/film/IFilmReader.h"
+
+#include <memory>
 
 /// A film, again and again, at its own rate.
 class CFilmSource : public IFrameSource
@@ -22,7 +24,7 @@ private:
     bool advance();
 
     QString m_cPath;
-    CFilmReader m_cFilm;
+    std::unique_ptr<IFilmReader> m_pcFilm;
     qint64 m_iRound = 0;   ///< when this showing of the film began, µs
     qint64 m_iLength = 0;  ///< of the film, µs; 0 while it isn't known
     bool m_bShown = false; ///< the film's frame was taken since the last rest

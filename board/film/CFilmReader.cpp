@@ -241,11 +241,6 @@ CFilmReader::CFilmReader()
 
 CFilmReader::~CFilmReader() = default;
 
-bool CFilmReader::isBuiltIn()
-{
-    return true;
-}
-
 bool CFilmReader::fail(const QString& rcReason)
 {
     close();

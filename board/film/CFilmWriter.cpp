@@ -253,11 +253,6 @@ CFilmWriter::~CFilmWriter()
     close();
 }
 
-bool CFilmWriter::isBuiltIn()
-{
-    return true;
-}
-
 bool CFilmWriter::fail(const QString& rcReason)
 {
     m_cError = QStringLiteral("%1: %2").arg(m_cPath, rcReason);

@@ -10,7 +10,8 @@
 
 #include <csignal>
 
-CCodecProcess::CCodecProcess() : m_cEnvironment(QProcessEnvironment::systemEnvironment())
+CCodecProcess::CCodecProcess()
+    : m_cEnvironment(QProcessEnvironment::systemEnvironment()), m_cProgram(QStringLiteral(HALDEND_CODEC))
 {
     m_cProcess.setProcessChannelMode(QProcess::MergedChannels);
 }
@@ -39,7 +40,7 @@ bool CCodecProcess::start(const QString& rcBusAddress, const QString& rcBoard)
     m_cProcess.setProcessEnvironment(m_cEnvironment);
     const QString cClient = QUuid::createUuid().toString();
     const bool bStarted = startAndWaitForService(
-        [this] { m_cProcess.start(QStringLiteral(HALDEND_CODEC), m_cArguments); }, m_cProcess,
+        [this] { m_cProcess.start(m_cProgram, m_cArguments); }, m_cProcess,
         QDBusConnection::connectToBus(rcBusAddress, cClient), QStringLiteral("velmar.mobilygen"));
     QDBusConnection::disconnectFromBus(cClient);
     m_iPid = m_cProcess.processId();

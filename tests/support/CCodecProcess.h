@@ -27,6 +27,9 @@ public:
     /// Lets it record and play films from the next start on. By default it does without video, which costs nothing.
     void useVideo() { m_cArguments.clear(); }
 
+    /// Takes another file as the program from the next start on.
+    void useProgram(const QString& rcFile) { m_cProgram = rcFile; }
+
     /// Starts it and waits until it owns its name. False if it doesn't get there. After an end it can be
     /// started again.
     bool start(const QString& rcBusAddress, const QString& rcBoard);
@@ -54,6 +57,7 @@ private:
 
     CChildProcess m_cProcess;
     QProcessEnvironment m_cEnvironment;
+    QString m_cProgram;
     QStringList m_cArguments{QStringLiteral("--no-video")};
     qint64 m_iPid = 0; ///< while it runs, and until end()
 };

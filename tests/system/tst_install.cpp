@@ -176,7 +176,11 @@ void TestInstall::the_board_is_complete()
     for (const char* pszFile :
          {"/usr/bin/halden-board", "/usr/bin/halden-codec", "/haldend-board/halden-tour",
           "/haldend-board/halden-demo", "/haldend-board/libhaldenboard.so", "/haldend-board/private-bus.conf",
-          "/haldend-board/tour.txt", "/man1/halden-board.1", "/man1/halden-codec.1"})
+          "/haldend-board/tour.txt", "/man1/halden-board.1",
+#ifdef HALDEND_FILMS
+          "/haldend-board/libhaldenfilms.so",
+#endif
+          "/man1/halden-codec.1"})
         QVERIFY2(cFound.filter(QRegularExpression(QLatin1String(pszFile) + QLatin1Char('$'))).size() == 1,
                  pszFile);
 }

@@ -21,6 +21,7 @@
 #include <QElapsedTimer>
 #include <QtTest>
 
+#include <algorithm>
 #include <memory>
 
 namespace
@@ -63,12 +64,20 @@ private slots:
     void what_is_no_film_is_an_error();
     void a_killed_playback_is_cleared_away();
 
+    void the_module_is_found_data();
+    void the_module_is_found();
+    void without_the_module_it_writes_text();
+    void what_is_no_module_is_an_error_data();
+    void what_is_no_module_is_an_error();
+
 private:
     QDBusMessage call(const QString& rcPath, const QString& rcMethod, const QVariantList& rcArguments = {});
     bool succeeds(const QString& rcPath, const QString& rcMethod, const QVariantList& rcArguments = {});
     bool startRecording() { return succeeds(RECORD, QStringLiteral("record"), {m_cFile, 3}); }
     bool stopRecording() { return succeeds(RECORD, QStringLiteral("stop")); }
     bool startPlayback() { return succeeds(PLAY, QStringLiteral("play"), {m_cFile}); }
+    /// Starts a copy of the stand-in, from DIR/bin, with the module of films where the two are installed to, or elsewhere.
+    bool startCopy(const QString& rcModule, const QString& rcPlace);
     bool startCodec() { return m_pcCodec->start(m_pcBus->address(), m_cBoard.directory()); }
     /// Waits until the stand-in has recorded or played so many frames.
     bool waitForFrames(int iFrames);
@@ -412,6 +421,73 @@ void TestHaldenCodecFilms::a_killed_playback_is_cleared_away()
     QVERIFY2(startCodec(), m_pcCodec->describe());
     QTRY_COMPARE_WITH_TIMEOUT(m_cBoard.codecState().eActivity, SCodecState::IDLE, TIMEOUT_CALL_MS);
     QTRY_COMPARE_WITH_TIMEOUT(shownGrey(), -1, TIMEOUT_CALL_MS);
+}
+
+bool TestHaldenCodecFilms::startCopy(const QString& rcModule, const QString& rcPlace)
+{
+    const QDir cFolder(m_pcFolder->path());
+    const QString cProgram = cFolder.filePath(QStringLiteral("bin/halden-codec"));
+    const QString cModule =
+        cFolder.filePath(rcPlace + '/' + QFileInfo(QStringLiteral(HALDEND_FILMS_MODULE)).fileName());
+    for (const QString& rcFile : {cProgram, cModule})
+        if (!cFolder.mkpath(QFileInfo(rcFile).path()))
+            return false;
+    m_pcCodec->end();
+    m_pcCodec->useProgram(cProgram);
+    return QFile::copy(QStringLiteral(HALDEND_CODEC_FILE), cProgram) &&
+           (rcModule.isEmpty() || QFile::copy(rcModule, cModule)) && startCodec();
+}
+
+void TestHaldenCodecFilms::the_module_is_found_data()
+{
+    QTest::addColumn<QString>("place");
+    QTest::newRow("beside the program") << "bin";
+    QTest::newRow("installed") << HALDEND_BOARD_LIBRARY_DIR;
+}
+
+void TestHaldenCodecFilms::the_module_is_found()
+{
+    QFETCH(QString, place);
+    QVERIFY2(startCopy(QStringLiteral(HALDEND_FILMS_MODULE), place), m_pcCodec->describe());
+    QVERIFY(startRecording());
+    QVERIFY(waitForFrames(3));
+    QVERIFY(stopRecording());
+    QCOMPARE(CFilmProbe(m_cFile).complaints(), QString());
+}
+
+void TestHaldenCodecFilms::without_the_module_it_writes_text()
+{
+    QVERIFY2(startCopy(QString(), QStringLiteral("bin")), m_pcCodec->describe());
+    QVERIFY(startRecording());
+    QVERIFY(waitForFrames(5));
+    QVERIFY(stopRecording());
+    QFile cFile(m_cFile);
+    QVERIFY(cFile.open(QIODevice::ReadOnly));
+    const QByteArray cText = cFile.readAll();
+    QVERIFY(!cText.isEmpty());
+    QVERIFY(std::all_of(cText.begin(), cText.end(),
+                        [](char ch) { return ch == '\n' || (ch >= ' ' && ch <= '~'); }));
+}
+
+void TestHaldenCodecFilms::what_is_no_module_is_an_error_data()
+{
+    QTest::addColumn<QString>("module");
+    QTest::newRow("no library") << HALDEND_CODEC_FILE;
+    QTest::newRow("another library") << HALDEND_BOARD_PRELOAD;
+}
+
+void TestHaldenCodecFilms::what_is_no_module_is_an_error()
+{
+    QFETCH(QString, module);
+    QVERIFY2(startCopy(module, QStringLiteral("bin")), m_pcCodec->describe());
+    QVERIFY(makeGreys(1));
+    for (const QDBusMessage& rcAnswer : {call(RECORD, QStringLiteral("record"), {m_cFile, 3}),
+                                         call(PLAY, QStringLiteral("play"), {m_cFile})}) {
+        QCOMPARE(rcAnswer.errorName(), FAILED);
+        QVERIFY2(rcAnswer.errorMessage().contains(QStringLiteral("libhaldenfilms")),
+                 qPrintable(rcAnswer.errorMessage()));
+    }
+    QCOMPARE(m_cBoard.codecState().eActivity, SCodecState::IDLE);
 }
 
 QTEST_GUILESS_MAIN(TestHaldenCodecFilms)
