@@ -25,13 +25,9 @@ std::unique_ptr<CFilmPlayback> CFilmPlayback::start(const CBoard& rcBoard, const
 
 bool CFilmPlayback::open(const CBoard& rcBoard, const QString& rcFile, QString& rcError)
 {
-    m_pcReader = CFilms::makeReader(rcError);
+    m_pcReader = CFilms::openReader(rcFile, rcError);
     if (m_pcReader == nullptr)
         return false;
-    if (!m_pcReader->open(rcFile)) {
-        rcError = m_pcReader->errorString();
-        return false;
-    }
     if (!m_pcReader->next()) {
         rcError = QStringLiteral("%1: no frame of it can be decoded").arg(rcFile);
         return false;

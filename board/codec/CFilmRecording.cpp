@@ -30,13 +30,9 @@ std::unique_ptr<CFilmRecording> CFilmRecording::start(const CBoard& rcBoard, con
     pcFilm->m_cFile = rcFile;
     if (!pcFilm->openBoard(rcBoard.directory(), rcError))
         return nullptr;
-    pcFilm->m_pcWriter = CFilms::makeWriter(rcError);
+    pcFilm->m_pcWriter = CFilms::openWriter(rcFile, rcError);
     if (pcFilm->m_pcWriter == nullptr)
         return nullptr;
-    if (!pcFilm->m_pcWriter->open(rcFile)) {
-        rcError = pcFilm->m_pcWriter->errorString();
-        return nullptr;
-    }
     pcFilm->CFilmThread::start(CPosition::zero());
     return pcFilm;
 }
@@ -52,7 +48,7 @@ bool CFilmRecording::openBoard(const QString& rcDirectory, QString& rcError)
 CFilmRecording::~CFilmRecording()
 {
     const CPosition cEnd = end();
-    if (m_pcWriter == nullptr || !m_pcWriter->isOpen())
+    if (m_pcWriter == nullptr)
         return;
     catchUp(cEnd);
     tell(m_pcWriter->close());

@@ -19,11 +19,9 @@ const qint64 CATCHING_UP_MS = 100; // then the frame that was reached is shown
 bool CFilmSource::open()
 {
     QString cError;
-    m_pcFilm = CFilms::makeReader(cError);
+    m_pcFilm = CFilms::openReader(m_cPath, cError);
     if (m_pcFilm == nullptr)
         return fail(cError);
-    if (!m_pcFilm->open(m_cPath))
-        return fail(m_pcFilm->errorString());
     return m_pcFilm->next() || fail(m_cPath + QStringLiteral(": no frame"));
 }
 

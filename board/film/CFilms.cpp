@@ -43,6 +43,16 @@ IFilmMaker* module(QString& rcError)
     return pcModule;
 }
 
+/// The film, if it can be opened. Null otherwise; rcError says why.
+template <typename T>
+std::unique_ptr<T> opened(std::unique_ptr<T> pcFilm, const QString& rcPath, QString& rcError)
+{
+    if (pcFilm->open(rcPath))
+        return pcFilm;
+    rcError = pcFilm->errorString();
+    return nullptr;
+}
+
 } // namespace
 
 bool CFilms::areThere()
@@ -50,14 +60,14 @@ bool CFilms::areThere()
     return !moduleFile().isEmpty();
 }
 
-std::unique_ptr<IFilmReader> CFilms::makeReader(QString& rcError)
+std::unique_ptr<IFilmReader> CFilms::openReader(const QString& rcPath, QString& rcError)
 {
     IFilmMaker* pcModule = module(rcError);
-    return pcModule != nullptr ? pcModule->makeReader() : nullptr;
+    return pcModule != nullptr ? opened(pcModule->makeReader(), rcPath, rcError) : nullptr;
 }
 
-std::unique_ptr<IFilmWriter> CFilms::makeWriter(QString& rcError)
+std::unique_ptr<IFilmWriter> CFilms::openWriter(const QString& rcPath, QString& rcError)
 {
     IFilmMaker* pcModule = module(rcError);
-    return pcModule != nullptr ? pcModule->makeWriter() : nullptr;
+    return pcModule != nullptr ? opened(pcModule->makeWriter(), rcPath, rcError) : nullptr;
 }

@@ -15,9 +15,10 @@ public:
     /// Whether the module is there. It isn't where the board was built without FFmpeg's libraries.
     static bool areThere();
 
-    /// A reader or a writer, closed. Null if the module can't be loaded; rcError says why.
-    static std::unique_ptr<IFilmReader> makeReader(QString& rcError);
-    static std::unique_ptr<IFilmWriter> makeWriter(QString& rcError);
+    /// A reader or a writer of the film, open. Null if the module can't be loaded or the film can't be opened; rcError
+    /// says why.
+    static std::unique_ptr<IFilmReader> openReader(const QString& rcPath, QString& rcError);
+    static std::unique_ptr<IFilmWriter> openWriter(const QString& rcPath, QString& rcError);
 };
 
 #endif
